@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs what the build needs and a fresh machine lacks, with Debian's
+# packages. Does nothing (and needs no network) when everything is there.
+set -euo pipefail
+
+missing=()
+need_cmd() { command -v "$1" >/dev/null 2>&1 || missing+=("$2"); }
+need_file() { [ -e "$1" ] || missing+=("$2"); }
+
+need_cmd cmake cmake
+need_cmd g++ g++
+need_cmd make make
+need_file /usr/include/gtest/gtest.h libgtest-dev
+need_file /usr/include/gmock/gmock.h libgmock-dev
+need_file /usr/include/benchmark/benchmark.h libbenchmark-dev
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+echo "install-deps: installing ${missing[*]}"
+if [ "$(id -u)" -ne 0 ]; then
+  SUDO=sudo
+else
+  SUDO=
+fi
+$SUDO apt-get update -qq
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${missing[@]}"

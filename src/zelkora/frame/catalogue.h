@@ -1,0 +1,86 @@
+// The text catalogue: every user-visible text of the library, and much of its
+// data, by catalogue id.
+//
+// A catalogue is built from catalogue files (UTF-8, one `id<TAB>text` per
+// line, `#` comment lines, escapes \t \n \r \\ \uXXXX, trailing blanks
+// significant) and is read-only afterwards. Lookups are O(1) and return views
+// into the catalogue's own storage.
+//
+//   const Catalogue& cat = *catalogue_for(platform.resource_dir, platform.messages.get());
+//   if (auto text = cat.find(1000)) ...   // "工程名称"
+//
+// `catalogue_for` loads the compiled-in catalogue, overlaid id by id with the
+// catalogue files of a resource folder, once per process and folder.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "zelkora/platform/platform.h"
+#include "zelkora/platform/text.h"
+
+namespace zelkora::frame {
+
+// What was wrong with a catalogue file: the file, the line (1-based) and why.
+struct CatalogueProblem {
+  std::string file;
+  std::size_t line = 0;
+  std::string message;
+
+  // "file:line: message"
+  std::string describe() const;
+};
+
+class Catalogue {
+ public:
+  Catalogue() = default;
+
+  // The text of `id`, or nothing.
+  std::optional<TextView> find(int32_t id) const;
+  bool contains(int32_t id) const { return find(id).has_value(); }
+  std::size_t size() const { return count_; }
+
+  // Parses one catalogue file and adds its texts, replacing texts of the same
+  // ids. A file with any problem (a bad id, a missing tab, a bad escape, an id
+  // given twice, invalid UTF-8) adds nothing at all and the first problem is
+  // returned. `name` is used in the problem only.
+  std::optional<CatalogueProblem> add_file(std::string_view name, std::string_view content);
+
+ private:
+  struct Slot {
+    int32_t id = 0;  // 0: empty slot (ids are positive)
+    uint32_t offset = 0;
+    uint32_t length = 0;
+  };
+
+  void reserve_slots(std::size_t texts);
+  Slot* slot_for(int32_t id);
+  const Slot* find_slot(int32_t id) const;
+
+  Text pool_;
+  std::vector<Slot> slots_;  // open addressing, power-of-two size, linear probing
+  std::size_t count_ = 0;
+};
+
+// The catalogue compiled into the library, overlaid with the `*.tsv` files of
+// `resource_dir/catalogue/` (or of `resource_dir` itself when it has no such
+// folder) in name order. A damaged file is refused whole and reported through
+// `report` (when given); the texts it would have replaced stay as they were.
+// Loaded once per process and folder; later calls return the same catalogue.
+std::shared_ptr<const Catalogue> catalogue_for(const std::filesystem::path& resource_dir,
+                                               platform::MessageBox* report);
+
+// The catalogue of the given platform bundle.
+std::shared_ptr<const Catalogue> catalogue_for(const platform::Platform& platform);
+
+// Builds a catalogue as `catalogue_for` does, without the process cache, and
+// collects the problems instead of reporting them.
+std::shared_ptr<const Catalogue> load_catalogue(const std::filesystem::path& resource_dir,
+                                                std::vector<CatalogueProblem>* problems);
+
+}  // namespace zelkora::frame

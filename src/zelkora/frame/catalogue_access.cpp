@@ -1,0 +1,61 @@
+// clsCharacter: fetching catalogue texts, with the language offset and the
+// placeholders "%%1%", "%%2%" and "%%3%".
+#include <string>
+
+#include "zelkora/frame/cls_character.h"
+#include "zelkora/platform/fault.h"
+
+namespace zelkora {
+
+namespace {
+
+constexpr TextView kPlaceholder1 = u"%%1%";
+constexpr TextView kPlaceholder2 = u"%%2%";
+constexpr TextView kPlaceholder3 = u"%%3%";
+
+[[noreturn]] void missing_text(int32_t id) {
+  throw Fault(FaultKind::MissingResource,
+              "catalogue text " + std::to_string(id) + " does not exist");
+}
+
+}  // namespace
+
+Text clsCharacter::tResString(int16_t id) const { return tResStr(id); }
+
+Text clsCharacter::tResStr(int32_t id) const {
+  const std::optional<TextView> text = catalogue_->find(id);
+  if (!text) missing_text(id);
+  return Text(*text);
+}
+
+Text clsCharacter::tString(int32_t id) const {
+  int32_t shifted = 0;
+  if (__builtin_add_overflow(id, language_, &shifted)) {
+    throw Fault(FaultKind::Overflow, "catalogue id " + std::to_string(id) + " + language offset " +
+                                         std::to_string(language_) + " overflows");
+  }
+  return Text(catalogue_->find(shifted).value_or(TextView()));
+}
+
+// The substitutions run in the order %%1%, %%2%, %%3%, so a replacement that
+// itself holds a later placeholder is replaced again by the later step.
+Text clsCharacter::tStringRe(int32_t id, TextView tReplace) const {
+  return replace_all(tString(id), kPlaceholder1, tReplace);
+}
+
+Text clsCharacter::tStringRe2(int32_t id, TextView tReplace1, TextView tReplace2) const {
+  return replace_all(tStringRe(id, tReplace1), kPlaceholder2, tReplace2);
+}
+
+Text clsCharacter::tStringRe3(int32_t id, TextView tReplace1, TextView tReplace2,
+                              TextView tReplace3) const {
+  return replace_all(tStringRe2(id, tReplace1, tReplace2), kPlaceholder3, tReplace3);
+}
+
+// Only `text` is trimmed: a catalogue text with a trailing blank never matches.
+bool clsCharacter::bTextEqResString(TextView text, int32_t lRes, Compare compare) const {
+  const std::optional<TextView> resource = catalogue_->find(lRes);
+  return resource && equal_text(trim(text), *resource, compare);
+}
+
+}  // namespace zelkora

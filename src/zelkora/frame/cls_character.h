@@ -1,0 +1,188 @@
+// clsCharacter: the text, number and formula typesetting class of the
+// library and the owner of the shared symbols.
+//
+// Every class that produces user-visible text holds one. A new object reads
+// its symbols (steel-grade signs, power signs, list dot) from the per-user
+// settings store once, takes the decimal symbol and thousands separator from
+// the user's number locale, and fetches every text from the catalogue by id:
+//
+//   zelkora::clsCharacter chr;
+//   chr.tString(1000);                        // "工程名称"
+//   chr.tStringRe2(52200, u"0.25%", u"0.20%"); // placeholders filled in order
+//   chr.Txt(u"第一行");  chr.Txt(u"，续");     // the accumulator appends
+//
+// Settings made on one object (its language offset, its markup switch) reach
+// no other object. The object belongs to the user-interface thread.
+//
+// The class is declared here once; its operations are defined in the
+// subsystem that owns them (frame/ for the state and the catalogue access,
+// typeset/ for number formatting, ...).
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/numbers.h"
+#include "zelkora/platform/platform.h"
+#include "zelkora/platform/text.h"
+
+namespace zelkora {
+
+class clsCharacter {
+ public:
+  // Width of a standard report line and of a wide one, in display cells, and
+  // the standard indents of a paragraph's first and following lines.
+  static constexpr int16_t kMaxAllowChr = 80;
+  static constexpr int16_t kMaxAllowChrKh = 150;
+  static constexpr int16_t kFstPreSpace = 0;
+  static constexpr int16_t kSecPreSpace = 4;
+
+  // Entries of the symbol table (`tValue` and the symbol properties).
+  enum SymbolEntry : int {
+    kListDot = 0,
+    kF1 = 1,
+    kF2 = 2,
+    kF3 = 3,
+    kPf = 4,  // squared sign, plain
+    kLf = 5,  // cubed sign, plain
+    kF4 = 6,
+    kSquaredMarkup = 13,  // the settings section while starting
+    kCubedMarkup = 14,    // the settings key suffix while starting
+    kDecimalSymbol = 15,
+    kThousandsSeparator = 16,
+    kSymbolCount = 17,
+  };
+
+  // Starts with the current platform bundle, or with the one given.
+  clsCharacter();
+  explicit clsCharacter(std::shared_ptr<const platform::Platform> platform);
+  ~clsCharacter();
+  clsCharacter(const clsCharacter&) = delete;
+  clsCharacter& operator=(const clsCharacter&) = delete;
+
+  // ---- Shared state ------------------------------------------------------
+
+  // The continuation text: U+3000 then CR LF; and CR LF, U+3000, CR LF.
+  Text tConEnter1() const;
+  Text tConEnter2() const;
+
+  int16_t iMaxAllowChr() const { return kMaxAllowChr; }
+  int16_t iMaxAllowChr_Kh() const { return kMaxAllowChrKh; }
+  int16_t iFstPreSpace() const { return kFstPreSpace; }
+  int16_t iSecPreSpace() const { return kSecPreSpace; }
+
+  int32_t lLanguage() const { return language_; }
+  void lLanguage(int32_t offset) { language_ = offset; }
+
+  // The symbols chosen in the suite's options; a set stores the text as
+  // given, for this object only.
+  const Text& tPubPf() const { return symbols_[kPf]; }
+  void tPubPf(TextView text) { symbols_[kPf] = text; }
+  const Text& tPubLf() const { return symbols_[kLf]; }
+  void tPubLf(TextView text) { symbols_[kLf] = text; }
+  const Text& tPubF1() const { return symbols_[kF1]; }
+  void tPubF1(TextView text) { symbols_[kF1] = text; }
+  const Text& tPubF2() const { return symbols_[kF2]; }
+  void tPubF2(TextView text) { symbols_[kF2] = text; }
+  const Text& tPubF3() const { return symbols_[kF3]; }
+  void tPubF3(TextView text) { symbols_[kF3] = text; }
+  const Text& tPubF4() const { return symbols_[kF4]; }
+  void tPubF4(TextView text) { symbols_[kF4] = text; }
+  const Text& tPubListDot() const { return symbols_[kListDot]; }
+  void tPubListDot(TextView text) { symbols_[kListDot] = text; }
+
+  int16_t iMaxChrNow() const { return max_chr_now_; }
+  void iMaxChrNow(int16_t width) { max_chr_now_ = width; }
+
+  // The markup switch: markup (true) or plain (false) power signs in the
+  // texts produced afterwards.
+  void bSuperSub(bool on) { super_sub_ = on; }
+
+  // The text accumulator: the getter returns it, the setter appends.
+  const Text& Txt() const { return accumulator_; }
+  void Txt(TextView text) { accumulator_.append(text); }
+  void TxtClear() { accumulator_.clear(); }
+  void TxtReplace(TextView tFind, TextView tReplace, Compare compare = Compare::Binary);
+
+  // The integer list: copied out to, or in from, the caller's array.
+  void Get_List(std::vector<int16_t>& list) const { list = list_; }
+  void Let_List(std::vector<int16_t>& list);
+
+  // The four steel-grade line texts (entries 0 to 3).
+  void tFyLine1(TextView text);
+  void tFyLine2(TextView text);
+  void tFyLine1_RF(TextView text);
+  void tFyLine2_RF(TextView text);
+
+  // The field delimiter of the list and table operations.
+  void Delimiter(TextView text) { delimiter_ = text; }
+
+  const Text& tDecimalSymbol() const { return symbols_[kDecimalSymbol]; }
+  const Text& ThousandsSeparator() const { return symbols_[kThousandsSeparator]; }
+
+  // Indexed access to the symbol table; the two directions differ on purpose.
+  Text tValue(int32_t index) const;
+  void tValue(int32_t index, TextView text);
+
+  // ---- Text catalogue ----------------------------------------------------
+
+  // The text of an id, without the language offset. A missing id throws
+  // Fault(MissingResource).
+  Text tResString(int16_t id) const;
+  Text tResStr(int32_t id) const;
+  // The text of `id` + lLanguage, or empty text when there is none.
+  Text tString(int32_t id) const;
+  // tString with "%%1%", then "%%2%", then "%%3%" replaced everywhere.
+  Text tStringRe(int32_t id, TextView tReplace) const;
+  Text tStringRe2(int32_t id, TextView tReplace1, TextView tReplace2) const;
+  Text tStringRe3(int32_t id, TextView tReplace1, TextView tReplace2, TextView tReplace3) const;
+  // True when `text` without surrounding blanks equals catalogue text `lRes`.
+  bool bTextEqResString(TextView text, int32_t lRes, Compare compare = Compare::Binary) const;
+
+  // ---- For the library's own subsystems ------------------------------------
+
+  const platform::Platform& platform() const { return *platform_; }
+  const frame::Catalogue& catalogue() const { return *catalogue_; }
+  // The catalogue text of `id` (no offset), or nothing.
+  std::optional<TextView> catalogue_text(int32_t id) const { return catalogue_->find(id); }
+  // The number symbols in use: the first characters of tDecimalSymbol and
+  // ThousandsSeparator.
+  frame::NumberSymbols number_symbols() const;
+  bool markup_switch() const { return super_sub_; }
+  // The squared and cubed signs in markup form (entries 13 and 14).
+  const Text& squared_sign_markup() const { return symbols_[kSquaredMarkup]; }
+  const Text& cubed_sign_markup() const { return symbols_[kCubedMarkup]; }
+  const Text& delimiter() const { return delimiter_; }
+  const std::vector<Text>& steel_grade_lines() const { return fy_lines_; }
+  int16_t first_line_indent() const { return first_indent_; }
+  int16_t following_line_indent() const { return following_indent_; }
+  // The settings application name (catalogue text 100).
+  const Text& settings_application() const { return application_; }
+  // The steel-grade line store, for the operations that rewrite it.
+  std::vector<Text>& steel_grade_lines() { return fy_lines_; }
+
+ private:
+  void start();
+
+  std::shared_ptr<const platform::Platform> platform_;
+  std::shared_ptr<const frame::Catalogue> catalogue_;
+  std::shared_ptr<platform::SuiteServices> suite_;
+
+  std::array<Text, kSymbolCount> symbols_;
+  Text application_;
+  Text continuation_;
+  int16_t max_chr_now_ = kMaxAllowChr;
+  int16_t first_indent_ = kFstPreSpace;
+  int16_t following_indent_ = kSecPreSpace;
+  int32_t language_ = 0;
+  Text accumulator_;
+  Text delimiter_;
+  std::vector<int16_t> list_;
+  bool super_sub_ = false;
+  std::vector<Text> fy_lines_;
+};
+
+}  // namespace zelkora

@@ -1,0 +1,16 @@
+// ModCharacter: the shared procedures of the library that keep no state of
+// their own (readers of settings, and, in their subsystems, the markup
+// stripper and the catalogue list builder).
+#pragma once
+
+#include "zelkora/platform/platform.h"
+#include "zelkora/platform/text.h"
+
+namespace zelkora::ModCharacter {
+
+// A per-user setting, or `default_value` when it is missing. Reading never
+// creates the key.
+Text tGetSetting(const platform::Platform& platform, TextView application, TextView section,
+                 TextView key, TextView default_value);
+
+}  // namespace zelkora::ModCharacter

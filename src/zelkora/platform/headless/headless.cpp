@@ -1,0 +1,18 @@
+#include "zelkora/platform/headless/headless.h"
+
+#include "zelkora/platform/posix/environment.h"
+
+namespace zelkora::platform::headless {
+
+Text MemorySuiteServices::extension(TextView file_name) const {
+  return posix::file_name_extension(file_name);
+}
+
+Text MemorySuiteServices::full_path(TextView suite_file_name) const {
+  for (const auto& [name, path] : suite_files) {
+    if (equal_text(name, suite_file_name, Compare::Text)) return path;
+  }
+  return {};
+}
+
+}  // namespace zelkora::platform::headless

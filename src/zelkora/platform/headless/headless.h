@@ -1,0 +1,51 @@
+// In-memory implementations of the platform interfaces, for tests and for
+// hosts without a user interface: a message box that records what it was
+// asked to show, a fixed number locale and suite services over a set of
+// named files. (The settings store and INI files have their own units.)
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "zelkora/platform/platform.h"
+
+namespace zelkora::platform::headless {
+
+class RecordingMessageBox : public MessageBox {
+ public:
+  struct Shown {
+    Text text;
+    Text title;
+  };
+  void warning(TextView text, TextView title) override { shown.push_back({Text(text), Text(title)}); }
+  void diagnostic(std::string_view message) override { diagnostics.emplace_back(message); }
+
+  std::vector<Shown> shown;
+  std::vector<std::string> diagnostics;
+};
+
+class FixedNumberLocale : public NumberLocale {
+ public:
+  FixedNumberLocale(Text decimal = u".", Text grouping = u",")
+      : decimal_(std::move(decimal)), grouping_(std::move(grouping)) {}
+  Text decimal_symbol() const override { return decimal_; }
+  Text grouping_symbol() const override { return grouping_; }
+
+ private:
+  Text decimal_;
+  Text grouping_;
+};
+
+class MemorySuiteServices : public SuiteServices {
+ public:
+  bool file_exists(TextView path) const override { return files.count(Text(path)) > 0; }
+  Text extension(TextView file_name) const override;
+  Text full_path(TextView suite_file_name) const override;
+
+  std::set<Text> files;              // paths that exist
+  std::map<Text, Text> suite_files;  // suite file name -> full path
+};
+
+}  // namespace zelkora::platform::headless

@@ -1,0 +1,37 @@
+// INI files kept in memory: `platform::IniFiles` for tests and headless
+// hosts, with the same reading and editing rules as the files on disk (see
+// platform/ini_text.h). A file is known by its exact name.
+//
+// What is written keeps only what a file in code page 936 could keep: a
+// character without a form there is stored as "?", as on disk.
+//
+//   MemoryIniFiles ini;
+//   ini.put(u"ZK.INI", u"[Options]\r\nLang=2\r\n");
+//   ini.read(u"Options", u"lang", u"", u"ZK.INI");  // u"2"
+//   ini.content(u"ZK.INI");                          // the whole file
+#pragma once
+
+#include <map>
+#include <optional>
+
+#include "zelkora/platform/platform.h"
+
+namespace zelkora::platform {
+
+class MemoryIniFiles final : public IniFiles {
+ public:
+  Text read(TextView section, TextView key, TextView default_value, TextView file) const override;
+  bool write(TextView section, TextView key, std::optional<TextView> value, TextView file) override;
+
+  // Creates or replaces a file with `content`, taken as it is.
+  void put(TextView file, TextView content);
+  // The content of a file, or nothing when there is no such file.
+  std::optional<Text> content(TextView file) const;
+  // Removes a file; false when there was none.
+  bool remove(TextView file);
+
+ private:
+  std::map<Text, Text, std::less<>> files_;
+};
+
+}  // namespace zelkora::platform

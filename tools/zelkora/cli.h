@@ -1,0 +1,70 @@
+// The zelkora command-line tool: every headless operation of the library from
+// a shell. Arguments and output are UTF-8; private-use characters of the
+// suite's symbol font are written as \uXXXX on output and may be given so on
+// input.
+//
+// Exit codes: 0 when the command ran (also when the operation it ran reported
+// an error number: that is output), 2 for bad usage, 3 for a fault (the
+// message on stderr).
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "zelkora/platform/text.h"
+
+namespace zelkora::cli {
+
+constexpr int kExitOk = 0;
+constexpr int kExitUsage = 2;
+constexpr int kExitFault = 3;
+
+// Thrown by a command for bad usage; the message goes to stderr.
+struct UsageError {
+  std::string message;
+};
+
+// The arguments of one command, after its name.
+class Args {
+ public:
+  explicit Args(std::vector<std::string> args) : args_(std::move(args)) {}
+  std::size_t size() const { return args_.size(); }
+  const std::string& operator[](std::size_t i) const { return args_[i]; }
+
+  // Removes `--name` and returns whether it was there.
+  bool take_flag(std::string_view name);
+  // Removes `--name VALUE` and returns VALUE, or nothing.
+  std::optional<std::string> take_option(std::string_view name);
+  // Removes `--name` and up to `most` values after it (at least one).
+  std::optional<std::vector<std::string>> take_list(std::string_view name, std::size_t most);
+  // Exactly `count` positional arguments must be left.
+  void expect(std::size_t count) const;
+
+ private:
+  std::vector<std::string> args_;
+};
+
+// Converts an argument to text; "\uXXXX" stands for that character.
+Text arg_text(std::string_view arg);
+// A whole number argument in the 32-bit range, else a UsageError naming `what`.
+int32_t arg_int32(std::string_view arg, std::string_view what);
+// Text for output: UTF-8 with private-use characters as \uXXXX.
+std::string out_text(TextView text);
+
+struct Command {
+  std::string name;
+  std::string usage;  // the arguments, after the name
+  std::string summary;
+  std::function<void(Args&, std::ostream&)> run;
+};
+
+// The commands of each subsystem, for the command table.
+std::vector<Command> frame_commands();
+
+// Runs one command line (without the program name) and returns the exit code.
+int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+}  // namespace zelkora::cli
