@@ -8,7 +8,6 @@
 #include <system_error>
 
 #include "zelkora/platform/fault.h"
-#include "zelkora/platform/platform.h"
 
 namespace zelkora::frame {
 
@@ -320,13 +319,6 @@ char16_t* put_general(char16_t* out, double value, char16_t decimal) {
 }
 
 }  // namespace
-
-NumberSymbols number_symbols(const platform::NumberLocale& locale) {
-  const Text decimal = locale.decimal_symbol();
-  const Text grouping = locale.grouping_symbol();
-  return NumberSymbols{decimal.empty() ? u'.' : decimal[0],
-                       grouping.empty() ? char16_t{0} : grouping[0]};
-}
 
 std::optional<double> parse_number(TextView text, const NumberSymbols& symbols) {
   double value = 0;

@@ -31,23 +31,16 @@
 
 #include "zelkora/platform/text.h"
 
-namespace zelkora::platform {
-class NumberLocale;
-}
-
 namespace zelkora::frame {
 
 // The symbols of the user's number notation. A grouping symbol of 0 means the
 // notation has none. A grouping symbol equal to the decimal symbol is ignored
-// (the decimal symbol wins).
+// (the decimal symbol wins). locale_symbols.h derives them from the user's
+// number locale.
 struct NumberSymbols {
   char16_t decimal = u'.';
   char16_t grouping = u',';
 };
-
-// The symbols of a number locale: the first character of its decimal symbol
-// ("." when it is empty) and of its grouping symbol (none when empty).
-NumberSymbols number_symbols(const platform::NumberLocale& locale);
 
 // ---- Reading a typed number ------------------------------------------------
 //

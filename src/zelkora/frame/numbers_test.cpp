@@ -8,12 +8,20 @@
 #include <cstring>
 #include <limits>
 #include <random>
-#include <regex>
 #include <string>
-#include <utility>
+
+// The regular expressions of GCC 12 draw false "may be used uninitialized"
+// warnings under the sanitizers.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#include <regex>
+#pragma GCC diagnostic pop
+#else
+#include <regex>
+#endif
 
 #include "zelkora/platform/fault.h"
-#include "zelkora/platform/platform.h"
 
 namespace zelkora::frame {
 namespace {
@@ -468,39 +476,6 @@ TEST(GeneralNumberText, ReadsBackAsTheValueRoundedTo15Digits) {
       ASSERT_EQ(general_number_text(*back, symbols), text) << ascii;
       ASSERT_LE(text.size(), 22u) << ascii;
     }
-  }
-}
-
-// ---- Locale ----------------------------------------------------------------
-
-class FixedLocale : public platform::NumberLocale {
- public:
-  FixedLocale(Text decimal, Text grouping)
-      : decimal_(std::move(decimal)), grouping_(std::move(grouping)) {}
-  Text decimal_symbol() const override { return decimal_; }
-  Text grouping_symbol() const override { return grouping_; }
-
- private:
-  Text decimal_, grouping_;
-};
-
-TEST(NumberSymbols, ComeFromTheLocale) {
-  const struct {
-    const char16_t* decimal;
-    const char16_t* grouping;
-    char16_t decimal_symbol;
-    char16_t grouping_symbol;
-  } cases[] = {
-      {u".", u",", u'.', u','},
-      {u",", u"\u00A0", u',', u'\u00A0'},
-      {u",", u"", u',', 0},
-      {u"", u"'", u'.', u'\''},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(to_utf8(c.decimal));
-    const NumberSymbols symbols = number_symbols(FixedLocale(c.decimal, c.grouping));
-    EXPECT_EQ(symbols.decimal, c.decimal_symbol);
-    EXPECT_EQ(symbols.grouping, c.grouping_symbol);
   }
 }
 
