@@ -3,6 +3,7 @@
 BUILD ?= build
 ASAN_BUILD ?= build-asan
 JOBS ?= 2
+MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 
 .PHONY: all deps configure build test demo bench asan fuzz format clean

@@ -17,6 +17,10 @@ show res 41096
 show eqres "  自动 " 500
 show eqres "hrb400" 32509 --text
 show symbols
-ZELKORA_DECIMAL_SYMBOL=, ZELKORA_GROUPING_SYMBOL=. show symbols
+settings=$(mktemp)
+printf '[Zelkora 结构快速设计/Options]\n1cboOpt=²\n8cboOpt=、\n' >"$settings"
+echo; echo "# with a settings file that chooses ² and 、, and a decimal comma:"
+ZELKORA_SETTINGS=$settings ZELKORA_DECIMAL_SYMBOL=, ZELKORA_GROUPING_SYMBOL=. show symbols
+rm -f "$settings"
 show text 1000 --lang 100000
 show res 99999

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 #include <map>
 #include <mutex>
-#include <sstream>
 #include <system_error>
 
 #include "zelkora/platform/embedded.h"
+#include "zelkora/platform/posix/file_io.h"
 
 namespace zelkora::frame {
 
@@ -16,107 +15,25 @@ namespace {
 
 constexpr std::string_view kEmbeddedDir = "catalogue/";
 constexpr std::string_view kExtension = ".tsv";
+constexpr std::size_t kMaxFileSize = 64u << 20;
 
-std::size_t hash_index(int32_t id, std::size_t mask) {
-  return (static_cast<uint32_t>(id) * 0x9E3779B1u) & mask;
+// Fibonacci hashing: the high bits of the product spread ids of any pattern.
+std::size_t hash_index(int32_t id, unsigned shift) {
+  return shift >= 32 ? 0 : (static_cast<uint32_t>(id) * 0x9E3779B1u) >> shift;
 }
 
+// A table at most 70 % full.
 std::size_t table_size_for(std::size_t texts) {
   std::size_t size = 16;
-  while (size < texts * 2) size <<= 1;
+  while (size * 7 < texts * 10) size <<= 1;
   return size;
 }
 
-int hex_value(char c) {
+int hex_value(unsigned char c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'a' && c <= 'f') return c - 'a' + 10;
   if (c >= 'A' && c <= 'F') return c - 'A' + 10;
   return -1;
-}
-
-// Appends the text field of a catalogue line (UTF-8 with escapes) to `out`.
-// Returns an empty string on success, else what is wrong.
-std::string decode_field(std::string_view field, Text& out) {
-  std::size_t pos = 0;
-  while (pos < field.size()) {
-    const void* hit = std::memchr(field.data() + pos, '\\', field.size() - pos);
-    const std::size_t stop =
-        hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - field.data()) : field.size();
-    std::size_t bad = 0;
-    if (!append_utf8(field.substr(pos, stop - pos), out, &bad)) {
-      return "invalid UTF-8 at column " + std::to_string(pos + bad + 1);
-    }
-    if (!hit) break;
-    if (stop + 1 >= field.size()) return "a backslash ends the line";
-    const char kind = field[stop + 1];
-    pos = stop + 2;
-    switch (kind) {
-      case 't': out.push_back(u'\t'); break;
-      case 'n': out.push_back(u'\n'); break;
-      case 'r': out.push_back(u'\r'); break;
-      case '\\': out.push_back(u'\\'); break;
-      case 'u': {
-        unsigned value = 0;
-        for (int k = 0; k < 4; ++k) {
-          const int digit = pos + k < field.size() ? hex_value(field[pos + k]) : -1;
-          if (digit < 0) return "\\u needs four hexadecimal digits";
-          value = value * 16 + static_cast<unsigned>(digit);
-        }
-        out.push_back(static_cast<char16_t>(value));
-        pos += 4;
-        break;
-      }
-      default:
-        return std::string("unknown escape \\") + kind;
-    }
-  }
-  return {};
-}
-
-// Reads the id in front of the tab. Returns 0 when it is not a whole number
-// from 1 to 2147483647.
-int32_t parse_id(std::string_view digits) {
-  if (digits.empty() || digits.size() > 10) return 0;
-  int64_t value = 0;
-  for (char c : digits) {
-    if (c < '0' || c > '9') return 0;
-    value = value * 10 + (c - '0');
-  }
-  return value >= 1 && value <= INT32_MAX ? static_cast<int32_t>(value) : 0;
-}
-
-struct ParsedText {
-  int32_t id;
-  uint32_t offset;
-  uint32_t length;
-  std::size_t line;
-};
-
-// True when an id occurs twice among `parsed`; `first_dup` is then the later one.
-bool find_duplicate(const std::vector<ParsedText>& parsed, const ParsedText** first_dup) {
-  const std::size_t size = table_size_for(parsed.size());
-  std::vector<int32_t> seen(size, 0);
-  for (const ParsedText& p : parsed) {
-    std::size_t i = hash_index(p.id, size - 1);
-    while (seen[i] != 0) {
-      if (seen[i] == p.id) {
-        *first_dup = &p;
-        return true;
-      }
-      i = (i + 1) & (size - 1);
-    }
-    seen[i] = p.id;
-  }
-  return false;
-}
-
-bool read_file(const std::filesystem::path& path, std::string& content) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return false;
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  content = std::move(buffer).str();
-  return !in.bad();
 }
 
 // The catalogue files of a resource folder, in name order.
@@ -150,13 +67,21 @@ std::shared_ptr<Catalogue> build(const std::filesystem::path& resource_dir,
     problems.push_back({resource_dir.string(), 0, "the resource folder does not exist"});
     return catalogue;
   }
+  // All files are read first, so that the table is sized once for all.
+  std::vector<std::pair<std::string, std::string>> files;
+  std::size_t lines = catalogue->size();
   for (const std::filesystem::path& path : catalogue_files(resource_dir)) {
     std::string content;
-    if (!read_file(path, content)) {
-      problems.push_back({path.string(), 0, "the file cannot be read"});
+    if (platform::posix::read_file(path, kMaxFileSize, content) != platform::posix::ReadStatus::Ok) {
+      problems.push_back({path.string(), 0, "the file cannot be read (or is over 64 MiB)"});
       continue;
     }
-    if (auto problem = catalogue->add_file(path.string(), content)) problems.push_back(*problem);
+    lines += static_cast<std::size_t>(std::count(content.begin(), content.end(), '\n')) + 1;
+    files.emplace_back(path.string(), std::move(content));
+  }
+  catalogue->reserve(lines);
+  for (const auto& [path, content] : files) {
+    if (auto problem = catalogue->add_file(path, content)) problems.push_back(*problem);
   }
   return catalogue;
 }
@@ -173,13 +98,13 @@ std::string CatalogueProblem::describe() const {
 std::optional<TextView> Catalogue::find(int32_t id) const {
   const Slot* slot = find_slot(id);
   if (!slot) return std::nullopt;
-  return TextView(pool_.data() + slot->offset, slot->length);
+  return TextView(slot->text, slot->length);
 }
 
 const Catalogue::Slot* Catalogue::find_slot(int32_t id) const {
   if (slots_.empty() || id <= 0) return nullptr;
   const std::size_t mask = slots_.size() - 1;
-  for (std::size_t i = hash_index(id, mask);; i = (i + 1) & mask) {
+  for (std::size_t i = hash_index(id, shift_);; i = (i + 1) & mask) {
     const Slot& slot = slots_[i];
     if (slot.id == id) return &slot;
     if (slot.id == 0) return nullptr;
@@ -188,7 +113,7 @@ const Catalogue::Slot* Catalogue::find_slot(int32_t id) const {
 
 Catalogue::Slot* Catalogue::slot_for(int32_t id) {
   const std::size_t mask = slots_.size() - 1;
-  for (std::size_t i = hash_index(id, mask);; i = (i + 1) & mask) {
+  for (std::size_t i = hash_index(id, shift_);; i = (i + 1) & mask) {
     Slot& slot = slots_[i];
     if (slot.id == id || slot.id == 0) return &slot;
   }
@@ -199,62 +124,153 @@ void Catalogue::reserve_slots(std::size_t texts) {
   if (size <= slots_.size()) return;
   std::vector<Slot> old = std::move(slots_);
   slots_.assign(size, Slot{});
+  shift_ = 32;
+  for (std::size_t n = size; n > 1; n >>= 1) --shift_;
   for (const Slot& slot : old) {
     if (slot.id != 0) *slot_for(slot.id) = slot;
   }
 }
 
+// One pass over the file: each line's id is read, its text decoded from
+// UTF-8 (with its escapes) straight into the file's chunk, and the text
+// entered into the table. A problem puts the table back as it was.
 std::optional<CatalogueProblem> Catalogue::add_file(std::string_view name,
                                                     std::string_view content) {
   if (content.starts_with("\xEF\xBB\xBF")) content.remove_prefix(3);
-  const std::size_t pool_start = pool_.size();
-  auto fail = [&](std::size_t line, std::string message) {
-    pool_.resize(pool_start);
-    return CatalogueProblem{std::string(name), line, std::move(message)};
+  const auto* p = reinterpret_cast<const unsigned char*>(content.data());
+  const unsigned char* const end = p + content.size();
+
+  const std::size_t lines = static_cast<std::size_t>(std::count(p, end, '\n')) + 1;
+  reserve_slots(count_ + lines);
+  // What the file changes in the table, to undo it exactly on a problem:
+  // slots it filled, and slots whose text it replaced with their old value.
+  // (The table does not grow while the file is read, and no slot is changed
+  // twice, since a second change would be an id given twice.)
+  const std::size_t count_before = count_;
+  std::vector<uint32_t> filled;
+  filled.reserve(lines);
+  std::vector<std::pair<uint32_t, Slot>> replaced;
+
+  auto chunk = std::make_unique_for_overwrite<char16_t[]>(content.size() + 1);
+  char16_t* const chunk_begin = chunk.get();
+  char16_t* const chunk_end = chunk_begin + content.size() + 1;
+  char16_t* dst = chunk_begin;
+
+  std::size_t line_no = 0;
+  const unsigned char* line_start = p;
+  auto fail = [&](std::string message) {
+    for (uint32_t index : filled) slots_[index] = Slot{};
+    for (const auto& [index, old] : replaced) slots_[index] = old;
+    count_ = count_before;
+    return CatalogueProblem{std::string(name), line_no, std::move(message)};
+  };
+  auto column = [&](const unsigned char* at) {
+    return std::to_string(static_cast<std::size_t>(at - line_start) + 1);
   };
 
-  std::vector<ParsedText> parsed;
-  parsed.reserve(static_cast<std::size_t>(std::count(content.begin(), content.end(), '\n')) + 1);
-  pool_.reserve(pool_start + content.size());
-  std::size_t line_no = 0;
-  std::size_t pos = 0;
-  while (pos < content.size()) {
-    const void* nl = std::memchr(content.data() + pos, '\n', content.size() - pos);
-    const std::size_t end =
-        nl ? static_cast<std::size_t>(static_cast<const char*>(nl) - content.data())
-           : content.size();
-    std::string_view line = content.substr(pos, end - pos);
-    pos = end + 1;
+  while (p < end) {
     ++line_no;
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    if (line.empty() || line.front() == '#') continue;
-
-    const std::size_t tab = line.find('\t');
-    if (tab == std::string_view::npos) return fail(line_no, "no tab after the id");
-    const int32_t id = parse_id(line.substr(0, tab));
-    if (id == 0) {
-      return fail(line_no, "bad id \"" + std::string(line.substr(0, std::min<std::size_t>(tab, 20))) +
-                               "\" (a whole number from 1 to 2147483647)");
+    line_start = p;
+    if (*p == '#' || *p == '\n' || (*p == '\r' && (p + 1 == end || p[1] == '\n'))) {
+      const void* nl = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
+      p = nl ? static_cast<const unsigned char*>(nl) + 1 : end;
+      continue;
     }
-    const std::size_t offset = pool_.size();
-    std::string error = decode_field(line.substr(tab + 1), pool_);
-    if (!error.empty()) return fail(line_no, error);
-    if (pool_.size() > UINT32_MAX) return fail(line_no, "the catalogue is too large");
-    parsed.push_back({id, static_cast<uint32_t>(offset),
-                      static_cast<uint32_t>(pool_.size() - offset), line_no});
-  }
 
-  const ParsedText* dup = nullptr;
-  if (find_duplicate(parsed, &dup)) {
-    return fail(dup->line, "id " + std::to_string(dup->id) + " is given twice");
-  }
+    // The id: decimal digits, then a tab.
+    int64_t id = 0;
+    const unsigned char* digits = p;
+    while (p < end && *p >= '0' && *p <= '9' && p - digits <= 10) id = id * 10 + (*p++ - '0');
+    if (p == end || *p != '\t' || p == digits || id < 1 || id > INT32_MAX) {
+      const unsigned char* eol = p;
+      while (eol < end && *eol != '\n' && *eol != '\t') ++eol;
+      if (eol == end || *eol != '\t') return fail("no tab after the id");
+      const std::string shown(reinterpret_cast<const char*>(digits),
+                              std::min<std::size_t>(static_cast<std::size_t>(eol - digits), 20));
+      return fail("bad id \"" + shown + "\" (a whole number from 1 to 2147483647)");
+    }
+    ++p;
 
-  reserve_slots(count_ + parsed.size());
-  for (const ParsedText& p : parsed) {
-    Slot* slot = slot_for(p.id);
-    if (slot->id == 0) ++count_;
-    *slot = Slot{p.id, p.offset, p.length};
+    // The text, up to the end of the line.
+    char16_t* const text = dst;
+    while (p < end) {
+      const unsigned char b = *p;
+      if (b < 0x80) {
+        if (b == '\n') break;
+        if (b == '\r' && (p + 1 == end || p[1] == '\n')) {
+          ++p;  // the CR of a CR LF line end
+          continue;
+        }
+        if (b != '\\') {
+          *dst++ = b;
+          ++p;
+          continue;
+        }
+        if (p + 1 == end || p[1] == '\n' || (p[1] == '\r' && (p + 2 == end || p[2] == '\n'))) {
+          return fail("a backslash ends the line");
+        }
+        switch (p[1]) {
+          case 't': *dst++ = u'\t'; break;
+          case 'n': *dst++ = u'\n'; break;
+          case 'r': *dst++ = u'\r'; break;
+          case '\\': *dst++ = u'\\'; break;
+          case 'u': {
+            unsigned value = 0;
+            for (int k = 0; k < 4; ++k) {
+              const int digit = p + 2 + k < end ? hex_value(p[2 + k]) : -1;
+              if (digit < 0) return fail("\\u needs four hexadecimal digits");
+              value = value * 16 + static_cast<unsigned>(digit);
+            }
+            *dst++ = static_cast<char16_t>(value);
+            p += 4;
+            break;
+          }
+          default:
+            return fail(std::string("unknown escape \\") + static_cast<char>(p[1]));
+        }
+        p += 2;
+        continue;
+      }
+      // A well-formed three-byte sequence, the common case of Chinese text.
+      if ((b & 0xF0) == 0xE0 && end - p >= 3 && (p[1] & 0xC0) == 0x80 && (p[2] & 0xC0) == 0x80) {
+        const auto cp =
+            static_cast<char16_t>(((b & 0x0F) << 12) | ((p[1] & 0x3F) << 6) | (p[2] & 0x3F));
+        if (cp >= 0x800 && (cp < 0xD800 || cp > 0xDFFF)) {
+          *dst++ = cp;
+          p += 3;
+          continue;
+        }
+      }
+      // Anything else goes through the general decoder, one character.
+      const unsigned char* stop = p + 1;
+      while (stop < end && stop - p < 4 && (*stop & 0xC0) == 0x80) ++stop;
+      Text one;
+      std::size_t bad = 0;
+      if (!append_utf8(std::string_view(reinterpret_cast<const char*>(p),
+                                        static_cast<std::size_t>(stop - p)),
+                       one, &bad) ||
+          one.empty() || one.size() > 2) {
+        return fail("invalid UTF-8 at column " + column(p));
+      }
+      for (char16_t unit : one) *dst++ = unit;
+      p = stop;
+    }
+    if (p < end) ++p;  // the line feed
+
+    Slot* slot = slot_for(static_cast<int32_t>(id));
+    if (slot->id == id && slot->text >= chunk_begin && slot->text < chunk_end) {
+      return fail("id " + std::to_string(id) + " is given twice");
+    }
+    const auto index = static_cast<uint32_t>(slot - slots_.data());
+    if (slot->id == 0) {
+      ++count_;
+      filled.push_back(index);
+    } else {
+      replaced.emplace_back(index, *slot);
+    }
+    *slot = Slot{static_cast<int32_t>(id), static_cast<uint32_t>(dst - text), text};
   }
+  chunks_.push_back(std::move(chunk));
   return std::nullopt;
 }
 

@@ -45,6 +45,10 @@ class Catalogue {
   bool contains(int32_t id) const { return find(id).has_value(); }
   std::size_t size() const { return count_; }
 
+  // Makes room for `texts` texts in all, so that adding them does not grow
+  // the table again.
+  void reserve(std::size_t texts) { reserve_slots(texts); }
+
   // Parses one catalogue file and adds its texts, replacing texts of the same
   // ids. A file with any problem (a bad id, a missing tab, a bad escape, an id
   // given twice, invalid UTF-8) adds nothing at all and the first problem is
@@ -54,16 +58,18 @@ class Catalogue {
  private:
   struct Slot {
     int32_t id = 0;  // 0: empty slot (ids are positive)
-    uint32_t offset = 0;
     uint32_t length = 0;
+    const char16_t* text = nullptr;  // into one of `chunks_`
   };
 
   void reserve_slots(std::size_t texts);
   Slot* slot_for(int32_t id);
   const Slot* find_slot(int32_t id) const;
 
-  Text pool_;
+  // The decoded texts of each file added, never moved once written.
+  std::vector<std::unique_ptr<char16_t[]>> chunks_;
   std::vector<Slot> slots_;  // open addressing, power-of-two size, linear probing
+  unsigned shift_ = 32;      // 32 - log2(slots_.size()): the hash takes the high bits
   std::size_t count_ = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "zelkora/platform/text.h"
 
 #include <cstdint>
+#include <cstring>
 
 namespace zelkora {
 
@@ -60,23 +61,60 @@ bool is_blank(char16_t c) { return c == u' '; }
 }  // namespace
 
 bool append_utf8(std::string_view utf8, Text& out, std::size_t* bad_offset) {
-  out.reserve(out.size() + utf8.size());
-  std::size_t i = 0;
+  // The output never has more units than the input has bytes: size it once,
+  // write through a pointer and cut it to what was written.
+  const std::size_t start = out.size();
+  out.resize(start + utf8.size());
+  char16_t* const first = out.data() + start;
+  char16_t* dst = first;
+  const auto* src = reinterpret_cast<const unsigned char*>(utf8.data());
   const std::size_t n = utf8.size();
+  std::size_t i = 0;
+  bool ok = true;
   while (i < n) {
-    // Fast path for runs of ASCII.
-    while (i < n && static_cast<unsigned char>(utf8[i]) < 0x80) out.push_back(utf8[i++]);
-    if (i >= n) break;
+    // Eight ASCII bytes at a time.
+    while (i + 8 <= n) {
+      uint64_t chunk;
+      std::memcpy(&chunk, src + i, 8);
+      if (chunk & 0x8080808080808080ull) break;
+      for (int k = 0; k < 8; ++k) dst[k] = src[i + k];
+      dst += 8;
+      i += 8;
+    }
+    const unsigned char b0 = src[i];
+    if (b0 < 0x80) {
+      *dst++ = b0;
+      ++i;
+      continue;
+    }
+    // The common case of Chinese text: a well-formed three-byte sequence.
+    if ((b0 & 0xF0) == 0xE0 && i + 2 < n && (src[i + 1] & 0xC0) == 0x80 &&
+        (src[i + 2] & 0xC0) == 0x80) {
+      const char16_t cp = static_cast<char16_t>(((b0 & 0x0F) << 12) | ((src[i + 1] & 0x3F) << 6) |
+                                                (src[i + 2] & 0x3F));
+      if (cp >= 0x800 && (cp < 0xD800 || cp > 0xDFFF)) {
+        *dst++ = cp;
+        i += 3;
+        continue;
+      }
+    }
     std::size_t len = 0;
     const int32_t cp = decode_utf8(utf8, i, len);
     if (cp < 0) {
       if (bad_offset) *bad_offset = i;
-      return false;
+      ok = false;
+      break;
     }
-    append_code_point(out, cp);
+    if (cp < 0x10000) {
+      *dst++ = static_cast<char16_t>(cp);
+    } else {
+      *dst++ = static_cast<char16_t>(0xD800 + ((cp - 0x10000) >> 10));
+      *dst++ = static_cast<char16_t>(0xDC00 + ((cp - 0x10000) & 0x3FF));
+    }
     i += len;
   }
-  return true;
+  out.resize(start + static_cast<std::size_t>(dst - first));
+  return ok;
 }
 
 Text from_utf8(std::string_view utf8) {

@@ -1,4 +1,5 @@
 #include "zelkora/platform/posix/environment.h"
+#include "zelkora/platform/posix/file_io.h"
 
 #include <langinfo.h>
 #include <locale.h>
@@ -60,8 +61,6 @@ void StderrMessageBox::diagnostic(std::string_view message) {
   std::fprintf(stderr, "zelkora: %.*s\n", static_cast<int>(message.size()), message.data());
 }
 
-std::filesystem::path to_path(TextView text) { return std::filesystem::path(to_utf8(text)); }
-
 Text file_name_extension(TextView file_name) {
   const std::size_t slash = file_name.find_last_of(u"/\\");
   const TextView base = slash == TextView::npos ? file_name : file_name.substr(slash + 1);
@@ -71,7 +70,7 @@ Text file_name_extension(TextView file_name) {
 
 bool FileSuiteServices::file_exists(TextView path) const {
   std::error_code ec;
-  return !path.empty() && std::filesystem::is_regular_file(to_path(path), ec);
+  return !path.empty() && std::filesystem::is_regular_file(path_from_text(path), ec);
 }
 
 Text FileSuiteServices::extension(TextView file_name) const {
@@ -81,7 +80,7 @@ Text FileSuiteServices::extension(TextView file_name) const {
 Text FileSuiteServices::full_path(TextView suite_file_name) const {
   if (resource_dir_.empty() || suite_file_name.empty()) return {};
   std::error_code ec;
-  const std::filesystem::path exact = resource_dir_ / to_path(suite_file_name);
+  const std::filesystem::path exact = resource_dir_ / path_from_text(suite_file_name);
   if (std::filesystem::is_regular_file(exact, ec)) return from_utf8(exact.string());
   for (std::filesystem::directory_iterator it(resource_dir_, ec), end; !ec && it != end;
        it.increment(ec)) {

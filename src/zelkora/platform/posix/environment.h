@@ -58,7 +58,4 @@ class FileSuiteServices : public SuiteServices {
 // the last "." of the last path component, or empty text.
 Text file_name_extension(TextView file_name);
 
-// A path from a library text (UTF-8 on POSIX).
-std::filesystem::path to_path(TextView text);
-
 }  // namespace zelkora::platform::posix
