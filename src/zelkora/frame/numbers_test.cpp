@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "zelkora/platform/fault_test_support.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -42,20 +44,9 @@ double reference(const std::string& ascii) {
   return value;
 }
 
-// The name of the fault kind that `f` throws, or "none"; names read well in
-// a failure message.
-template <class F>
-std::string fault_of(F&& f) {
-  try {
-    f();
-  } catch (const Fault& fault) {
-    return fault_kind_name(fault.kind());
-  }
-  return "none";
-}
-
-const std::string kOverflow = fault_kind_name(FaultKind::Overflow);
-const std::string kConversion = fault_kind_name(FaultKind::Conversion);
+using test_support::fault_of;
+using test_support::kConversion;
+using test_support::kOverflow;
 
 struct ParseCase {
   const char16_t* text;
