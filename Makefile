@@ -5,6 +5,7 @@ ASAN_BUILD ?= build-asan
 JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
+FUZZ_SECONDS ?= 30
 
 .PHONY: all deps configure build test demo bench asan fuzz format clean
 
@@ -40,6 +41,8 @@ fuzz: deps
 	@cmake -S . -B build-fuzz -DCMAKE_CXX_COMPILER=clang++ -DZELKORA_FUZZ=ON \
 	  -DZELKORA_TESTS=OFF -DZELKORA_BENCH=OFF >/dev/null
 	@cmake --build build-fuzz -j$(JOBS)
+	@for f in build-fuzz/*_fuzz; do echo "== $$f"; $$f -max_total_time=$(FUZZ_SECONDS) >/dev/null 2>&1 \
+	  && echo "no crash in $(FUZZ_SECONDS) s" || { echo "$$f failed"; exit 1; }; done
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zelkora::platform {
@@ -15,33 +15,31 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct PathCase {
-  const char* name;
-  std::map<std::string, std::string> environment;
-  fs::path expected;
-};
-
-const PathCase kPathCases[] = {
-    {"explicit file wins",
-     {{"ZELKORA_SETTINGS", "/tmp/s.ini"}, {"XDG_CONFIG_HOME", "/x"}, {"HOME", "/home/u"}},
-     "/tmp/s.ini"},
-    {"config home", {{"XDG_CONFIG_HOME", "/x"}, {"HOME", "/home/u"}}, "/x/zelkora/settings.ini"},
-    {"home", {{"HOME", "/home/u"}}, "/home/u/.config/zelkora/settings.ini"},
-    {"empty variables count as unset",
-     {{"ZELKORA_SETTINGS", ""}, {"XDG_CONFIG_HOME", ""}, {"HOME", "/home/u"}},
-     "/home/u/.config/zelkora/settings.ini"},
-    {"relative config home is ignored",
-     {{"XDG_CONFIG_HOME", "rel"}, {"HOME", "/home/u"}},
-     "/home/u/.config/zelkora/settings.ini"},
-    {"nothing set", {}, ""},
-};
-
+// ZELKORA_SETTINGS, else an absolute XDG_CONFIG_HOME, else HOME; an empty
+// variable counts as unset (nullptr).
 TEST(PosixSettingsPathTest, ChosenFromTheEnvironment) {
-  for (const PathCase& c : kPathCases) {
-    SCOPED_TRACE(c.name);
+  const fs::path home = "/home/u/.config/zelkora/settings.ini";
+  const struct {
+    const char* settings;
+    const char* config_home;
+    const char* home;
+    fs::path expected;
+  } cases[] = {
+      {"/tmp/s.ini", "/x", "/home/u", "/tmp/s.ini"},
+      {nullptr, "/x", "/home/u", "/x/zelkora/settings.ini"},
+      {nullptr, nullptr, "/home/u", home},
+      {"", "", "/home/u", home},
+      {nullptr, "rel", "/home/u", home},
+      {nullptr, nullptr, nullptr, ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
     const auto lookup = [&c](const char* name) -> const char* {
-      const auto it = c.environment.find(name);
-      return it == c.environment.end() ? nullptr : it->second.c_str();
+      const std::string_view n = name;
+      return n == "ZELKORA_SETTINGS"  ? c.settings
+             : n == "XDG_CONFIG_HOME" ? c.config_home
+             : n == "HOME"            ? c.home
+                                      : nullptr;
     };
     EXPECT_EQ(PosixSettingsStore::default_path(lookup), c.expected);
   }
@@ -57,6 +55,12 @@ TEST(PosixSettingsPathTest, DefaultStoreUsesTheProcessEnvironment) {
   } else {
     ::unsetenv("ZELKORA_SETTINGS");
   }
+}
+
+TEST(PosixSettingsPathTest, StoreWithoutFileHasNoKeysAndStoresNone) {
+  PosixSettingsStore settings{fs::path()};
+  EXPECT_EQ(settings.get(u"App", u"S", u"k"), std::nullopt);
+  EXPECT_FALSE(settings.set(u"App", u"S", u"k", u"1"));
 }
 
 constexpr TextView kApp = u"Zelkora 结构快速设计";
@@ -88,14 +92,13 @@ class PosixSettingsStoreTest : public ::testing::Test {
   mutable std::vector<std::string> messages_;
 };
 
-TEST_F(PosixSettingsStoreTest, ReadsAFileWrittenByHand) {
-  put("\xEF\xBB\xBF# written by hand\r\n"
-      "[Zelkora 结构快速设计/Options]\r\n"
-      "1cboOpt = 2\r\n"
-      "Title=\"结构 \"\r\n"
-      "[Other/Options]\r\n"
-      "x=1\r\n");
+TEST_F(PosixSettingsStoreTest, ReadsAFileWrittenByHandAndNeverCreatesOne) {
   const PosixSettingsStore settings = store();
+  EXPECT_EQ(settings.get_or(kApp, u"Options", u"1cboOpt", u"0"), u"0");
+  EXPECT_FALSE(fs::exists(path_.parent_path()));
+
+  put("\xEF\xBB\xBF# written by hand\r\n[Zelkora 结构快速设计/Options]\r\n1cboOpt = 2\r\n"
+      "Title=\"结构 \"\r\n[Other/Options]\r\nx=1\r\n");
   EXPECT_EQ(settings.get(kApp, u"options", u"1CBOOPT"), u"2");
   EXPECT_EQ(settings.get(u"zelkora 结构快速设计", u"Options", u"Title"), u"结构 ");
   EXPECT_EQ(settings.get(kApp, u"Options", u"x"), std::nullopt);
@@ -105,15 +108,8 @@ TEST_F(PosixSettingsStoreTest, ReadsAFileWrittenByHand) {
   EXPECT_TRUE(messages_.empty());
 }
 
-TEST_F(PosixSettingsStoreTest, ReadingDoesNotCreateTheFile) {
-  const PosixSettingsStore settings = store();
-  EXPECT_EQ(settings.get(kApp, u"Options", u"1cboOpt"), std::nullopt);
-  EXPECT_EQ(settings.get_or(kApp, u"Options", u"1cboOpt", u"0"), u"0");
-  EXPECT_FALSE(fs::exists(path_.parent_path()));
-  EXPECT_TRUE(messages_.empty());
-}
-
-TEST_F(PosixSettingsStoreTest, DamagedFileReadsAsEmptyAndIsReportedOnce) {
+// Not UTF-8 or unreadable: no keys, reported once, never overwritten.
+TEST_F(PosixSettingsStoreTest, UnusableFileReadsAsEmptyAndIsReportedOnce) {
   const std::string damaged = "[App/Options]\nk=1\nbad=\xC3\x28\n";
   put(damaged);
   PosixSettingsStore settings = store();
@@ -126,14 +122,12 @@ TEST_F(PosixSettingsStoreTest, DamagedFileReadsAsEmptyAndIsReportedOnce) {
 
   put("[App/Options]\nk=3\n");  // repaired
   EXPECT_EQ(settings.get(u"App", u"Options", u"k"), u"3");
-}
 
-TEST_F(PosixSettingsStoreTest, UnreadableFileReadsAsEmpty) {
+  fs::remove(path_);
   fs::create_directories(path_);  // a folder where the file should be
-  PosixSettingsStore settings = store();
   EXPECT_EQ(settings.get(u"App", u"Options", u"k"), std::nullopt);
   EXPECT_FALSE(settings.set(u"App", u"Options", u"k", u"1"));
-  EXPECT_EQ(messages_.size(), 1u);
+  EXPECT_EQ(messages_.size(), 2u);
 }
 
 TEST_F(PosixSettingsStoreTest, SeesChangesMadeByOthers) {
@@ -142,14 +136,13 @@ TEST_F(PosixSettingsStoreTest, SeesChangesMadeByOthers) {
   EXPECT_EQ(settings.get(u"App", u"S", u"k"), u"1");
   put("[App/S]\nk=2\n");  // same size, rewritten in place
   EXPECT_EQ(settings.get(u"App", u"S", u"k"), u"2");
-  PosixSettingsStore other = store();
-  ASSERT_TRUE(other.set(u"App", u"S", u"k", u"3"));
+  ASSERT_TRUE(store().set(u"App", u"S", u"k", u"3"));
   EXPECT_EQ(settings.get(u"App", u"S", u"k"), u"3");
   fs::remove(path_);
   EXPECT_EQ(settings.get(u"App", u"S", u"k"), std::nullopt);
 }
 
-TEST_F(PosixSettingsStoreTest, SetWritesUtf8CreatingFolders) {
+TEST_F(PosixSettingsStoreTest, SetWritesUtf8CreatingFoldersAndKeepsTheRest) {
   PosixSettingsStore settings = store();
   ASSERT_TRUE(settings.set(kApp, u"Options", u"1cboOpt", u"2"));
   ASSERT_TRUE(settings.set(kApp, u"Options", u"名称", u"钢筋"));
@@ -157,20 +150,11 @@ TEST_F(PosixSettingsStoreTest, SetWritesUtf8CreatingFolders) {
   EXPECT_EQ(settings.get(kApp, u"OPTIONS", u"名称"), u"钢筋");
   EXPECT_FALSE(settings.set(kApp, u"Options", u"k", u"two\nlines"));
   EXPECT_EQ(settings.get(kApp, u"Options", u"k"), std::nullopt);
-}
 
-TEST_F(PosixSettingsStoreTest, SetKeepsTheRestOfAHandWrittenFile) {
   put("# mine\r\n[App/S]\r\nk = 1\r\n\r\n[App/T]\r\n");
-  PosixSettingsStore settings = store();
   ASSERT_TRUE(settings.set(u"app", u"s", u"K", u"2"));
   ASSERT_TRUE(settings.set(u"App", u"T", u"j", u"3"));
   EXPECT_EQ(bytes(), "# mine\r\n[App/S]\r\nk = 2\r\n\r\n[App/T]\r\nj=3\r\n");
-}
-
-TEST(PosixSettingsStoreWithoutFileTest, HasNoKeysAndStoresNone) {
-  PosixSettingsStore settings{fs::path()};
-  EXPECT_EQ(settings.get(u"App", u"S", u"k"), std::nullopt);
-  EXPECT_FALSE(settings.set(u"App", u"S", u"k", u"1"));
 }
 
 }  // namespace
