@@ -17,10 +17,6 @@ constexpr std::string_view kEmbeddedDir = "catalogue/";
 constexpr std::string_view kExtension = ".tsv";
 constexpr std::size_t kMaxFileSize = 64u << 20;
 
-// Fibonacci hashing: the high bits of the product spread ids of any pattern.
-std::size_t hash_index(int32_t id, unsigned shift) {
-  return shift >= 32 ? 0 : (static_cast<uint32_t>(id) * 0x9E3779B1u) >> shift;
-}
 
 // A table at most 70 % full.
 std::size_t table_size_for(std::size_t texts) {
@@ -95,25 +91,9 @@ std::string CatalogueProblem::describe() const {
   return text;
 }
 
-std::optional<TextView> Catalogue::find(int32_t id) const {
-  const Slot* slot = find_slot(id);
-  if (!slot) return std::nullopt;
-  return TextView(slot->text, slot->length);
-}
-
-const Catalogue::Slot* Catalogue::find_slot(int32_t id) const {
-  if (slots_.empty() || id <= 0) return nullptr;
-  const std::size_t mask = slots_.size() - 1;
-  for (std::size_t i = hash_index(id, shift_);; i = (i + 1) & mask) {
-    const Slot& slot = slots_[i];
-    if (slot.id == id) return &slot;
-    if (slot.id == 0) return nullptr;
-  }
-}
-
 Catalogue::Slot* Catalogue::slot_for(int32_t id) {
   const std::size_t mask = slots_.size() - 1;
-  for (std::size_t i = hash_index(id, shift_);; i = (i + 1) & mask) {
+  for (std::size_t i = hash_index(id);; i = (i + 1) & mask) {
     Slot& slot = slots_[i];
     if (slot.id == id || slot.id == 0) return &slot;
   }

@@ -41,7 +41,11 @@ class Catalogue {
   Catalogue() = default;
 
   // The text of `id`, or nothing.
-  std::optional<TextView> find(int32_t id) const;
+  std::optional<TextView> find(int32_t id) const {
+    const Slot* slot = find_slot(id);
+    if (!slot) return std::nullopt;
+    return TextView(slot->text, slot->length);
+  }
   bool contains(int32_t id) const { return find(id).has_value(); }
   std::size_t size() const { return count_; }
 
@@ -62,14 +66,27 @@ class Catalogue {
     const char16_t* text = nullptr;  // into one of `chunks_`
   };
 
+  // Fibonacci hashing: the high bits of the product spread ids of any
+  // pattern, also the long runs of consecutive ids of one block.
+  std::size_t hash_index(int32_t id) const {
+    return (static_cast<uint32_t>(id) * 0x9E3779B1u) >> shift_;
+  }
+  const Slot* find_slot(int32_t id) const {
+    if (slots_.empty() || id <= 0) return nullptr;
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t i = hash_index(id);; i = (i + 1) & mask) {
+      const Slot& slot = slots_[i];
+      if (slot.id == id) return &slot;
+      if (slot.id == 0) return nullptr;
+    }
+  }
   void reserve_slots(std::size_t texts);
   Slot* slot_for(int32_t id);
-  const Slot* find_slot(int32_t id) const;
 
   // The decoded texts of each file added, never moved once written.
   std::vector<std::unique_ptr<char16_t[]>> chunks_;
   std::vector<Slot> slots_;  // open addressing, power-of-two size, linear probing
-  unsigned shift_ = 32;      // 32 - log2(slots_.size()): the hash takes the high bits
+  unsigned shift_ = 31;      // 32 - log2(slots_.size()): the hash takes the high bits
   std::size_t count_ = 0;
 };
 
