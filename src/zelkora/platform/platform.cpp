@@ -30,10 +30,10 @@ std::shared_ptr<const Platform> Platform::environment_default() {
     if (auto dir = env("ZELKORA_RESOURCES"); dir && !dir->empty()) p->resource_dir = *dir;
     auto messages = std::make_shared<posix::StderrMessageBox>();
     p->messages = messages;
-    p->settings = std::make_shared<PosixSettingsStore>(
-        PosixSettingsStore::default_path(),
+    p->settings = std::make_shared<posix::PosixSettingsStore>(
+        posix::PosixSettingsStore::default_path(),
         [messages](std::string_view problem) { messages->diagnostic(problem); });
-    p->ini = std::make_shared<PosixIniFiles>();
+    p->ini = std::make_shared<posix::PosixIniFiles>();
     p->locale = std::make_shared<posix::EnvironmentNumberLocale>(env);
     p->suite = std::make_shared<posix::FileSuiteServices>(p->resource_dir);
     return std::shared_ptr<const Platform>(std::move(p));
@@ -43,8 +43,8 @@ std::shared_ptr<const Platform> Platform::environment_default() {
 
 std::shared_ptr<Platform> Platform::headless() {
   auto p = std::make_shared<Platform>();
-  p->settings = std::make_shared<MemorySettingsStore>();
-  p->ini = std::make_shared<MemoryIniFiles>();
+  p->settings = std::make_shared<headless::MemorySettingsStore>();
+  p->ini = std::make_shared<headless::MemoryIniFiles>();
   p->messages = std::make_shared<headless::RecordingMessageBox>();
   p->locale = std::make_shared<headless::FixedNumberLocale>();
   p->suite = std::make_shared<headless::MemorySuiteServices>();

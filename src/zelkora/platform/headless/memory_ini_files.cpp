@@ -3,7 +3,7 @@
 #include "zelkora/platform/codepage.h"
 #include "zelkora/platform/ini_text.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::headless {
 
 namespace {
 
@@ -53,4 +53,4 @@ bool MemoryIniFiles::remove(TextView file) {
   return true;
 }
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::headless

@@ -16,7 +16,7 @@
 
 #include "zelkora/platform/platform.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::headless {
 
 class MemoryIniFiles final : public IniFiles {
  public:
@@ -34,4 +34,4 @@ class MemoryIniFiles final : public IniFiles {
   std::map<Text, Text, std::less<>> files_;
 };
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::headless

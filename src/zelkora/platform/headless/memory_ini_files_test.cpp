@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zelkora::platform {
+namespace zelkora::platform::headless {
 namespace {
 
 TEST(MemoryIniFilesTest, ReadsWhatWasPut) {
@@ -39,4 +39,4 @@ TEST(MemoryIniFilesTest, MissingFiles) {
 }
 
 }  // namespace
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::headless

@@ -2,7 +2,7 @@
 
 #include "zelkora/platform/ini_text.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::headless {
 
 namespace {
 
@@ -32,4 +32,4 @@ bool MemorySettingsStore::set(TextView application, TextView section, TextView k
   return true;
 }
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::headless

@@ -13,7 +13,7 @@
 
 #include "zelkora/platform/platform.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::headless {
 
 class MemorySettingsStore final : public SettingsStore {
  public:
@@ -31,4 +31,4 @@ class MemorySettingsStore final : public SettingsStore {
   Text content_;
 };
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::headless

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zelkora::platform {
+namespace zelkora::platform::headless {
 namespace {
 
 constexpr TextView kApp = u"Zelkora 结构快速设计";
@@ -39,4 +39,4 @@ TEST(MemorySettingsStoreTest, SetStoresAsTheFileWould) {
 }
 
 }  // namespace
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::headless

@@ -6,7 +6,7 @@
 #include "zelkora/platform/ini_text.h"
 #include "zelkora/platform/posix/file_io.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::posix {
 
 Text PosixIniFiles::read(TextView section, TextView key, TextView default_value,
                          TextView file) const {
@@ -32,4 +32,4 @@ bool PosixIniFiles::write(TextView section, TextView key, std::optional<TextView
   return posix::replace_file(path, codepage::to_ansi(*edited), /*create_folders=*/false);
 }
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::posix

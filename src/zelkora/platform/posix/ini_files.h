@@ -19,7 +19,7 @@
 
 #include "zelkora/platform/platform.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::posix {
 
 class PosixIniFiles final : public IniFiles {
  public:
@@ -29,4 +29,4 @@ class PosixIniFiles final : public IniFiles {
   bool write(TextView section, TextView key, std::optional<TextView> value, TextView file) override;
 };
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::posix

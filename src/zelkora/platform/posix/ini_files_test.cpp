@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-namespace zelkora::platform {
+namespace zelkora::platform::posix {
 namespace {
 
 namespace fs = std::filesystem;
@@ -156,4 +156,4 @@ TEST_F(PosixIniFilesTest, WriteKeepsPermissionsAndFollowsLinks) {
 }
 
 }  // namespace
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::posix

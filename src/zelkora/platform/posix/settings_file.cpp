@@ -8,7 +8,7 @@
 
 #include "zelkora/platform/ini_text.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::posix {
 
 namespace {
 
@@ -128,4 +128,4 @@ bool PosixSettingsStore::set(TextView application, TextView section, TextView ke
   return posix::replace_file(path_, to_utf8(*edited), /*create_folders=*/true);
 }
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::posix

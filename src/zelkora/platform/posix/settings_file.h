@@ -30,7 +30,7 @@
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/posix/file_io.h"
 
-namespace zelkora::platform {
+namespace zelkora::platform::posix {
 
 class PosixSettingsStore final : public SettingsStore {
  public:
@@ -82,4 +82,4 @@ class PosixSettingsStore final : public SettingsStore {
   mutable std::optional<posix::FileStamp> reported_;
 };
 
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::posix

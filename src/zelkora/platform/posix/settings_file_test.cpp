@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zelkora::platform {
+namespace zelkora::platform::posix {
 namespace {
 
 namespace fs = std::filesystem;
@@ -158,4 +158,4 @@ TEST_F(PosixSettingsStoreTest, SetWritesUtf8CreatingFoldersAndKeepsTheRest) {
 }
 
 }  // namespace
-}  // namespace zelkora::platform
+}  // namespace zelkora::platform::posix
