@@ -54,7 +54,6 @@ class clsErrChr {
   Text check_sign_;
   Text thousands_separator_;
   bool message_ignore_ = false;
-  bool saved_ignore_ = false;
   double number1_ = 0;
   double number2_ = 0;
 };
