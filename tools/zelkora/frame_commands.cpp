@@ -37,7 +37,7 @@ void eqres_command(Args& args, std::ostream& out) {
   args.expect(2);
   clsCharacter chr;
   out << (chr.bTextEqResString(arg_text(args[0]), arg_int32(args[1], "ID"), compare) ? "true"
-                                                                                      : "false")
+                                                                                     : "false")
       << "\n";
 }
 
@@ -62,8 +62,8 @@ void symbols_command(Args& args, std::ostream& out) {
 
 void check_resources_command(Args& args, std::ostream& out) {
   if (args.size() > 1) args.expect(1);
-  const std::filesystem::path dir =
-      args.size() == 1 ? std::filesystem::path(args[0]) : platform::Platform::current()->resource_dir;
+  const std::filesystem::path dir = args.size() == 1 ? std::filesystem::path(args[0])
+                                                     : platform::Platform::current()->resource_dir;
   std::vector<frame::CatalogueProblem> problems;
   const auto catalogue = frame::load_catalogue(dir, &problems);
   out << "texts=" << catalogue->size() << "\n";

@@ -26,8 +26,10 @@
 
 #include "zelkora/frame/catalogue.h"
 #include "zelkora/frame/numbers.h"
+#include "zelkora/frame/variant.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
+#include "zelkora/reporttext/column_layout.h"
 
 namespace zelkora {
 
@@ -142,6 +144,54 @@ class clsCharacter {
   // True when `text` without surrounding blanks equals catalogue text `lRes`.
   bool bTextEqResString(TextView text, int32_t lRes, Compare compare = Compare::Binary) const;
 
+  // ---- Number formatting (typeset/number_format.cpp) ----------------------
+  //
+  // A format code names a count of decimals or a unit ("3", "kn", "mm2"),
+  // optionally followed by "d" (print the unit symbol) and "_" and a digit
+  // (override the decimals): "kn" gives "#0.0", "knd_2" "#0.00kN". Any other
+  // code is taken as a picture pattern of the caller's own.
+
+  // The picture pattern of a code; sets the object's decimals (0 and up, -1
+  // for "Percent", -10 when the code is itself the pattern).
+  Text tCF(TextView tEnter);
+  // The number formatted with the pattern of the code, all decimals shown.
+  Text tFmtFix(double dVal, TextView tEnter = {});
+  // As tFmtFix, then trailing zeros trimmed: a bare number is trimmed and one
+  // with a unit symbol keeps its zeros; bFix crosses the rule.
+  Text tFmt(double dVal, TextView tEnter = {}, bool bFix = false);
+  // As tFmt, with about decimals + 1 significant digits instead.
+  Text tFmtV(double dVal, TextView tEnter = {}, bool bFix = false);
+  // " ＝ " and tFmt: the right-hand side of an equation (the two agree).
+  Text tFmtEq(double dVal, TextView tEnter = {}, bool bFix = false);
+  Text tFmtEq1(double dVal, TextView tEnter = {}, bool bFix = false);
+  // A signed term: "+" or "-" (with blanks around it when bSpace), then tFmt
+  // of the absolute value. The sign is that of the unrounded value.
+  Text tFmtS(double dVal, TextView tEnter = {}, bool bFix = false, bool bSpace = false);
+  // A whole expression: catalogue text lRes (or tStr), " ＝ ", tFmt.
+  Text tExpRes(int32_t lRes, double dVal, TextView tEnter = {}, bool bFix = false);
+  Text tExpStr(TextView tStr, double dVal, TextView tEnter = {}, bool bFix = false);
+  // The pattern of the code with the unit symbol always printed; a numeric
+  // vVal from 0 to 9 overrides the decimals.
+  Text tCFD(TextView tEnter, const frame::Variant& vVal = frame::Variant());
+  // tOldText with the run of tLastChr at its end (one or more repetitions)
+  // replaced by dChr repetitions; without such a run, dChr repetitions are
+  // appended.
+  Text tTurn_MultipleLastChr(TextView tOldText, TextView tLastChr, double dChr,
+                             bool bIgnoreCase = false) const;
+
+  // ---- Formula markup (typeset/markup.cpp) ----------------------------------
+
+  // The text with its markup markers removed.
+  Text tDelSuperSubSign(TextView tText) const;
+  // The text with every "|" removed, then its markup markers.
+  Text tDelSuperSubSplitSign(TextView tText) const;
+
+  // ---- Line splitting (typeset/line_split.cpp) -----------------------------
+  // LINE SPLITTING DECLARATIONS
+
+  // ---- Report tables (reporttext/report_table.cpp) -----------------------
+  // REPORT TABLE DECLARATIONS
+
   // ---- For the library's own subsystems ------------------------------------
 
   const platform::Platform& platform() const { return *platform_; }
@@ -161,6 +211,8 @@ class clsCharacter {
   int16_t following_line_indent() const { return following_indent_; }
   // The settings application name (catalogue text 100).
   const Text& settings_application() const { return application_; }
+  // The decimals left by the last tCF.
+  int16_t format_decimals() const { return decimals_; }
   // The steel-grade line store, for the operations that rewrite it.
   std::vector<Text>& steel_grade_lines() { return fy_lines_; }
 
@@ -183,6 +235,9 @@ class clsCharacter {
   std::vector<int16_t> list_;
   bool super_sub_ = false;
   std::vector<Text> fy_lines_;
+  int16_t decimals_ = 0;
+  Text pattern_;  // the last pattern of tCF, reused by the tFmt family
+  reporttext::ColumnLayout columns_;
 };
 
 }  // namespace zelkora

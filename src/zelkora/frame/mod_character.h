@@ -13,4 +13,8 @@ namespace zelkora::ModCharacter {
 Text tGetSetting(const platform::Platform& platform, TextView application, TextView section,
                  TextView key, TextView default_value);
 
+// The markup stripper: the text with its formula markup markers removed
+// (typeset/markup.h).
+Text tStripMarkup(TextView text);
+
 }  // namespace zelkora::ModCharacter
