@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 
+#include "zelkora/frame/numbers.h"
 #include "zelkora/platform/fault.h"
 
 namespace zelkora::cli {
@@ -106,6 +108,17 @@ int32_t arg_int32(std::string_view arg, std::string_view what) {
                      "\""};
   }
   return value;
+}
+
+double arg_double(std::string_view arg, std::string_view what) {
+  if (arg == "inf") return std::numeric_limits<double>::infinity();
+  if (arg == "-inf") return -std::numeric_limits<double>::infinity();
+  if (arg == "nan") return std::numeric_limits<double>::quiet_NaN();
+  if (auto value = frame::parse_number(from_utf8(arg), frame::NumberSymbols{u'.', 0})) {
+    return *value;
+  }
+  throw UsageError{std::string(what) + " must be a number with \".\" as decimal point, not \"" +
+                   std::string(arg) + "\""};
 }
 
 std::string out_text(TextView text) {

@@ -51,6 +51,9 @@ class Args {
 Text arg_text(std::string_view arg);
 // A whole number argument in the 32-bit range, else a UsageError naming `what`.
 int32_t arg_int32(std::string_view arg, std::string_view what);
+// A number argument with "." as decimal point ("2.5", "-1e-3"), or "inf",
+// "-inf", "nan"; else a UsageError naming `what`.
+double arg_double(std::string_view arg, std::string_view what);
 // Text for output: UTF-8 with private-use characters as \uXXXX.
 std::string out_text(TextView text);
 

@@ -139,7 +139,8 @@ void clsCharacter::tValue(int32_t index, TextView text) {
 frame::NumberSymbols clsCharacter::number_symbols() const {
   frame::NumberSymbols symbols;
   symbols.decimal = tDecimalSymbol().empty() ? u'.' : tDecimalSymbol()[0];
-  symbols.grouping = ThousandsSeparator().empty() ? char16_t{0} : ThousandsSeparator()[0];
+  const char16_t grouping = ThousandsSeparator().empty() ? char16_t{0} : ThousandsSeparator()[0];
+  symbols.grouping = (grouping >= u'0' && grouping <= u'9') ? char16_t{0} : grouping;
   return symbols;
 }
 

@@ -82,9 +82,15 @@ class clsCharacter {
   // The symbols chosen in the suite's options; a set stores the text as
   // given, for this object only.
   const Text& tPubPf() const { return symbols_[kPf]; }
-  void tPubPf(TextView text) { symbols_[kPf] = text; }
+  void tPubPf(TextView text) {
+    symbols_[kPf] = text;
+    pattern_code_valid_ = false;
+  }
   const Text& tPubLf() const { return symbols_[kLf]; }
-  void tPubLf(TextView text) { symbols_[kLf] = text; }
+  void tPubLf(TextView text) {
+    symbols_[kLf] = text;
+    pattern_code_valid_ = false;
+  }
   const Text& tPubF1() const { return symbols_[kF1]; }
   void tPubF1(TextView text) { symbols_[kF1] = text; }
   const Text& tPubF2() const { return symbols_[kF2]; }
@@ -101,7 +107,10 @@ class clsCharacter {
 
   // The markup switch: markup (true) or plain (false) power signs in the
   // texts produced afterwards.
-  void bSuperSub(bool on) { super_sub_ = on; }
+  void bSuperSub(bool on) {
+    super_sub_ = on;
+    pattern_code_valid_ = false;
+  }
 
   // The text accumulator: the getter returns it, the setter appends.
   const Text& Txt() const { return accumulator_; }
@@ -187,10 +196,84 @@ class clsCharacter {
   Text tDelSuperSubSplitSign(TextView tText) const;
 
   // ---- Line splitting (typeset/line_split.cpp) -----------------------------
-  // LINE SPLITTING DECLARATIONS
+  // tSngLine broken at every tSplit (found without regard to case) into lines
+  // of at most iMaxChr code page bytes (raised to 80; markers count as
+  // written), each followed by tEnter; the first iPreSpace blanks in, the
+  // others iPreSpace + iPreSpaceAdd (negative: none; a 16-bit overflow of
+  // the sum throws Fault(Overflow)). tMulLine is replaced, or left as it was
+  // for a line of blanks only.
+  void SplitSngLineToMulLine(TextView tSngLine, Text& tMulLine, TextView tSplit, TextView tEnter,
+                             int16_t iPreSpace = 0, int16_t iPreSpaceAdd = 0,
+                             int16_t iMaxChr = 0) const;
+  // tText wrapped to iMaxChr cells as shown (0 or less: iMaxChrNow), with the
+  // break rules of typeset/line_split.h: tLines gets the lines from index 0,
+  // tMulLine the lines each followed by tEnter; returns the line count. The
+  // first line of each paragraph is iFstPreSpace blanks in, the others
+  // iSecPreSpace.
+  int32_t SplitTextToMulLine(TextView tText, std::vector<Text>& tLines, Text& tMulLine,
+                             TextView tEnter, int16_t iMaxChr = 0, int16_t iFstPreSpace = 0,
+                             int16_t iSecPreSpace = 0) const;
+  // tText wrapped to iMaxChrNow with the current indents (0, then 4), the
+  // lines joined by tConEnter1 (none after the last). A text without line
+  // breaks that fits comes back as it is.
+  Text SplitSP26(TextView tText) const;
 
   // ---- Report tables (reporttext/report_table.cpp) -----------------------
-  // REPORT TABLE DECLARATIONS
+  //
+  // A fixed-pitch table: each column has a width in cells, an alignment and
+  // extra blanks; a cell text is fitted into width - extra blanks (numbers
+  // lose trailing digits, other texts end in "...") and padded. An index
+  // outside the columns throws Fault(IndexOutOfRange), a width sum beyond 32
+  // bits Fault(Overflow). The columns and the row helpers are described in
+  // reporttext/report_table.h.
+
+  // The upper column index of the next ListOut_Initialize; negative for a
+  // table without columns.
+  void ListOut_Ubound(int32_t ubound) { columns_.ubound = ubound; }
+  // Makes columns 0 to the upper index, all zero, and sets lStart and up.
+  void ListOut_Initialize(int32_t lStart, int32_t lWidth, eAlignment lAlign = zkRightJustify,
+                          int32_t lSpcAdd = 1);
+  void ListOut_Index_Width(int32_t Index, int32_t lWidth);
+  void ListOut_Index_Align(int32_t Index, eAlignment lAlign);
+  void ListOut_Index_SpcAdd(int32_t Index, int32_t lSpcAdd);
+  // The text fitted into column Index and padded to its width.
+  Text tFormatByLenA(TextView tCell, int32_t Index) const;
+  // The text in a one-off column; the object's own layout is left as it is.
+  Text tFormatByLen(TextView tCell, int32_t lWidth, eAlignment lAlign = zkRightJustify,
+                    int32_t lSpcAdd = 0) const;
+  // Does nothing; kept for the forms that still call it.
+  void FormatByLenSet(std::vector<int16_t>& /*iWidth*/, std::vector<int16_t>& /*iAlign*/,
+                      std::vector<int16_t>& /*iSpcAdd*/) const {}
+  // Appends a row of cells lStart to the upper index, then tEnd and
+  // tConEnter1, to Txt (tPreSpc first when lStart is 0).
+  void ListOut_TextAddRow(const std::vector<Text>& cells, int32_t lStart, TextView tPreSpc = {},
+                          TextView tEnd = {});
+  // The same on tText, with columns lStart to lU.
+  void TextAddRowA(Text& tText, const std::vector<Text>& cells, int32_t lU, int32_t lStart = 0,
+                   TextView tPreSpc = {}, TextView tEnd = {}) const;
+  // Widens the columns from lAdjustStart on so that the table fills
+  // iMaxChrNow; lAllWidth receives the width before widening. The W form
+  // returns it. Fault(DivisionByZero) when there is room to fill and no
+  // column to widen, or lAdjust is 0.
+  void ListOUt_AdjustWidth() { ListOUt_AdjustWidthW(); }
+  void ListOUt_AdjustWidth(int32_t& lAllWidth, int32_t lAdjustStart = 3, int32_t lAdd = 4);
+  void ListOUt_AdjustWidth(int32_t& lAllWidth, int32_t lAdjustStart, int32_t lAdd,
+                           int32_t& lAdjust);
+  int32_t ListOUt_AdjustWidthW(int32_t lAdjustStart = 3, int32_t lAdd = 4, int32_t lAdjust = 1);
+  // The header row of the standard three-column table (column number,
+  // control, seismic); sets the widths of columns 0 to 2, which must exist.
+  Text ListOut_ConCaptionListCap_Text();
+  void ListOut_ConCaptionListCap() { Txt(ListOut_ConCaptionListCap_Text()); }
+  // KeyIn when the key may be typed (a character of catalogue text lResStr,
+  // backspace, or copy, paste, cut, undo), else 0. lResStr is read without
+  // the language offset; a missing id throws Fault(MissingResource).
+  int16_t iValiTextEnter(int16_t KeyIn, int32_t lResStr) const;
+  int16_t ValiTextEnter(int16_t /*KeyIn*/, TextView /*ValidateString*/, bool /*Editable*/) const {
+    return 0;
+  }
+  // Hands iSign, panelM, N and L to the platform's progress display, if any.
+  void DisplayProcess(int32_t L, int32_t N, platform::Control* panelM, int16_t iSign = 0) const;
+  const reporttext::ColumnLayout& column_layout() const { return columns_; }
 
   // ---- For the library's own subsystems ------------------------------------
 
@@ -198,8 +281,9 @@ class clsCharacter {
   const frame::Catalogue& catalogue() const { return *catalogue_; }
   // The catalogue text of `id` (no offset), or nothing.
   std::optional<TextView> catalogue_text(int32_t id) const { return catalogue_->find(id); }
-  // The number symbols in use: the first characters of tDecimalSymbol and
-  // ThousandsSeparator.
+  // The number symbols in use, for reading and writing numbers: the first
+  // characters of tDecimalSymbol and ThousandsSeparator (a digit there, as
+  // where the locale groups no digits, means no grouping).
   frame::NumberSymbols number_symbols() const;
   bool markup_switch() const { return super_sub_; }
   // The squared and cubed signs in markup form (entries 13 and 14).
@@ -218,6 +302,9 @@ class clsCharacter {
 
  private:
   void start();
+  // Sets the decimals and the pattern of a format code; the pattern stays in
+  // a buffer of the object, reused from call to call.
+  const Text& format_pattern(TextView tEnter);
 
   std::shared_ptr<const platform::Platform> platform_;
   std::shared_ptr<const frame::Catalogue> catalogue_;
@@ -236,7 +323,13 @@ class clsCharacter {
   bool super_sub_ = false;
   std::vector<Text> fy_lines_;
   int16_t decimals_ = 0;
-  Text pattern_;  // the last pattern of tCF, reused by the tFmt family
+  // The last code of tCF, its pattern and decimals, reused while the same
+  // code comes again and the power signs stay.
+  Text pattern_code_;
+  Text pattern_;
+  bool pattern_code_valid_ = false;
+  // The text between the blank and the equals sign of tFmtEq1; nothing sets it.
+  Text equation_prefix_;
   reporttext::ColumnLayout columns_;
 };
 

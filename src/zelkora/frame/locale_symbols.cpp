@@ -1,5 +1,7 @@
 #include "zelkora/frame/locale_symbols.h"
 
+#include "zelkora/typeset/picture_format.h"
+
 namespace zelkora::frame {
 
 NumberSymbols number_symbols_of(const platform::NumberLocale& locale) {
@@ -16,14 +18,7 @@ Text system_decimal_symbol(const NumberSymbols& symbols) {
 }
 
 Text system_thousands_separator(const NumberSymbols& symbols) {
-  // 1000 in "Standard" is "1", the grouping symbol, "000", the decimal symbol
-  // and "00"; without grouping it is "1000" and so on.
-  Text standard = u"1";
-  if (symbols.grouping != 0) standard.push_back(symbols.grouping);
-  standard += u"000";
-  standard.push_back(symbols.decimal);
-  standard += u"00";
-  return standard.substr(1, 1);
+  return typeset::format_picture(1000, u"Standard", symbols).substr(1, 1);
 }
 
 }  // namespace zelkora::frame

@@ -3,6 +3,7 @@
 #include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
 #include "zelkora/platform/headless/memory_settings.h"
+#include "zelkora/platform/headless/recording_progress.h"
 #include "zelkora/platform/posix/environment.h"
 #include "zelkora/platform/posix/ini_files.h"
 #include "zelkora/platform/posix/settings_file.h"
@@ -48,6 +49,7 @@ std::shared_ptr<Platform> Platform::headless() {
   p->messages = std::make_shared<headless::RecordingMessageBox>();
   p->locale = std::make_shared<headless::FixedNumberLocale>();
   p->suite = std::make_shared<headless::MemorySuiteServices>();
+  p->progress = std::make_shared<headless::RecordingProgressDisplay>();
   return p;
 }
 

@@ -16,6 +16,7 @@
 #include <string_view>
 #include <vector>
 
+#include "zelkora/platform/progress.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::platform {
@@ -97,6 +98,8 @@ struct Platform {
   std::shared_ptr<MessageBox> messages;
   std::shared_ptr<NumberLocale> locale;
   std::shared_ptr<SuiteServices> suite;
+  // The progress display of DisplayProcess; null for none.
+  std::shared_ptr<ProgressDisplay> progress;
   // A folder whose catalogue and files override the compiled-in resources;
   // empty for the compiled-in resources alone.
   std::filesystem::path resource_dir;
