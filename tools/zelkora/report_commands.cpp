@@ -1,4 +1,5 @@
 // Commands of the report tables.
+#include <algorithm>
 #include <cstdlib>
 
 #include "tools/zelkora/cli.h"
@@ -38,6 +39,53 @@ void cell_command(Args& args, std::ostream& out) {
   out << "[" << out_text(chr.tFormatByLen(arg_text(args[0]), width, alignment, extra)) << "]\n";
 }
 
+// A comma-separated list argument.
+std::vector<std::string> arg_list(std::string_view arg) {
+  std::vector<std::string> items;
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t comma = arg.find(',', start);
+    items.emplace_back(
+        arg.substr(start, comma == std::string_view::npos ? arg.npos : comma - start));
+    if (comma == std::string_view::npos) return items;
+    start = comma + 1;
+  }
+}
+
+void table_command(Args& args, std::ostream& out) {
+  const auto widths = args.take_option("--widths");
+  const auto aligns = args.take_option("--align");
+  const auto spaces = args.take_option("--spaces");
+  if (args.size() == 0) throw UsageError{"give at least one ROW"};
+  std::vector<std::vector<Text>> rows;
+  std::size_t columns = 0;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    rows.push_back(split_text(arg_text(args[i]), u"|"));
+    columns = std::max(columns, rows.back().size());
+  }
+  if (columns == 0) throw UsageError{"the rows have no cells"};
+  clsCharacter chr;
+  chr.ListOut_Ubound(static_cast<int32_t>(columns) - 1);
+  chr.ListOut_Initialize(0, 12, zkRightJustify, spaces ? arg_cells(*spaces, "N") : 1);
+  if (widths) {
+    const auto list = arg_list(*widths);
+    for (std::size_t i = 0; i < list.size() && i < columns; ++i) {
+      chr.ListOut_Index_Width(static_cast<int32_t>(i), arg_cells(list[i], "--widths"));
+    }
+  }
+  if (aligns) {
+    const auto list = arg_list(*aligns);
+    for (std::size_t i = 0; i < list.size() && i < columns; ++i) {
+      chr.ListOut_Index_Align(static_cast<int32_t>(i), arg_alignment(list[i]));
+    }
+  }
+  for (std::vector<Text>& cells : rows) {
+    cells.resize(columns);
+    chr.ListOut_TextAddRow(cells, 0);
+  }
+  out << out_text(replace_all(chr.Txt(), chr.tConEnter1(), u"\n"));
+}
+
 }  // namespace
 
 std::vector<Command> report_commands() {
@@ -46,6 +94,10 @@ std::vector<Command> report_commands() {
        "TEXT fitted into a report-table column of WIDTH cells with N extra blanks (default "
        "right, 0), between [ and ]",
        cell_command},
+      {"table", "ROW... [--widths W1,W2,...] [--align A1,A2,...] [--spaces N]",
+       "a report table of \"|\"-separated cells, one ROW an argument (columns 12 wide, "
+       "right-aligned, 1 extra blank unless given)",
+       table_command},
   };
 }
 
