@@ -80,6 +80,24 @@ void BM_IconvStrippedToGbk(benchmark::State& state) {
 }
 BENCHMARK(BM_IconvStrippedToGbk);
 
+// The same with the converter opened and closed for each line, as a width
+// function built on iconv alone would have to (it keeps no state).
+void BM_IconvOpenConvertClose(benchmark::State& state) {
+  const zelkora::Text stripped = zelkora::typeset::strip_markup(kLine);
+  char buffer[256];
+  for (auto _ : state) {
+    iconv_t cd = iconv_open("GBK", "UTF-16LE");
+    char* in = const_cast<char*>(reinterpret_cast<const char*>(stripped.data()));
+    std::size_t in_left = stripped.size() * 2;
+    char* out = buffer;
+    std::size_t out_left = sizeof buffer;
+    iconv(cd, &in, &in_left, &out, &out_left);
+    iconv_close(cd);
+    benchmark::DoNotOptimize(sizeof buffer - out_left);
+  }
+}
+BENCHMARK(BM_IconvOpenConvertClose);
+
 }  // namespace
 
 BENCHMARK_MAIN();

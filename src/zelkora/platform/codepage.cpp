@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace zelkora::codepage {
 
 namespace {
@@ -38,12 +42,51 @@ std::size_t display_width(TextView text) {
   // surrogate pairs, one "?" for two units, are counted apart.
   std::size_t width = text.size();
   bool surrogates = false;
-  for (const char16_t c : text) {
+  std::size_t i = 0;
+#ifdef __SSE2__
+  // Eight units at a time: ASCII adds nothing, an ideograph of the unified
+  // block U+4E00-U+9FA5 (all of which code page 936 has) one; the table
+  // decides the other units of a block.
+  const __m128i ascii_bits = _mm_set1_epi16(static_cast<short>(0xFF80));
+  const __m128i flip = _mm_set1_epi16(static_cast<short>(0x8000));
+  const __m128i cjk_low = _mm_set1_epi16(static_cast<short>(0x4E00 ^ 0x8000));
+  const __m128i cjk_high = _mm_set1_epi16(static_cast<short>(0x9FA5 ^ 0x8000));
+  // Ideographs are counted lane by lane, and the lanes summed every 4096
+  // blocks, before a lane could overflow.
+  __m128i ideographs = _mm_setzero_si128();
+  auto sum_lanes = [&] {
+    alignas(16) std::uint16_t lanes[8];
+    _mm_store_si128(reinterpret_cast<__m128i*>(lanes), ideographs);
+    for (const std::uint16_t n : lanes) width += n;
+    ideographs = _mm_setzero_si128();
+  };
+  for (std::size_t block = 1; i + 8 <= text.size(); i += 8, ++block) {
+    if (block % 4096 == 0) sum_lanes();
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + i));
+    const __m128i ascii = _mm_cmpeq_epi16(_mm_and_si128(v, ascii_bits), _mm_setzero_si128());
+    const __m128i x = _mm_xor_si128(v, flip);  // unsigned order as signed order
+    const __m128i cjk =
+        _mm_andnot_si128(_mm_or_si128(_mm_cmplt_epi16(x, cjk_low), _mm_cmpgt_epi16(x, cjk_high)),
+                         _mm_set1_epi16(-1));
+    ideographs = _mm_sub_epi16(ideographs, cjk);  // a lane of cjk is -1 or 0
+    unsigned other = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(ascii, cjk))) & 0xFFFFu;
+    while (other != 0) {
+      const unsigned lane = static_cast<unsigned>(__builtin_ctz(other)) / 2;
+      const char16_t c = text[i + lane];
+      width += wide_bit(c);
+      surrogates |= is_surrogate(c);
+      other &= ~(3u << (lane * 2));
+    }
+  }
+  sum_lanes();
+#endif
+  for (; i < text.size(); ++i) {
+    const char16_t c = text[i];
     width += wide_bit(c);
     surrogates |= is_surrogate(c);
   }
   if (surrogates) {
-    for (std::size_t i = 1; i < text.size(); ++i) width -= ends_pair(text, i) ? 1 : 0;
+    for (std::size_t k = 1; k < text.size(); ++k) width -= ends_pair(text, k) ? 1 : 0;
   }
   return width;
 }

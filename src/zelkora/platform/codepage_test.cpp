@@ -84,6 +84,40 @@ TEST(CodepageTest, EveryCharacterRoundTripsAndMatchesItsWidth) {
   EXPECT_EQ(with_form, 127 + 1 + 21791 + 1894);
 }
 
+// The width of long texts, counted eight units at a time, against the sum of
+// the units' own widths: every unit value in every position of a block, in
+// runs of one value and in random order.
+TEST(CodepageTest, WidthOfLongTextsIsTheSumOfItsCharacters) {
+  auto reference = [](const Text& text) {
+    std::size_t width = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      const bool pair =
+          i + 1 < text.size() && (text[i] & 0xFC00) == 0xD800 && (text[i + 1] & 0xFC00) == 0xDC00;
+      width += pair ? 1 : static_cast<std::size_t>(char_width(text[i]));
+      if (pair) ++i;
+    }
+    return width;
+  };
+  Text all;
+  for (int i = 0; i < 0x10000; ++i) all.append(3, static_cast<char16_t>(i));
+  for (std::size_t offset = 0; offset < 8; ++offset) {
+    const TextView view = TextView(all).substr(offset);
+    ASSERT_EQ(display_width(view), reference(Text(view))) << offset;
+  }
+  std::mt19937 random(9);
+  for (int round = 0; round < 200; ++round) {
+    Text text(static_cast<std::size_t>(random() % 64), u' ');
+    for (char16_t& c : text) {
+      const unsigned kind = random() % 4;
+      c = kind == 0   ? static_cast<char16_t>(random() % 0x80)
+          : kind == 1 ? static_cast<char16_t>(0x4DF8 + random() % 0x5A00)
+                      : static_cast<char16_t>(random() % 0x10000);
+    }
+    ASSERT_EQ(display_width(text), reference(text)) << round;
+    ASSERT_EQ(to_ansi(text).size(), reference(text)) << round;
+  }
+}
+
 // A double-byte character is never split; a surrogate pair fits as one "?".
 TEST(CodepageTest, PrefixFitting) {
   const struct {

@@ -2,6 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/frame/mod_character.h"
@@ -35,6 +40,25 @@ std::size_t remove_all(char16_t* data, std::size_t length, TextView marker) {
   return write;
 }
 
+// Four units read as one number, to compare with a marker at once.
+constexpr std::uint64_t pack(TextView four) {
+  return static_cast<std::uint64_t>(four[0]) | static_cast<std::uint64_t>(four[1]) << 16 |
+         static_cast<std::uint64_t>(four[2]) << 32 | static_cast<std::uint64_t>(four[3]) << 48;
+}
+std::uint64_t load_four(const char16_t* p) { return pack(TextView(p, kMarkerLength)); }
+
+// Whether a start marker begins, or an end marker ends, at position i.
+bool starts_marker_at(TextView text, std::size_t i) {
+  if (text.size() - i < kMarkerLength) return false;
+  const std::uint64_t m = load_four(text.data() + i);
+  return m == pack(u"_bb(") || m == pack(u"_up(") || m == pack(u"_ub(");
+}
+bool ends_marker_at(TextView text, std::size_t i) {
+  if (i + 1 < kMarkerLength) return false;
+  const std::uint64_t m = load_four(text.data() + i + 1 - kMarkerLength);
+  return m == pack(u")bb_") || m == pack(u")up_") || m == pack(u")ub_");
+}
+
 // Every marker contains "_": a text without one has nothing to strip.
 bool may_hold_markup(TextView text) { return text.find(u'_') != TextView::npos; }
 
@@ -53,9 +77,39 @@ Text strip_markup(TextView text) {
 }
 
 std::size_t markup_display_width(TextView text) {
-  if (!may_hold_markup(text)) return codepage::display_width(text);
-  // The stripped copy lives on the stack for a line-sized text, and in a
-  // buffer kept by the thread (grown once, then reused) for a longer one.
+  // When every "_" is the first character of a start marker or the last of an
+  // end marker, and never both, the markers do not overlap and no removal can
+  // form a new one out of its neighbours (a new marker needs a "_" that no
+  // marker owns). Each removal then takes away one marker of four one-cell
+  // characters, and the width follows without building the stripped text.
+  std::size_t markers = 0;
+  bool plain_markers = true;
+  auto check_underscore = [&](std::size_t i) {
+    if (starts_marker_at(text, i) == ends_marker_at(text, i)) plain_markers = false;
+    ++markers;
+  };
+  std::size_t i = 0;
+#ifdef __SSE2__
+  // Eight units at a time: most have no "_".
+  const __m128i underscore = _mm_set1_epi16(u'_');
+  for (; i + 8 <= text.size() && plain_markers; i += 8) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + i));
+    unsigned hits = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(v, underscore)));
+    while (hits != 0) {
+      const unsigned lane = static_cast<unsigned>(__builtin_ctz(hits)) / 2;
+      check_underscore(i + lane);
+      hits &= ~(3u << (lane * 2));
+    }
+  }
+#endif
+  for (; i < text.size() && plain_markers; ++i) {
+    if (text[i] == u'_') check_underscore(i);
+  }
+  if (plain_markers) return codepage::display_width(text) - kMarkerLength * markers;
+
+  // Otherwise the passes are run on a copy: on the stack for a line-sized
+  // text, in a buffer kept by the thread (grown once, then reused) for a
+  // longer one.
   constexpr std::size_t kBuffer = 512;
   if (text.size() <= kBuffer) {
     std::array<char16_t, kBuffer> buffer;
