@@ -216,10 +216,11 @@ Text clsCharacter::tFmtFix(double dVal, TextView tEnter) {
 }
 
 Text clsCharacter::tFmt(double dVal, TextView tEnter, bool bFix) {
+  const frame::NumberSymbols symbols = number_symbols();
   Text s;
   s.reserve(24);
-  typeset::append_picture(s, dVal, format_pattern(tEnter), number_symbols());
-  if (decimals_ >= 1) typeset::trim_trailing_zeros(s, number_symbols().decimal, bFix);
+  typeset::append_picture(s, dVal, format_pattern(tEnter), symbols);
+  if (decimals_ >= 1) typeset::trim_trailing_zeros(s, symbols.decimal, bFix);
   return s;
 }
 

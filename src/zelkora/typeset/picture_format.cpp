@@ -344,8 +344,38 @@ class DigitRun {
   int shown_;
 };
 
-void write_section(Text& out, const Tokens& tokens, const Section& sec, const Rounded& r,
+// Collects the characters of a number in a buffer on the stack and hands
+// them to the output text in few appends.
+class Writer {
+ public:
+  explicit Writer(Text& out) : out_(out) {}
+  ~Writer() { flush(); }
+  Writer(const Writer&) = delete;
+  Writer& operator=(const Writer&) = delete;
+
+  void push_back(char16_t c) {
+    if (n_ == buffer_.size()) flush();
+    buffer_[n_++] = c;
+  }
+  void append(TextView text) {
+    flush();
+    out_.append(text);
+  }
+
+ private:
+  void flush() {
+    out_.append(buffer_.data(), n_);
+    n_ = 0;
+  }
+
+  Text& out_;
+  std::array<char16_t, 64> buffer_;
+  std::size_t n_ = 0;
+};
+
+void write_section(Text& text, const Tokens& tokens, const Section& sec, const Rounded& r,
                    bool minus, const frame::NumberSymbols& symbols) {
+  Writer out(text);
   if (minus) out.push_back(u'-');
   const Decimal& d = r.d;
 
@@ -499,6 +529,7 @@ TextView resolve_named(TextView pattern) {
 // A pattern read into its sections, their tokens and what they ask.
 struct CompiledPattern {
   Text source;
+  bool valid = false;
   int count = 0;
   std::array<TextView, 3> sections;  // views of `source`
   std::array<Tokens, 3> tokens;
@@ -513,6 +544,7 @@ struct CompiledPattern {
       tokens[k] = Tokens(i < count ? sections[k] : TextView());
       analysed[k] = analyse(tokens[k]);
     }
+    valid = true;
   }
 };
 
@@ -521,12 +553,9 @@ struct CompiledPattern {
 // same pattern comes again.
 const CompiledPattern& compile(TextView pattern) {
   thread_local CompiledPattern last;
-  thread_local bool read = false;
-  if (!read || TextView(last.source) != pattern) {
-    last.compile(pattern);
-    read = true;
-  }
-  return last;
+  CompiledPattern& cached = last;  // one lookup of the thread's copy
+  if (!cached.valid || TextView(cached.source) != pattern) cached.compile(pattern);
+  return cached;
 }
 
 }  // namespace
