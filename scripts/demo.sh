@@ -24,3 +24,30 @@ ZELKORA_SETTINGS=$settings ZELKORA_DECIMAL_SYMBOL=, ZELKORA_GROUPING_SYMBOL=. sh
 rm -f "$settings"
 show text 1000 --lang 100000
 show res 99999
+
+echo; echo "# Numbers with units, as the reports print them:"
+show cf knd_2
+show fmt 2.5 knd_3
+show fmt 2.5 knd_3 --fix
+show fmtv 0.0123456 3
+show fmt 1256.637 mm2d --markup
+show fmteq 123.456 knmd
+show fmts -0.001 2 --space
+show format 1234567.891 Standard
+show format -0.004 "0.00;(0.00)"
+ZELKORA_DECIMAL_SYMBOL=, ZELKORA_GROUPING_SYMBOL=. show format 1234567.891 Standard
+
+echo; echo "# Formula markup, its plain form and its width:"
+show strip "f_ub(a)ub_ ＝ f_ub(ak)ub_ + η_ub(b)ub_·γ(b - 3)"
+show width "f_ub(a)ub_ ＝ 1.0"
+show split "弯矩设计值 M ＝ 123.456kN·m，剪力设计值 V ＝ 45.6kN，轴力设计值 N ＝ 1200.0kN，偏心距 e_ub(0)ub_ ＝ 102.9mm" "，" --indent 2 --indent-add 4
+show cell 3.14159265 10 --spaces 1
+
+echo; echo "# A small report table (columns fitted by their width in code page 936, numbers by tFmt):"
+zk_fmt() { "$zk" fmt "$@"; }
+show table --widths 6,22,14,14 --align right,left,right,right \
+  "序号|项目|设计值|限值" \
+  "1|剪力设计值 V|$(zk_fmt 123.456 knd)|$(zk_fmt 150 knd)" \
+  "2|钢筋面积 A_ub(s)ub_|$(zk_fmt 1256.637 mm2d)|$(zk_fmt 1017 mm2d)" \
+  "3|配筋率|$(zk_fmt 0.0085 percent)|$(zk_fmt 0.002 percent)" \
+  "4|裂缝宽度 w_ub(max)ub_|$(zk_fmt 0.1834 mmd_3)|$(zk_fmt 0.3 mmd_3)"

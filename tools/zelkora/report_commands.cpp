@@ -56,6 +56,7 @@ void table_command(Args& args, std::ostream& out) {
   const auto widths = args.take_option("--widths");
   const auto aligns = args.take_option("--align");
   const auto spaces = args.take_option("--spaces");
+  const bool markup = args.take_flag("--markup");
   if (args.size() == 0) throw UsageError{"give at least one ROW"};
   std::vector<std::vector<Text>> rows;
   std::size_t columns = 0;
@@ -83,7 +84,10 @@ void table_command(Args& args, std::ostream& out) {
     cells.resize(columns);
     chr.ListOut_TextAddRow(cells, 0);
   }
-  out << out_text(replace_all(chr.Txt(), chr.tConEnter1(), u"\n"));
+  // Widths count the text as shown, so the table lines up once the markup is
+  // taken out.
+  const Text table = replace_all(chr.Txt(), chr.tConEnter1(), u"\n");
+  out << out_text(markup ? table : chr.tDelSuperSubSign(table));
 }
 
 }  // namespace
@@ -94,9 +98,9 @@ std::vector<Command> report_commands() {
        "TEXT fitted into a report-table column of WIDTH cells with N extra blanks (default "
        "right, 0), between [ and ]",
        cell_command},
-      {"table", "ROW... [--widths W1,W2,...] [--align A1,A2,...] [--spaces N]",
+      {"table", "ROW... [--widths W1,W2,...] [--align A1,A2,...] [--spaces N] [--markup]",
        "a report table of \"|\"-separated cells, one ROW an argument (columns 12 wide, "
-       "right-aligned, 1 extra blank unless given)",
+       "right-aligned, 1 extra blank unless given), printed without markup unless --markup",
        table_command},
   };
 }
