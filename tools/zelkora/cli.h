@@ -69,6 +69,8 @@ std::vector<Command> frame_commands();
 std::vector<Command> typeset_commands();
 std::vector<Command> split_commands();
 std::vector<Command> report_commands();
+std::vector<Command> rebar_commands();
+std::vector<Command> section_commands();
 
 // Runs one command line (without the program name) and returns the exit code.
 int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);

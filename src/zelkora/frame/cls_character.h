@@ -275,6 +275,12 @@ class clsCharacter {
   void DisplayProcess(int32_t L, int32_t N, platform::Control* panelM, int16_t iSign = 0) const;
   const reporttext::ColumnLayout& column_layout() const { return columns_; }
 
+  // ---- Rebar notation (reporttext/rebar.cpp) -------------------------------
+  // REBAR NOTATION DECLARATIONS
+
+  // ---- Section shapes (section/section_shapes.cpp) --------------------------
+  // SECTION SHAPE DECLARATIONS
+
   // ---- For the library's own subsystems ------------------------------------
 
   const platform::Platform& platform() const { return *platform_; }

@@ -231,7 +231,8 @@ Text clsCharacter::tFmtV(double dVal, TextView tEnter, bool bFix) {
     // About d + 1 significant digits: fewer decimals for a large value, more
     // for a small one; a large value is never rounded to tens.
     const double magnitude = std::fabs(dVal);
-    const int n = typeset::rounded_integer_digits(dVal);
+    // The digits of the whole part: 9.996 has one, however it rounds.
+    const int n = typeset::rounded_integer_digits(std::trunc(magnitude));
     int decimals = d;
     if (n >= 2) {
       decimals = d - n + 1;

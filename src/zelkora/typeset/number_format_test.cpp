@@ -151,7 +151,9 @@ TEST(Fmt, SignificantDigits) {
       {0.0123456, u"3", false, u"0.01235", u"0,01235"},
       {1234.5, u"3", false, u"1235", u"1235"},
       {-1234.5, u"3", false, u"-1235", u"-1235"},
-      {9.96, u"1", false, u"10", u"10"},  // rounds to two digits: no decimal left
+      {9.96, u"1", false, u"10", u"10"},
+      {9.996, u"3", false, u"9.996", u"9,996"},  // one digit in the whole part
+      {99.996, u"3", false, u"100", u"100"},
       {0, u"3", false, u"0", u"0"},
       {1e-9, u"2", false, u"0", u"0"},  // k stops at 6
       {0.0004, u"3", false, u"0.0004", u"0,0004"},
