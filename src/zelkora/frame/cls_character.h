@@ -30,6 +30,7 @@
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
 #include "zelkora/reporttext/column_layout.h"
+#include "zelkora/section/section_shapes.h"
 
 namespace zelkora {
 
@@ -276,10 +277,73 @@ class clsCharacter {
   const reporttext::ColumnLayout& column_layout() const { return columns_; }
 
   // ---- Rebar notation (reporttext/rebar.cpp) -------------------------------
-  // REBAR NOTATION DECLARATIONS
+  // Reinforcement as typed on the forms; the rules, error numbers and the
+  // decisions where the rules leave room are in reporttext/rebar.h. Outputs
+  // are written only as far as the reading got; nothing shows a message.
+
+  // A bar text "4Φ20", "3-25", "Φ20", "20": count and diameter; lErr 0 or
+  // 3000100 to 3000150.
+  void GjTextTurnW(TextView tText, int32_t& lN, double& dD, int32_t& lErr) const;
+  void GjTextTurnW(TextView tText, int32_t& lN, double& dD) const;
+  // GjTextTurnW narrowed: a count beyond 16 bits or a diameter beyond single
+  // precision throws Fault(Overflow) and leaves every output as it was.
+  void GjTextTurn(TextView tText, int16_t& N, float& D, int32_t& lErr) const;
+  void GjTextTurn(TextView tText, int16_t& N, float& D) const;
+  // A slab bar text "10@200": diameter and spacing; lErr 0 or 503.
+  void BanGjTextTurn(TextView tText, float& sD, float& sA, int32_t& lErr) const;
+  void BanGjTextTurn(TextView tText, float& sD, float& sA) const;
+  // A number with at most one operator evaluated ("360*0.9" gives "324" and
+  // iSign 1); invalid text comes back trimmed with iSign -1; an empty or
+  // incomplete number gives "0" and leaves iSign alone.
+  Text vYsfTextTurnW(TextView tText, int16_t& iSign) const;
+  Text vYsfTextTurnW(TextView tText) const;
+  frame::Variant vYsfTextTurn(const frame::Variant& vText, int16_t& iSign) const;
+  frame::Variant vYsfTextTurn(const frame::Variant& vText) const;
+  // The trimmed text, or "0" for empty text and the pieces of "-.+".
+  Text tOpinionZeroText(TextView tText) const;
+  // The grade symbol (tPubF1 to tPubF4) for a strength, a strength with one
+  // operator, or a grade name; tPubF1 for anything unknown.
+  Text tGjFhByFy(const frame::Variant& Fy) const;
+  // True when the text, blanks removed, names a known grade; dFy its
+  // strength, or 0.
+  bool bSignEnter_SteelFy(TextView tText, double& dFy) const;
+  bool bSignEnter_SteelFy(TextView tText) const;
+  // The standard diameter for an area shared by lGs bars.
+  double dGjDiameterFromAsW(double dAs, int32_t lGs = 1) const;
+  frame::Variant dGjDiameterFromAs(const frame::Variant& dAs, int32_t lGs = 1) const;
+  // dD rounded up to the standard series (above 50: to a whole number).
+  double dGjDiameterQzW(double dD) const;
+  frame::Variant dGjDiameterQz(const frame::Variant& D) const;
+  // The diameter lChange steps up (or down, negative) the series.
+  double dChangeSteelD(double dD, int32_t lChange) const;
+  // The same on a Variant, read by value before each step; lChange 0 gives
+  // the Variant as a number (Fault(Conversion) for a text that is none).
+  double dChangeGanJinD(const frame::Variant& D, int16_t lChange = 1) const;
+  // The bar list number of tFirst, or of the last digits of tGjBh (whose
+  // part before a "%%" is kept in tGjBh).
+  int16_t iGJListW(Text& tGjBh, TextView tFirst = {}) const;
+  int16_t iGJList(const frame::Variant& tGjBh) const;
+  // The answer words of the combo boxes, trimmed and without case.
+  bool bAutoText(TextView tText) const;
+  bool bYesText(TextView tText) const;
+  bool bMinorFlexuralMember(TextView tText) const;
+  // False only for the word that hides the provided reinforcement.
+  bool bDisplaySpGj(TextView tText) const;
+  // Replaces the steel-grade lines in Txt with their wrapped forms (SplitSP26).
+  void TxtReplaceFy2();
 
   // ---- Section shapes (section/section_shapes.cpp) --------------------------
-  // SECTION SHAPE DECLARATIONS
+  // The shape code of a name shown in a shape combo box: the names of the
+  // catalogue (through tString, so the language offset applies), also the
+  // short names "倒T形", "倒L形", "T形" and "工形" (the asymmetric I).
+  // Compared exactly; any other text gives Rectangular_Shaped. The text is
+  // not changed.
+  Section_Shapes Get_Section_Shape(Text& tSectionShape) const;
+  // The number of the picture that illustrates the shape of a long name (the
+  // pictures belong to the calling program): 3238 inverted T, 3237 inverted
+  // L, 3241 T, 3239 for the symmetric and the asymmetric I alike, 3240 for
+  // any other text.
+  int32_t lSectionPicture(TextView tSectionShape) const;
 
   // ---- For the library's own subsystems ------------------------------------
 
