@@ -51,3 +51,10 @@ show table --widths 6,22,14,14 --align right,left,right,right \
   "2|钢筋面积 A_ub(s)ub_|$(zk_fmt 1256.637 mm2d)|$(zk_fmt 1017 mm2d)" \
   "3|配筋率|$(zk_fmt 0.0085 percent)|$(zk_fmt 0.002 percent)" \
   "4|裂缝宽度 w_ub(max)ub_|$(zk_fmt 0.1834 mmd_3)|$(zk_fmt 0.3 mmd_3)"
+
+echo; echo "# Reinforcement as it is typed, and a cross-section:"
+show rebar "4Φ20"
+show slabbar "10@200"
+show arith "360*0.9"
+show grade HRB400
+show section T形截面 --b 250 --h 600 --bf1 800 --hf1 120
