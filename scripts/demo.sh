@@ -58,3 +58,11 @@ show slabbar "10@200"
 show arith "360*0.9"
 show grade HRB400
 show section T形截面 --b 250 --h 600 --bf1 800 --hf1 120
+
+echo; echo "# Checking what an engineer typed (the message box prints its title first):"
+show check "S>0" "梁宽 b" "-200" --show
+show check "(0~1.0" "折减系数 ψ" "0.85"
+show check "15~80" "混凝土保护层厚度 c" "90"
+show compare ">=" 2 2 --c1 "n" --c2 "n_ub(min)ub_"
+show listcheck 1096 "抗震等级" "二 级"
+show gradecheck C30

@@ -13,8 +13,8 @@ namespace {
 
 std::vector<Command> all_commands() {
   std::vector<Command> commands = frame_commands();
-  for (auto* more :
-       {typeset_commands, split_commands, report_commands, rebar_commands, section_commands}) {
+  for (auto* more : {typeset_commands, split_commands, report_commands, rebar_commands,
+                     section_commands, checking_commands, datafile_commands}) {
     for (Command& c : more()) commands.push_back(std::move(c));
   }
   commands.push_back({"help", "", "lists the commands", nullptr});
@@ -155,6 +155,9 @@ int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
   try {
     it->run(rest, out);
     return kExitOk;
+  } catch (const Failure& e) {
+    err << "zelkora " << it->name << ": " << e.message << "\n";
+    return kExitFailed;
   } catch (const UsageError& e) {
     err << "zelkora " << it->name << ": " << e.message << "\nusage: zelkora " << it->name << " "
         << it->usage << "\n";

@@ -4,8 +4,9 @@
 // input.
 //
 // Exit codes: 0 when the command ran (also when the operation it ran reported
-// an error number: that is output), 2 for bad usage, 3 for a fault (the
-// message on stderr).
+// an error number: that is output), 1 when a command says its subject failed
+// (a damaged data file), 2 for bad usage, 3 for a fault (the message on
+// stderr).
 #pragma once
 
 #include <functional>
@@ -19,11 +20,18 @@
 namespace zelkora::cli {
 
 constexpr int kExitOk = 0;
+constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 constexpr int kExitFault = 3;
 
 // Thrown by a command for bad usage; the message goes to stderr.
 struct UsageError {
+  std::string message;
+};
+
+// Thrown by a command whose subject failed, after what it printed so far;
+// the message goes to stderr and the exit code is 1.
+struct Failure {
   std::string message;
 };
 
@@ -71,6 +79,8 @@ std::vector<Command> split_commands();
 std::vector<Command> report_commands();
 std::vector<Command> rebar_commands();
 std::vector<Command> section_commands();
+std::vector<Command> checking_commands();
+std::vector<Command> datafile_commands();
 
 // Runs one command line (without the program name) and returns the exit code.
 int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);

@@ -35,6 +35,34 @@ void expect_commands(const std::vector<Case>& cases) {
   }
 }
 
+TEST(SubsystemCommands, MessagesAndChecks) {
+  expect_commands({
+      {{"message", "121", "--c1", "b", "--v1", "2e10"},
+       kExitOk,
+       "错误：b ＝ 2e10 ＞ 1000000000，b 不应大于 1000000000。\n"},
+      {{"message", "2001", "--c1", "a.zks", "--show"},
+       kExitOk,
+       "原始数据文件格式错误！\n无法打开原始数据文件“a.zks”，  \n\n"
+       "该文件不是 Zelkora 原始数据文件或者数据格式已被破坏。  \n\n"
+       "无法打开原始数据文件“a.zks”，  \\r\\n\\r\\n"
+       "该文件不是 Zelkora 原始数据文件或者数据格式已被破坏。  \\r\\n\\r\\n\n"},
+      {{"check", "(0~1.0", "ψ", "0"},
+       kExitOk,
+       "error=333\nmessage=错误：ψ 为 0，ψ 有效数值应在 (大于 0、且不大于 1) 的范围内。\n"},
+      {{"check", "S>=0", "b", "1,5"}, kExitOk, "error=0\nmessage=\n", u","},
+      {{"check", "1", "抗震", "是", "--list", "1050"}, kExitOk, "error=0\nmessage=\n"},
+      {{"compare", "=", "0.5", "0.25", "--c1", "a", "--c2", "b"},
+       kExitOk,
+       "error=168\nmessage=错误：a ＝ 0.5 ≠ 0.25，a 应等于 b。\n"},
+      {{"listcheck", "5300", "C", "3 0"}, kExitOk, "error=0\nmessage=\n"},
+      {{"gradecheck", "C30"},
+       kExitOk,
+       "error=104\nmessage=错误：混凝土的强度等级 为 C30，砼强度等级应从列表框项目中选取。\n"},
+      {{"message", "x"}, kExitUsage, "error number"},
+      {{"compare", ">", "1"}, kExitUsage, "expected 3"},
+  });
+}
+
 TEST(SubsystemCommands, Section) {
   expect_commands({
       {{"section", "30261", "--b", "200", "--h", "500"},

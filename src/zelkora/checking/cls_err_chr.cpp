@@ -1,6 +1,37 @@
 #include "zelkora/checking/cls_err_chr.h"
 
+#include <cmath>
+
+#include "zelkora/checking/compose_message.h"
+#include "zelkora/checking/entry_descriptor.h"
+#include "zelkora/typeset/markup.h"
+
 namespace zelkora {
+
+namespace {
+
+constexpr int32_t kDefaultTitle = 53110;  // "输入错误！"
+constexpr TextView kShownSeparator = u"  \r\n\r\n";
+constexpr int32_t kMoreThan = 53300;         // "多于"
+constexpr int32_t kFewerThan = 53302;        // "少于"
+constexpr int32_t kRemove = 53304;           // "删除"
+constexpr int32_t kAdd = 53306;              // "添加"
+constexpr int32_t kAboveWord = 53308;        // "大于 "
+constexpr int32_t kNotBelowWord = 53310;     // "不小于 "
+constexpr int32_t kAndBelowWord = 53312;     // "、且小于 "
+constexpr int32_t kAndNotAboveWord = 53314;  // "、且不大于 "
+constexpr int32_t kListItemsName = 53316;    // "输入框的下拉列表项目"
+constexpr int32_t kAutomaticWord = 500;      // "自动"
+constexpr int32_t kConcreteGrades = 45298;   // "7.5|10|...|60"
+constexpr int32_t kListSeparator = 32196;    // "|"
+constexpr int32_t kConcreteGradeCaption = 1010;
+
+constexpr int32_t kNotANumber = 101;
+constexpr int32_t kNotInList = 106;
+constexpr int32_t kOutOfRange = 333;
+constexpr int32_t kInternalError = 39999;
+
+}  // namespace
 
 clsErrChr::clsErrChr() : clsErrChr(platform::Platform::current()) {}
 
@@ -9,5 +40,372 @@ clsErrChr::clsErrChr(std::shared_ptr<const platform::Platform> platform)
       thousands_separator_(character_->ThousandsSeparator()) {}
 
 clsErrChr::~clsErrChr() = default;
+
+// ---- Messages -----------------------------------------------------------------
+
+void clsErrChr::GenMsgError(int32_t lErr, TextView tCap1, const Variant& vT1, TextView tCap2,
+                            const Variant& vT2, bool bMsgIgnore) {
+  const frame::NumberSymbols symbols = character_->number_symbols();
+  GenMsgErrorW(lErr, tCap1, vT1.to_text(symbols), tCap2, vT2.to_text(symbols), bMsgIgnore);
+}
+
+void clsErrChr::GenMsgError(int32_t lErr, TextView tCap1, const Variant& vT1, TextView tCap2,
+                            const Variant& vT2, bool bMsgIgnore, Text& tErr) {
+  GenMsgError(lErr, tCap1, vT1, tCap2, vT2, bMsgIgnore);
+  tErr = error_text_;
+}
+
+void clsErrChr::GenMsgErrorW(int32_t lErr, TextView tCap1, TextView Text1, TextView tCap2,
+                             TextView Text2, bool bMsgIgnore) {
+  error_id_ = lErr;
+  caption1_ = tCap1;
+  value1_ = Text1;
+  caption2_ = tCap2;
+  value2_ = Text2;
+  message_ignore_ = bMsgIgnore;
+  GenMsgErrorX();
+}
+
+void clsErrChr::GenMsgErrorW(int32_t lErr, TextView tCap1, TextView Text1, TextView tCap2,
+                             TextView Text2, bool bMsgIgnore, Text& tErr) {
+  GenMsgErrorW(lErr, tCap1, Text1, tCap2, Text2, bMsgIgnore);
+  tErr = error_text_;
+}
+
+void clsErrChr::GenMsgErrorX() {
+  if (error_id_ == 0) {
+    error_text_.clear();
+    return;
+  }
+  const bool show = !message_ignore_;
+  const TextView separator = show ? kShownSeparator : TextView();
+  Text title = show ? character_->tString(kDefaultTitle) : Text();
+  if (const checking::Composition* c = checking::find_composition(error_id_)) {
+    const checking::MessageFields fields{error_id_, caption1_, value1_, caption2_, value2_};
+    error_text_ =
+        checking::compose_message(*c, fields, *character_, separator, show ? &title : nullptr);
+  }
+  error_text_.append(separator);
+  if (show) {
+    character_->platform().messages->warning(typeset::strip_fields_and_markup(error_text_), title);
+  }
+}
+
+void clsErrChr::GenMsgErrorA(int32_t lErr) {
+  error_id_ = lErr;
+  GenMsgErrorX();
+}
+
+void clsErrChr::ErrorAddCon(int32_t lErr, TextView tErr, std::vector<int32_t>& lErrCon,
+                            std::vector<Text>& tErrCon) const {
+  // An array with upper bound 0 (one element, or none yet) grows to 0..1.
+  const std::size_t size = std::max<std::size_t>(lErrCon.size(), 1) + 1;
+  lErrCon.resize(size);
+  tErrCon.resize(size);
+  lErrCon.back() = lErr;
+  tErrCon.back() = Text(tErr);
+}
+
+void clsErrChr::ColumnNumberCheck(int32_t lError, int32_t lCount) {
+  error_id_ = lError;
+  const int32_t required = lError == 4603002 ? 2 : lError == 4603003 ? 3 : 0;
+  if (required != 0) {
+    const bool too_many = lCount > required;
+    caption1_ = character_->tString(too_many ? kMoreThan : kFewerThan);
+    caption2_ = character_->tString(too_many ? kRemove : kAdd);
+  }
+  GenMsgErrorX();
+}
+
+// ---- Checks -------------------------------------------------------------------
+
+Text clsErrChr::number_text(double value) {
+  const double magnitude = std::fabs(value);
+  if (magnitude >= 0.000001 && magnitude < 1) return character_->tFmt(value, u"6");
+  return frame::general_number_text(value, character_->number_symbols());
+}
+
+int32_t clsErrChr::accept() {
+  error_id_ = 0;
+  error_text_.clear();
+  return 0;
+}
+
+int32_t clsErrChr::refuse(int32_t error) {
+  error_id_ = error;
+  GenMsgErrorX();
+  return error_id_;
+}
+
+int32_t clsErrChr::GenCheckCboEnterNumErr(TextView tCheck, TextView tCaption, const Variant& vText,
+                                          bool bMsgIgnore) {
+  return GenCheckCboEnterNumErrW(tCheck, tCaption, vText.to_text(character_->number_symbols()),
+                                 bMsgIgnore);
+}
+
+int32_t clsErrChr::GenCheckCboEnterNumErrW(TextView tCheck, TextView tCaption, TextView Text,
+                                           bool bMsgIgnore) {
+  check_sign_ = tCheck;
+  caption1_ = tCaption;
+  value1_ = Text;
+  message_ignore_ = bMsgIgnore;
+  return GenCheckCboEnterNumErrX();
+}
+
+int32_t clsErrChr::GenCheckCboEnterNumErrX() { return check_numeric_entry(false); }
+
+int32_t clsErrChr::GenCheckCboEnterNumErrXL() { return check_numeric_entry(true); }
+
+int32_t clsErrChr::check_numeric_entry(bool accept_list_items) {
+  using checking::EntryCheck;
+  accept();
+  const checking::EntryDescriptor d = checking::parse_entry_descriptor(check_sign_);
+  switch (d.check) {
+    case EntryCheck::kNone:
+      return 0;
+    case EntryCheck::kListItem:
+      return CheckCboListErrX();
+    case EntryCheck::kCoordinatePair:
+      return check_coordinate_pair();
+    case EntryCheck::kSlabBar:
+      return check_slab_bar();
+    case EntryCheck::kNumber:
+      break;
+  }
+  const TextView entry = trim(value1_);
+  if (entry.empty() && d.allow_empty) return 0;
+  if (d.allow_auto && character_->bTextEqResString(entry, kAutomaticWord)) return 0;
+  if (accept_list_items && in_catalogue_list(value1_, Compare::Binary)) return 0;
+  const std::optional<double> value = frame::parse_number(entry, character_->number_symbols());
+  if (!value) return refuse(kNotANumber);
+
+  for (const checking::Condition& c : d.conditions) {
+    if (c.interval) {
+      if (checking::within(c, *value)) continue;
+      Text range = u"(";
+      range += character_->tString(c.lower_open ? kAboveWord : kNotBelowWord);
+      range += number_text(c.lower);
+      range += character_->tString(c.upper_open ? kAndBelowWord : kAndNotAboveWord);
+      range += number_text(c.upper);
+      range += u")";
+      caption2_ = range;
+      value2_ = std::move(range);
+      return refuse(kOutOfRange);
+    }
+    if (checking::holds(c.relation, *value, c.limit)) continue;
+    value2_ = number_text(c.limit);
+    caption2_ = value2_;
+    return refuse(checking::relation_error(c.relation));
+  }
+
+  const checking::NumberType& type = d.type;
+  const bool above = *value > type.largest;
+  if (above || *value < type.least) {
+    const int32_t fixed = above ? type.above_error : type.below_error;
+    if (fixed != 0) return refuse(fixed);
+    value2_ = number_text(above ? type.largest : type.least);
+    caption2_ = value2_;
+    return refuse(above ? 120 : 166);
+  }
+  return 0;
+}
+
+// "x, y": two numbers separated by a comma (with blanks as they come), or by
+// blanks alone where "," is the user's decimal symbol.
+int32_t clsErrChr::check_coordinate_pair() {
+  const frame::NumberSymbols symbols = character_->number_symbols();
+  const TextView entry = trim(value1_);
+  std::vector<Text> parts;
+  if (symbols.decimal != u',') {
+    parts = split_text(entry, u",");
+  } else {
+    for (const Text& p : split_text(entry, u" ")) {
+      if (!trim(p).empty()) parts.push_back(p);
+    }
+  }
+  bool valid = parts.size() == 2;
+  for (const Text& p : parts) valid = valid && frame::parse_number(trim(p), symbols).has_value();
+  return valid ? 0 : refuse(200);
+}
+
+int32_t clsErrChr::check_slab_bar() {
+  float diameter = 0;
+  float spacing = 0;
+  int32_t error = 0;
+  character_->BanGjTextTurn(value1_, diameter, spacing, error);
+  return error == 0 ? 0 : refuse(error);
+}
+
+bool clsErrChr::in_catalogue_list(TextView text, Compare compare) const {
+  const std::vector<Text> items = character_->ComboBoxList(list_res_);
+  const auto found = [&](TextView wanted) {
+    for (const Text& item : items) {
+      if (equal_text(item, wanted, compare)) return true;
+    }
+    return false;
+  };
+  return found(trim(text)) || found(replace_all(text, u" ", u""));
+}
+
+int32_t clsErrChr::GenCheckListErr(TextView tCap1, TextView Text, const std::vector<Variant>& vList,
+                                   int32_t lU, TextView tListName, Compare compare,
+                                   bool bMsgIgnore) {
+  const frame::NumberSymbols symbols = character_->number_symbols();
+  std::vector<zelkora::Text> list;
+  list.reserve(vList.size());
+  for (const Variant& v : vList) list.push_back(v.to_text(symbols));
+  return GenCheckListErrW(tCap1, Text, list, lU, tListName, compare, bMsgIgnore);
+}
+
+int32_t clsErrChr::GenCheckListErrW(TextView tCap1, TextView Text,
+                                    const std::vector<zelkora::Text>& vList, int32_t lU,
+                                    TextView tListName, Compare compare, bool bMsgIgnore) {
+  message_ignore_ = bMsgIgnore;
+  const int64_t last = std::min<int64_t>(lU, static_cast<int64_t>(vList.size()) - 1);
+  for (int64_t i = 0; i <= last; ++i) {
+    if (equal_text(Text, vList[static_cast<std::size_t>(i)], compare)) return 0;
+  }
+  caption1_ = tCap1;
+  value1_ = Text;
+  caption2_ = tListName;
+  return refuse(kNotInList);
+}
+
+int32_t clsErrChr::CheckCboListErr(int32_t lList, TextView tCaption, const Variant& vText,
+                                   Compare compare, bool bMsgIgnore) {
+  return CheckCboListErrW(lList, tCaption, vText.to_text(character_->number_symbols()), compare,
+                          bMsgIgnore);
+}
+
+int32_t clsErrChr::CheckCboListErrW(int32_t lList, TextView tCaption, TextView Text,
+                                    Compare compare, bool bMsgIgnore) {
+  list_res_ = lList;
+  caption1_ = tCaption;
+  value1_ = Text;
+  message_ignore_ = bMsgIgnore;
+  return CheckCboListErrX(compare);
+}
+
+int32_t clsErrChr::CheckCboListErrX(Compare compare) {
+  error_id_ = in_catalogue_list(value1_, compare) ? 0 : kNotInList;
+  caption2_ = character_->tString(kListItemsName);
+  GenMsgErrorX();
+  return error_id_;
+}
+
+int32_t clsErrChr::GenCheckConErr(TextView tCheck, TextView tCap1, const Variant& vValue1,
+                                  TextView tCap2, const Variant& vValue2, bool bMsgIgnore) {
+  const frame::NumberSymbols symbols = character_->number_symbols();
+  const auto number = [&](const Variant& v) -> std::optional<double> {
+    if (v.kind() != frame::VariantKind::Text) return v.to_double(symbols);
+    return frame::parse_number(v.to_text(symbols), symbols);
+  };
+  const std::optional<double> first = number(vValue1);
+  const std::optional<double> second = number(vValue2);
+  if (!first || !second) {
+    const bool first_bad = !first;
+    GenMsgErrorW(kNotANumber, first_bad ? tCap1 : tCap2,
+                 (first_bad ? vValue1 : vValue2).to_text(symbols), {}, {}, bMsgIgnore);
+    return error_id_;
+  }
+  return GenCheckConErrW(tCheck, tCap1, *first, tCap2, *second, bMsgIgnore);
+}
+
+int32_t clsErrChr::GenCheckConErrW(TextView tCheck, TextView tCap1, double dVal1, TextView tCap2,
+                                   double dVal2, bool bMsgIgnore) {
+  check_sign_ = tCheck;
+  caption1_ = tCap1;
+  number1_ = dVal1;
+  caption2_ = tCap2;
+  number2_ = dVal2;
+  message_ignore_ = bMsgIgnore;
+  return GenCheckConErrX();
+}
+
+int32_t clsErrChr::GenCheckConErrX() {
+  accept();
+  checking::Relation relation{};
+  const std::size_t length = checking::read_relation(check_sign_, relation, true);
+  if (length == 0 || length != check_sign_.size()) return 0;
+  if (checking::holds(relation, number1_, number2_)) return 0;
+  value1_ = number_text(number1_);
+  value2_ = number_text(number2_);
+  return refuse(checking::relation_error(relation));
+}
+
+int32_t clsErrChr::CheckCriterionErr(int32_t lCheck, TextView tCaption, const Variant& vText,
+                                     TextView tCap2, const Variant& vText2, bool bMsgIgnore) {
+  const frame::NumberSymbols symbols = character_->number_symbols();
+  caption1_ = tCaption;
+  value1_ = vText.to_text(symbols);
+  caption2_ = tCap2;
+  value2_ = vText2.to_text(symbols);
+  message_ignore_ = bMsgIgnore;
+  return CheckCriterionErrX(lCheck);
+}
+
+int32_t clsErrChr::CheckCriterionErrX(int32_t lCheck) {
+  using checking::Relation;
+  accept();
+  const frame::NumberSymbols symbols = character_->number_symbols();
+  const TextView entry = trim(value1_);
+  switch (lCheck) {
+    case 202:
+      return entry.size() == 1 ? 0 : refuse(202);
+    case 205:
+      return entry.empty() ? refuse(205) : 0;
+    default:
+      break;
+  }
+  // The numeric criteria: against zero, or against the second value.
+  struct Criterion {
+    int32_t error;
+    Relation relation;
+    bool against_second;
+  };
+  static constexpr Criterion kCriteria[] = {
+      {102, Relation::kGreater, false},     {103, Relation::kGreaterEqual, false},
+      {105, Relation::kNotEqual, false},    {450, Relation::kGreater, false},
+      {120, Relation::kLessEqual, true},    {153, Relation::kLess, true},
+      {154, Relation::kLessEqual, true},    {155, Relation::kGreater, true},
+      {166, Relation::kGreaterEqual, true}, {168, Relation::kEqual, true},
+      {169, Relation::kNotEqual, true},
+  };
+  const Criterion* criterion = nullptr;
+  for (const Criterion& c : kCriteria) {
+    if (c.error == lCheck) criterion = &c;
+  }
+  if (criterion == nullptr) return refuse(kInternalError);
+  const std::optional<double> value = frame::parse_number(entry, symbols);
+  if (!value) return refuse(kNotANumber);
+  double limit = 0;
+  if (criterion->against_second) {
+    const std::optional<double> second = frame::parse_number(trim(value2_), symbols);
+    if (!second) {
+      caption1_ = caption2_;
+      value1_ = value2_;
+      return refuse(kNotANumber);
+    }
+    limit = *second;
+  }
+  return checking::holds(criterion->relation, *value, limit) ? 0 : refuse(criterion->error);
+}
+
+int32_t clsErrChr::GenCheckHntQdDj(TextView tC, bool bMsgIgnore) {
+  const std::optional<double> grade = frame::parse_number(trim(tC), character_->number_symbols());
+  const Text separator = character_->tString(kListSeparator);
+  for (const Text& item : split_text(character_->tString(kConcreteGrades), separator)) {
+    const std::optional<double> listed = frame::parse_number(item, frame::NumberSymbols{u'.', 0});
+    if (grade && listed && *grade == *listed) return accept();
+  }
+  GenMsgErrorW(104, character_->tString(kConcreteGradeCaption), tC, {}, {}, bMsgIgnore);
+  return error_id_;
+}
+
+int32_t clsErrChr::GenCheckHntQdDj(TextView tC, bool bMsgIgnore, Text& tErr) {
+  const int32_t error = GenCheckHntQdDj(tC, bMsgIgnore);
+  tErr = error == 0 ? Text() : error_text_;
+  return error;
+}
 
 }  // namespace zelkora

@@ -3,14 +3,79 @@
 // The object holds its own clsCharacter, through which every message text is
 // fetched from the catalogue, and the fields of the last error: its number,
 // the composed message, and two caption/value pairs that fill the message's
-// placeholders. The language offset has only a setter, passed straight on to
-// the object's clsCharacter.
+// placeholders. A caller names the error; the words come from the catalogue:
+//
+//   zelkora::clsErrChr err;
+//   err.GenMsgErrorW(121, u"b", u"2e10", {}, {}, true);
+//   err.tError_Txt();  // "错误：b ＝ 2e10 ＞ 1000000000，b 不应大于 1000000000。"
+//   err.GenCheckCboEnterNumErrW(u"S>0", u"梁宽 b", u"-200");  // 155, shown at once
+//
+// Messages
+//   Each error number has one composition (checking/message_table.h). When
+//   messages are not ignored, the sentences are separated and ended by two
+//   blanks and two line breaks, and the message is shown in the platform's
+//   warning box under "输入错误！" or the composition's own title, without
+//   the "|" break marks and the markup of the stored text. When ignored,
+//   nothing is shown and nothing separates the sentences. An error number no
+//   composition knows repeats the previous message.
+//
+//   The ignore flag is one field: the bMsgIgnore argument of a call sets it
+//   for the calls that follow, too.
+//
+// Checks
+//   Each check returns the error number it set (0 when the entry is
+//   accepted). The plain forms take Variants, the W forms texts and numbers
+//   and the ignore flag, the X forms work on the fields as they stand.
+//
+//   Numeric entries are checked against a check expression, the descriptor:
+//
+//     descriptor := head { "_" part }
+//     head       := "UnCheckNum" | "0"     no check at all
+//                 | "1"                    an item of the list lListRes
+//                 | "X,Y"                  a coordinate pair "x, y"
+//                 | "BanGJ"                a slab bar "10@200" (error 503)
+//                 | ["n"] ["x"] [type] [condition]
+//     type       := "S" | "I" | "L"        largest number 3E14, 32767, 1E9
+//     part       := condition | name
+//     condition  := sign number            sign: >= <= <> > < (two-character
+//                                          signs are looked for first)
+//                 | [open] number "~" number [close]
+//
+//   - A leading "n" lets the entry be empty: "nS>=0" accepts "" and any
+//     number not below zero.
+//   - A leading "x" lets the entry be the word for an automatic choice
+//     ("自动", catalogue 500): "xS>0_Lx" accepts "自动", which the form then
+//     takes from the quantity that the part "Lx" names. A part that starts
+//     with neither a sign, a bracket nor a number is such a name and no
+//     condition.
+//   - Without a type letter the limits of "S" apply. The type's largest
+//     number is tested after the conditions: beyond 1E9 for "L" error 121,
+//     beyond 3E14 for "S" error 122, below -3E14 error 123 (for "S" and
+//     "L"); "I" allows -32768 to 32767 (errors 120 and 166 naming the
+//     limit). A fraction in an "I" or "L" entry is accepted: the form rounds
+//     it (half to even) where it takes the number.
+//   - An interval "15~80" holds its bounds; "(" opens it exclusively, "[" or
+//     nothing inclusively; ")" closes it exclusively, "]" or nothing
+//     inclusively. A failure is error 333 with the range in words as the
+//     second caption: "(大于 0、且不大于 100)".
+//   - An entered number is read with the user's decimal symbol and digit
+//     grouping: "1,000" is 1000 where "," groups digits, and blanks around
+//     it are allowed.
+//   - A descriptor the grammar cannot read (an unknown sign, a limit that
+//     is no number) checks what it can read: an unreadable condition is
+//     skipped, so that a slip in a layout never locks a row.
+//
+//   The limits are written into the messages as the two-value check writes
+//   its values: tFmt with "6" for magnitudes in [0.000001, 1), else the
+//   general number text.
 #pragma once
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/frame/variant.h"
 
 namespace zelkora {
 
@@ -25,12 +90,19 @@ class clsErrChr {
   // Passes the offset on to the object's clsCharacter; keeps no copy.
   void lLanguage(int32_t offset) { character_->lLanguage(offset); }
 
+  // ---- Fields ------------------------------------------------------------
   int32_t lError_ID() const { return error_id_; }
   void lError_ID(int32_t id) { error_id_ = id; }
   const Text& tError_Txt() const { return error_text_; }
   void tError_Txt(TextView text) { error_text_ = text; }
   bool bMessageIgnore() const { return message_ignore_; }
   void bMessageIgnore(bool ignore) { message_ignore_ = ignore; }
+  // Saves the flag, then sets it; one level only.
+  void bMessageIgnoreTemp(bool ignore) {
+    saved_ignore_ = message_ignore_;
+    message_ignore_ = ignore;
+  }
+  void bMessageIgnoreRestore() { message_ignore_ = saved_ignore_; }
   void tCheckNumberSign(TextView sign) { check_sign_ = sign; }
   void tCaption1(TextView text) { caption1_ = text; }
   void TextValue1(TextView text) { value1_ = text; }
@@ -40,12 +112,105 @@ class clsErrChr {
   void dValue2(double value) { number2_ = value; }
   void lListRes(int32_t id) { list_res_ = id; }
 
-  // For the library's own subsystems.
+  // ---- Messages -----------------------------------------------------------
+  using Variant = frame::Variant;
+
+  // The values are written as text (an empty Variant gives empty text).
+  void GenMsgError(int32_t lErr, TextView tCap1 = {}, const Variant& vT1 = {}, TextView tCap2 = {},
+                   const Variant& vT2 = {}, bool bMsgIgnore = false);
+  void GenMsgError(int32_t lErr, TextView tCap1, const Variant& vT1, TextView tCap2,
+                   const Variant& vT2, bool bMsgIgnore, Text& tErr);
+  // Stores the error and its fields, composes and shows.
+  void GenMsgErrorW(int32_t lErr, TextView tCap1 = {}, TextView Text1 = {}, TextView tCap2 = {},
+                    TextView Text2 = {}, bool bMsgIgnore = false);
+  void GenMsgErrorW(int32_t lErr, TextView tCap1, TextView Text1, TextView tCap2, TextView Text2,
+                    bool bMsgIgnore, Text& tErr);
+  // Composes from the fields as they stand and shows.
+  void GenMsgErrorX();
+  // Sets the error number, keeps the other fields, composes and shows.
+  void GenMsgErrorA(int32_t lErr);
+  // Appends an error to the caller's parallel lists (upper bound 0 at the
+  // start, so that the first error lands at index 1).
+  void ErrorAddCon(int32_t lErr, TextView tErr, std::vector<int32_t>& lErrCon,
+                   std::vector<Text>& tErrCon) const;
+  // The column-count errors of the load-case table (4603001 to 4603003).
+  void ColumnNumberCheck(int32_t lError, int32_t lCount = 0);
+
+  // ---- Checks -------------------------------------------------------------
+
+  // A numeric entry against a descriptor (see above).
+  int32_t GenCheckCboEnterNumErr(TextView tCheck, TextView tCaption, const Variant& vText,
+                                 bool bMsgIgnore = false);
+  int32_t GenCheckCboEnterNumErrW(TextView tCheck, TextView tCaption, TextView Text,
+                                  bool bMsgIgnore = false);
+  int32_t GenCheckCboEnterNumErrX();
+  // As the X form, but an item of the list lListRes is accepted too (a row
+  // that offers words such as "自动" besides numbers).
+  int32_t GenCheckCboEnterNumErrXL();
+
+  // The text is one of vList(0) to vList(lU); else 106 naming tListName.
+  int32_t GenCheckListErr(TextView tCap1, TextView Text, const std::vector<Variant>& vList,
+                          int32_t lU, TextView tListName, Compare compare = Compare::Binary,
+                          bool bMsgIgnore = false);
+  int32_t GenCheckListErrW(TextView tCap1, TextView Text, const std::vector<zelkora::Text>& vList,
+                           int32_t lU, TextView tListName, Compare compare = Compare::Binary,
+                           bool bMsgIgnore = false);
+
+  // The text (trimmed, or else without its blanks) is an item of catalogue
+  // list lList; else 106.
+  int32_t CheckCboListErr(int32_t lList, TextView tCaption, const Variant& vText,
+                          Compare compare = Compare::Binary, bool bMsgIgnore = false);
+  int32_t CheckCboListErrW(int32_t lList, TextView tCaption, TextView Text,
+                           Compare compare = Compare::Binary, bool bMsgIgnore = false);
+  int32_t CheckCboListErrX(Compare compare = Compare::Binary);
+
+  // Value 1 in relation tCheck to value 2 ("<", "<=", ">", ">=", "=", "<>";
+  // any other sign accepts). A Variant that is no number gives 101 for its
+  // caption.
+  int32_t GenCheckConErr(TextView tCheck, TextView tCap1, const Variant& vValue1, TextView tCap2,
+                         const Variant& vValue2, bool bMsgIgnore = false);
+  int32_t GenCheckConErrW(TextView tCheck, TextView tCap1, double dVal1, TextView tCap2,
+                          double dVal2, bool bMsgIgnore = false);
+  int32_t GenCheckConErrX();
+
+  // The criterion of error lCheck, on vText (and vText2 where it compares):
+  //   102 a number > 0         103 a number >= 0       105 a number <> 0
+  //   120/154 a number <= vText2, 153 < vText2, 155 > vText2, 166 >= vText2,
+  //   168 = vText2, 169 <> vText2 (tCap2 names vText2)
+  //   202 a single character   205 not empty (after trimming)
+  //   450 a dimension: a number > 0
+  // A text that is no number where one is needed gives 101; any other lCheck
+  // is a caller's mistake and gives 39999.
+  int32_t CheckCriterionErr(int32_t lCheck, TextView tCaption, const Variant& vText,
+                            TextView tCap2 = {}, const Variant& vText2 = {},
+                            bool bMsgIgnore = false);
+  int32_t CheckCriterionErrX(int32_t lCheck);
+
+  // A concrete strength grade given as its number ("30"); else 104.
+  int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore = false);
+  int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore, Text& tErr);
+
+  // ---- For the library's own subsystems -----------------------------------
   clsCharacter& character() { return *character_; }
   const clsCharacter& character() const { return *character_; }
   const Text& thousands_separator() const { return thousands_separator_; }
+  const Text& caption1() const { return caption1_; }
+  const Text& value1() const { return value1_; }
+  const Text& caption2() const { return caption2_; }
+  const Text& value2() const { return value2_; }
 
  private:
+  // The text of a number in a message.
+  Text number_text(double value);
+  // Clears the error and its message; returns 0.
+  int32_t accept();
+  // Sets the error with the fields given, composes and returns the number.
+  int32_t refuse(int32_t error);
+  int32_t check_numeric_entry(bool accept_list_items);
+  int32_t check_coordinate_pair();
+  int32_t check_slab_bar();
+  bool in_catalogue_list(TextView text, Compare compare) const;
+
   std::unique_ptr<clsCharacter> character_;
   int32_t error_id_ = 0;
   int32_t list_res_ = 0;
@@ -54,6 +219,7 @@ class clsErrChr {
   Text check_sign_;
   Text thousands_separator_;
   bool message_ignore_ = false;
+  bool saved_ignore_ = false;
   double number1_ = 0;
   double number2_ = 0;
 };

@@ -58,4 +58,11 @@ bool clsCharacter::bTextEqResString(TextView text, int32_t lRes, Compare compare
   return resource && equal_text(trim(text), *resource, compare);
 }
 
+std::vector<Text> clsCharacter::ComboBoxList(int32_t lList) const {
+  constexpr int32_t kListBase = 40000;
+  int32_t id = 0;
+  if (__builtin_add_overflow(lList, kListBase, &id)) return {};
+  return split_text(tString(id), u"|");
+}
+
 }  // namespace zelkora

@@ -153,6 +153,10 @@ class clsCharacter {
   Text tStringRe3(int32_t id, TextView tReplace1, TextView tReplace2, TextView tReplace3) const;
   // True when `text` without surrounding blanks equals catalogue text `lRes`.
   bool bTextEqResString(TextView text, int32_t lRes, Compare compare = Compare::Binary) const;
+  // The items of value list lList: catalogue text 40000 + lList (with the
+  // language offset) split at "|", numbered from 0. A missing text gives no
+  // items.
+  std::vector<Text> ComboBoxList(int32_t lList) const;
 
   // ---- Number formatting (typeset/number_format.cpp) ----------------------
   //

@@ -1,0 +1,169 @@
+#include "zelkora/checking/entry_descriptor.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "zelkora/frame/numbers.h"
+
+namespace zelkora::checking {
+
+namespace {
+
+constexpr NumberType kWidest{3e14, -3e14, 122, 123};
+constexpr NumberType kInteger{32767, -32768, 0, 0};
+constexpr NumberType kLong{1e9, -3e14, 121, 123};
+
+// A limit in a descriptor: a number written with "." and without grouping,
+// whatever the user's notation; nothing else may follow it.
+std::optional<double> read_limit(TextView text) {
+  return frame::parse_number(trim(text), frame::NumberSymbols{u'.', 0});
+}
+
+std::optional<Condition> read_interval(TextView text) {
+  Condition c;
+  c.interval = true;
+  if (!text.empty() && (text.front() == u'(' || text.front() == u'[')) {
+    c.lower_open = text.front() == u'(';
+    text.remove_prefix(1);
+  }
+  if (!text.empty() && (text.back() == u')' || text.back() == u']')) {
+    c.upper_open = text.back() == u')';
+    text.remove_suffix(1);
+  }
+  const std::size_t tilde = text.find(u'~');
+  if (tilde == TextView::npos) return std::nullopt;
+  const auto lower = read_limit(text.substr(0, tilde));
+  const auto upper = read_limit(text.substr(tilde + 1));
+  if (!lower || !upper) return std::nullopt;
+  c.lower = *lower;
+  c.upper = *upper;
+  return c;
+}
+
+// A condition, or nothing for a name ("Lx") or a condition that cannot be
+// read.
+std::optional<Condition> read_condition(TextView text) {
+  text = trim(text);
+  Condition c;
+  if (const std::size_t n = read_relation(text, c.relation, false)) {
+    const auto limit = read_limit(text.substr(n));
+    if (!limit) return std::nullopt;
+    c.limit = *limit;
+    return c;
+  }
+  return read_interval(text);
+}
+
+}  // namespace
+
+std::size_t read_relation(TextView text, Relation& relation, bool allow_equal_sign) {
+  static constexpr struct {
+    TextView sign;
+    Relation relation;
+  } kSigns[] = {
+      {u">=", Relation::kGreaterEqual}, {u"<=", Relation::kLessEqual}, {u"<>", Relation::kNotEqual},
+      {u">", Relation::kGreater},       {u"<", Relation::kLess},       {u"=", Relation::kEqual},
+  };
+  for (const auto& s : kSigns) {
+    if (s.relation == Relation::kEqual && !allow_equal_sign) continue;
+    if (text.starts_with(s.sign)) {
+      relation = s.relation;
+      return s.sign.size();
+    }
+  }
+  return 0;
+}
+
+bool holds(Relation relation, double value, double limit) {
+  switch (relation) {
+    case Relation::kGreater:
+      return value > limit;
+    case Relation::kGreaterEqual:
+      return value >= limit;
+    case Relation::kLess:
+      return value < limit;
+    case Relation::kLessEqual:
+      return value <= limit;
+    case Relation::kNotEqual:
+      return value != limit;
+    case Relation::kEqual:
+      return value == limit;
+  }
+  return true;
+}
+
+int32_t relation_error(Relation relation) {
+  switch (relation) {
+    case Relation::kGreater:
+      return 155;
+    case Relation::kGreaterEqual:
+      return 166;
+    case Relation::kLess:
+      return 153;
+    case Relation::kLessEqual:
+      return 154;
+    case Relation::kNotEqual:
+      return 169;
+    case Relation::kEqual:
+      return 168;
+  }
+  return 0;
+}
+
+bool within(const Condition& c, double value) {
+  const bool above_lower = c.lower_open ? value > c.lower : value >= c.lower;
+  const bool below_upper = c.upper_open ? value < c.upper : value <= c.upper;
+  return above_lower && below_upper;
+}
+
+EntryDescriptor parse_entry_descriptor(TextView descriptor) {
+  EntryDescriptor d;
+  d.type = kWidest;
+  const std::vector<Text> parts = split_text(descriptor, u"_");
+  const TextView head = parts.empty() ? TextView() : trim(parts.front());
+  if (head == u"UnCheckNum" || head == u"0") {
+    d.check = EntryCheck::kNone;
+    return d;
+  }
+  if (head == u"1") {
+    d.check = EntryCheck::kListItem;
+    return d;
+  }
+  if (head == u"X,Y") {
+    d.check = EntryCheck::kCoordinatePair;
+    return d;
+  }
+  if (head == u"BanGJ") {
+    d.check = EntryCheck::kSlabBar;
+    return d;
+  }
+
+  TextView rest = head;
+  if (rest.starts_with(u'n')) {
+    d.allow_empty = true;
+    rest.remove_prefix(1);
+  }
+  if (rest.starts_with(u'x')) {
+    d.allow_auto = true;
+    rest.remove_prefix(1);
+  }
+  // The first type letter present wins, in the order S, I, L.
+  for (const auto& [letter, type] :
+       {std::pair{u'S', kWidest}, std::pair{u'I', kInteger}, std::pair{u'L', kLong}}) {
+    if (rest.find(letter) != TextView::npos) {
+      d.type = type;
+      break;
+    }
+  }
+  if (!rest.empty() && (rest.front() == u'S' || rest.front() == u'I' || rest.front() == u'L')) {
+    rest.remove_prefix(1);
+  }
+  if (auto c = read_condition(rest)) d.conditions.push_back(*c);
+  for (std::size_t i = 1; i < parts.size(); ++i) {
+    if (auto c = read_condition(parts[i])) d.conditions.push_back(*c);
+  }
+  return d;
+}
+
+}  // namespace zelkora::checking
