@@ -6,6 +6,10 @@ JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 FUZZ_SECONDS ?= 30
+# The build folder of `make fuzz`, and the harnesses it builds and runs (by
+# name, e.g. FUZZ_HARNESSES=datafile_fuzz; empty for all of fuzz/).
+FUZZ_BUILD ?= build-fuzz
+FUZZ_HARNESSES ?=
 
 .PHONY: all deps configure build test demo bench asan fuzz format clean
 
@@ -37,15 +41,16 @@ asan: deps
 	@cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
 	  ctest --output-on-failure -j$(JOBS)
 
-fuzz: deps
-	@cmake -S . -B build-fuzz -DCMAKE_CXX_COMPILER=clang++ -DZELKORA_FUZZ=ON \
+fuzz:
+	@scripts/install-deps.sh fuzz
+	@cmake -S . -B $(FUZZ_BUILD) -DCMAKE_CXX_COMPILER=clang++ -DZELKORA_FUZZ=ON \
 	  -DZELKORA_TESTS=OFF -DZELKORA_BENCH=OFF >/dev/null
-	@cmake --build build-fuzz -j$(JOBS)
-	@for f in build-fuzz/*_fuzz; do echo "== $$f"; $$f -max_total_time=$(FUZZ_SECONDS) >/dev/null 2>&1 \
+	@cmake --build $(FUZZ_BUILD) -j$(JOBS) $(if $(FUZZ_HARNESSES),--target $(FUZZ_HARNESSES))
+	@for f in $(if $(FUZZ_HARNESSES),$(addprefix $(FUZZ_BUILD)/,$(FUZZ_HARNESSES)),$(FUZZ_BUILD)/*_fuzz); do echo "== $$f"; $$f -max_total_time=$(FUZZ_SECONDS) >/dev/null 2>&1 \
 	  && echo "no crash in $(FUZZ_SECONDS) s" || { echo "$$f failed"; exit 1; }; done
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	@rm -rf $(BUILD) $(ASAN_BUILD) build-fuzz
+	@rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

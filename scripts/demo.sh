@@ -66,3 +66,19 @@ show check "15~80" "混凝土保护层厚度 c" "90"
 show compare ">=" 2 2 --c1 "n" --c2 "n_ub(min)ub_"
 show listcheck 1096 "抗震等级" "二 级"
 show gradecheck C30
+
+echo; echo "# A small project data file, saved safely (with a backup copy) and read back:"
+project=$(mktemp -d)
+zk_abs=$(realpath "$zk")
+(
+  cd "$project"
+  zk=$zk_abs
+  printf 'old' >beam.zks
+  printf '\n$ zelkora datafile write beam.zks < (five records)\n'
+  printf '100\tdB\n2000\t250\n100\tdH\n2000\t600\n7\t混凝土 C30，4\\uE00220\n' |
+    "$zk" datafile write beam.zks
+  show datafile dump beam.zks
+  show datafile verify beam.zks
+  printf '\n$ ls\n'; ls
+)
+rm -rf "$project"

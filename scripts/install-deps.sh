@@ -13,6 +13,12 @@ need_cmd make make
 need_file /usr/include/gtest/gtest.h libgtest-dev
 need_file /usr/include/gmock/gmock.h libgmock-dev
 need_file /usr/include/benchmark/benchmark.h libbenchmark-dev
+# `install-deps.sh fuzz`: also clang and its libFuzzer runtime.
+if [ "${1:-}" = fuzz ]; then
+  need_cmd clang++ clang
+  compgen -G "/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a" >/dev/null ||
+    missing+=(libclang-rt-dev)
+fi
 
 if [ ${#missing[@]} -eq 0 ]; then
   exit 0

@@ -1,8 +1,313 @@
-// Commands of the data files.
+// Commands of the datafile subsystem: a project data file as text lines, and
+// back.
+//
+// A record is one line "ID<TAB>Member"; in the member a tab, a line break, a
+// carriage return and a backslash are written \t \n \r \\ and private-use
+// characters \uXXXX, so that every member fits on its line and reads back
+// exactly.
+#include <iostream>
+#include <string>
+#include <vector>
+
 #include "tools/zelkora/cli.h"
+#include "zelkora/datafile/cls_load_save.h"
+#include "zelkora/datafile/record_file.h"
+#include "zelkora/frame/catalogue.h"
+#include "zelkora/platform/codepage.h"
 
 namespace zelkora::cli {
 
-std::vector<Command> datafile_commands() { return {}; }
+namespace {
+
+constexpr int32_t kIdEof = 32031;
+constexpr int32_t kRecordRevision = 0;
+
+// The member of the record that ends a file (catalogue 32031, "EOF").
+Text eof_text() {
+  const auto catalogue = frame::catalogue_for(*platform::Platform::current());
+  return Text(catalogue->find(kIdEof).value_or(u"EOF"));
+}
+
+bool is_eof(const UseBinRecord& rec, const Text& eof) {
+  return rec.ID == kRecordRevision && rec.Member == eof;
+}
+
+std::string escape_member(TextView member) {
+  Text escaped;
+  escaped.reserve(member.size());
+  for (const char16_t c : member) {
+    switch (c) {
+      case u'\t':
+        escaped += u"\\t";
+        break;
+      case u'\n':
+        escaped += u"\\n";
+        break;
+      case u'\r':
+        escaped += u"\\r";
+        break;
+      case u'\\':
+        escaped += u"\\\\";
+        break;
+      default:
+        escaped.push_back(c);
+    }
+  }
+  return out_text(escaped);
+}
+
+int hex_value(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return -1;
+}
+
+// The member of a line, or a Failure naming the line.
+Text unescape_member(std::string_view utf8, std::size_t line) {
+  auto fail = [line](const std::string& why) {
+    return Failure{"line " + std::to_string(line) + ": " + why + "; nothing was written"};
+  };
+  const Text raw = from_utf8(utf8);
+  if (to_utf8(raw) != utf8) throw fail("the member is not valid UTF-8");
+  Text member;
+  member.reserve(raw.size());
+  for (std::size_t i = 0; i < raw.size(); ++i) {
+    if (raw[i] != u'\\') {
+      member.push_back(raw[i]);
+      continue;
+    }
+    const char16_t next = i + 1 < raw.size() ? raw[i + 1] : u'\0';
+    ++i;
+    switch (next) {
+      case u't':
+        member.push_back(u'\t');
+        break;
+      case u'n':
+        member.push_back(u'\n');
+        break;
+      case u'r':
+        member.push_back(u'\r');
+        break;
+      case u'\\':
+        member.push_back(u'\\');
+        break;
+      case u'u': {
+        int value = 0;
+        for (std::size_t k = i + 1; k < i + 5 && value >= 0; ++k) {
+          const int digit =
+              k < raw.size() && raw[k] < 0x80 ? hex_value(static_cast<char>(raw[k])) : -1;
+          value = digit < 0 ? -1 : value * 16 + digit;
+        }
+        if (value < 0) throw fail("\\u needs four hexadecimal digits");
+        member.push_back(static_cast<char16_t>(value));
+        i += 4;
+        break;
+      }
+      default:
+        throw fail("unknown escape (use \\t \\n \\r \\\\ \\uXXXX)");
+    }
+  }
+  return member;
+}
+
+void append_json_string(std::string& out, TextView text) {
+  static constexpr char kHex[] = "0123456789abcdef";
+  out.push_back('"');
+  std::size_t run = 0;  // start of the characters not yet written
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char16_t c = text[i];
+    const char* escape = nullptr;
+    switch (c) {
+      case u'"':
+        escape = "\\\"";
+        break;
+      case u'\\':
+        escape = "\\\\";
+        break;
+      case u'\n':
+        escape = "\\n";
+        break;
+      case u'\r':
+        escape = "\\r";
+        break;
+      case u'\t':
+        escape = "\\t";
+        break;
+      case u'\b':
+        escape = "\\b";
+        break;
+      case u'\f':
+        escape = "\\f";
+        break;
+      default:
+        break;
+    }
+    const bool as_code = !escape && (c < 0x20 || (c >= 0xE000 && c <= 0xF8FF));
+    if (!escape && !as_code) continue;
+    out += to_utf8(text.substr(run, i - run));
+    run = i + 1;
+    if (escape) {
+      out += escape;
+    } else {
+      out += "\\u";
+      for (int shift = 12; shift >= 0; shift -= 4) out.push_back(kHex[(c >> shift) & 0xF]);
+    }
+  }
+  out += to_utf8(text.substr(run));
+  out.push_back('"');
+}
+
+void open_for_reading(clsLoadSave& ls, const std::string& file) {
+  if (!ls.OpenFileA(arg_text(file), u"InPut")) {
+    throw Failure{"cannot open " + file + " (error " + std::to_string(ls.last_error()) + ")"};
+  }
+}
+
+std::string damaged(const std::string& file, int records) {
+  return file + " is damaged after " + std::to_string(records) + " record(s) (error 2001)";
+}
+
+// Every record of the file, to its end.
+void dump(Args& args, std::ostream& out) {
+  const bool json = args.take_flag("--json");
+  args.expect(2);
+  const std::string& file = args[1];
+  const Text eof_member = eof_text();
+  clsLoadSave ls;
+  open_for_reading(ls, file);
+  UseBinRecord rec;
+  int records = 0;
+  bool eof = false;
+  std::string line;
+  if (json) out << "[";
+  while (!ls.at_end_of_file()) {
+    if (!ls.ReadFileOneA(rec)) {
+      if (json) out << (records ? "\n]\n" : "]\n");
+      throw Failure{damaged(file, records)};
+    }
+    line.clear();
+    if (json) {
+      line = records ? ",\n" : "\n";
+      line += "{\"id\":" + std::to_string(rec.ID) + ",\"member\":";
+      append_json_string(line, rec.Member);
+      line += "}";
+    } else {
+      line = std::to_string(rec.ID) + "\t" + escape_member(rec.Member) + "\n";
+    }
+    out << line;
+    ++records;
+    eof = eof || is_eof(rec, eof_member);
+  }
+  if (json) out << (records ? "\n]\n" : "]\n");
+  if (!eof) throw Failure{file + " has no EOF record (error 2001)"};
+}
+
+// The frame as the suite's readers see it: the revision first, records up to
+// the first EOF, nothing after it.
+void verify(Args& args, std::ostream& out) {
+  args.expect(2);
+  const std::string& file = args[1];
+  const Text eof_member = eof_text();
+  clsLoadSave ls;
+  open_for_reading(ls, file);
+  UseBinRecord rec;
+  int records = 0;
+  bool eof = false;
+  bool damage = false;
+  Text revision;
+  bool has_revision = false;
+  while (!eof && !ls.at_end_of_file()) {
+    if (!ls.ReadFileOneA(rec)) {
+      damage = true;
+      break;
+    }
+    if (records == 0 && rec.ID == kRecordRevision) {
+      revision = rec.Member;
+      has_revision = true;
+    }
+    ++records;
+    eof = is_eof(rec, eof_member);
+  }
+  const bool trailing = eof && !ls.at_end_of_file();
+  out << "records=" << records << "\nrevision=" << escape_member(revision)
+      << "\neof=" << (eof ? "true" : "false") << "\n";
+  if (damage) throw Failure{damaged(file, records)};
+  if (!has_revision) throw Failure{file + " does not start with a revision record (ID 0)"};
+  if (!eof) throw Failure{file + " has no EOF record (error 2001)"};
+  if (trailing) throw Failure{file + " has bytes after its EOF record"};
+}
+
+// Records from standard input, framed by the revision and EOF records.
+void write(Args& args, std::ostream& out) {
+  args.expect(2);
+  const std::string& file = args[1];
+  std::vector<UseBinRecord> records;
+  std::string line;
+  for (std::size_t number = 1; std::getline(std::cin, line); ++number) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line.empty()) continue;
+    const std::size_t tab = line.find('\t');
+    if (tab == std::string::npos) {
+      throw Failure{"line " + std::to_string(number) +
+                    ": expected ID<TAB>Member; nothing was written"};
+    }
+    UseBinRecord rec;
+    try {
+      rec.ID = arg_int32(std::string_view(line).substr(0, tab), "the ID");
+    } catch (const UsageError& e) {
+      throw Failure{"line " + std::to_string(number) + ": " + e.message + "; nothing was written"};
+    }
+    rec.Member = unescape_member(std::string_view(line).substr(tab + 1), number);
+    const std::size_t bytes = codepage::display_width(rec.Member);
+    if (bytes > datafile::kMaxMemberBytes) {
+      throw Failure{"line " + std::to_string(number) + ": the member takes " +
+                    std::to_string(bytes) + " bytes in code page 936, at most " +
+                    std::to_string(datafile::kMaxMemberBytes) + "; nothing was written"};
+    }
+    records.push_back(std::move(rec));
+  }
+  // A frame as dump prints it is replaced by the new one.
+  const Text eof_member = eof_text();
+  std::size_t first = 0;
+  std::size_t last = records.size();
+  if (first < last && records[first].ID == kRecordRevision && !is_eof(records[first], eof_member))
+    ++first;
+  if (first < last && is_eof(records[last - 1], eof_member)) --last;
+
+  clsLoadSave ls;
+  if (!ls.OpenFileA(arg_text(file), u"OutPut")) {
+    throw Failure{"cannot save " + file + " (error " + std::to_string(ls.last_error()) + ")"};
+  }
+  ls.WriteFile_RevisionA();
+  for (std::size_t i = first; i < last; ++i) ls.WriteFileOneA(records[i].ID, records[i].Member);
+  if (!ls.WriteFileEofAndCloseFileA()) {
+    throw Failure{"cannot save " + file + " (error " + std::to_string(ls.last_error()) +
+                  "); the previous file is unchanged"};
+  }
+  out << "records=" << (last - first + 2) << "\nbackup=" << out_text(ls.backup_name()) << "\n";
+}
+
+void datafile_command(Args& args, std::ostream& out) {
+  if (args.size() == 0) throw UsageError{"expected dump, write or verify"};
+  const std::string action = args[0];
+  if (action == "dump") return dump(args, out);
+  if (action == "write") return write(args, out);
+  if (action == "verify") return verify(args, out);
+  throw UsageError{"unknown action \"" + action + "\": expected dump, write or verify"};
+}
+
+}  // namespace
+
+std::vector<Command> datafile_commands() {
+  return {
+      {"datafile", "dump FILE [--json] | write FILE | verify FILE",
+       "a project data file: dump prints its records as ID<TAB>Member lines (or JSON); write "
+       "saves such lines from standard input between a revision and an EOF record (backup copy "
+       "and safe replace); verify prints records=, revision=, eof= and fails on a broken frame; "
+       "exit 1 for a damaged file",
+       datafile_command},
+  };
+}
 
 }  // namespace zelkora::cli

@@ -1,12 +1,280 @@
+// clsLoadSave: start and end, and the record operations of the data file.
 #include "zelkora/datafile/cls_load_save.h"
 
+#include <limits>
+#include <string>
+
+#include "zelkora/datafile/record_file.h"
+#include "zelkora/frame/locale_symbols.h"
+#include "zelkora/frame/mod_character.h"
+#include "zelkora/platform/fault.h"
+#include "zelkora/platform/posix/data_files.h"
+#include "zelkora/platform/posix/environment.h"
+
 namespace zelkora {
+
+namespace {
+
+constexpr int32_t kIdApplication = 100;
+constexpr int32_t kIdOptionsSection = 101;
+constexpr int32_t kIdCheckKeySuffix = 103;
+constexpr int32_t kIdRevisionKey = 202;
+constexpr int32_t kIdEof = 32031;
+constexpr int32_t kIdOutput = 35150;
+constexpr int32_t kIdSave = 35151;
+constexpr int32_t kIdInput = 35152;
+constexpr int32_t kIdLoad = 35153;
+constexpr int32_t kIdDefault = 35154;
+constexpr int32_t kIdSaveAsNewVersion = 35155;
+constexpr int32_t kIdExtensionZks = 35168;
+constexpr int32_t kIdExtensionZel = 35169;
+constexpr int32_t kIdBackupSuffix = 35170;
+
+constexpr int32_t kRecordRevision = 0;
+constexpr int32_t kRecordKey = 100;
+constexpr int32_t kRecordTempText = 198;
+constexpr int32_t kRecordValue = 2000;
+
+constexpr int32_t kErrorDamaged = 2001;
+constexpr int32_t kErrorOpen = 2002;
+constexpr int32_t kErrorSave = 2003;
+
+std::string number_text(int16_t number) { return std::to_string(number); }
+
+Text ascii_lower(Text text) {
+  for (char16_t& c : text) {
+    if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c + 32);
+  }
+  return text;
+}
+
+}  // namespace
 
 clsLoadSave::clsLoadSave() : clsLoadSave(platform::Platform::current()) {}
 
 clsLoadSave::clsLoadSave(std::shared_ptr<const platform::Platform> platform)
-    : platform_(std::move(platform)), suite_(platform_->suite) {}
+    : platform_(std::move(platform)),
+      suite_(platform_->suite),
+      files_(platform_->files ? platform_->files : platform::posix::posix_file_service()),
+      catalogue_(frame::catalogue_for(*platform_)) {
+  if (platform_->locale) symbols_ = frame::number_symbols_of(*platform_->locale);
+}
 
-clsLoadSave::~clsLoadSave() { suite_.reset(); }
+clsLoadSave::~clsLoadSave() {
+  // Files still open are closed; one being written is dropped unsaved.
+  for (int16_t n = 1; n <= datafile::kMaxFileNumber; ++n) {
+    const datafile::OpenFile* file = datafile::open_file(n);
+    if (file && file->owner == this) datafile::take_file(n);
+  }
+  suite_.reset();
+}
+
+Text clsLoadSave::text(int32_t id) const { return Text(catalogue_->find(id).value_or(TextView())); }
+
+// ---- Opening and closing -------------------------------------------------------
+
+int16_t clsLoadSave::iFreeFileA() const {
+  const int16_t number = datafile::free_file_number();
+  if (number == 0) {
+    throw Fault(FaultKind::File,
+                "no free file number: " + std::to_string(datafile::kMaxFileNumber) +
+                    " data files are open");
+  }
+  return number;
+}
+
+bool clsLoadSave::backup_switched_on() const {
+  if (!platform_->settings) return true;
+  const std::optional<Text> value = platform_->settings->get(
+      text(kIdApplication), text(kIdOptionsSection), text(kIdCheckKeySuffix) + u"2");
+  if (!value) return true;
+  const std::optional<double> number = frame::parse_number(*value, symbols_);
+  return !number || *number != 0;
+}
+
+bool clsLoadSave::make_backup(TextView file_name) {
+  if (!backup_switched_on() || !files_->exists(file_name)) return true;
+  const Text extension = ascii_lower(suite_ ? suite_->extension(file_name)
+                                            : platform::posix::file_name_extension(file_name));
+  if (extension != text(kIdExtensionZel) && extension != text(kIdExtensionZks)) return true;
+  if (file_name.size() < 3) return true;
+  Text backup = Text(file_name.substr(0, file_name.size() - 3)) + text(kIdBackupSuffix);
+  std::error_code error;
+  if (!platform::copy_file(*files_, file_name, backup, error)) return false;
+  backup_name_ = std::move(backup);
+  return true;
+}
+
+bool clsLoadSave::OpenFileA(TextView tFileName, TextView tOpenMode) {
+  error_ = 0;
+  const int16_t number = iFreeFileA();
+  file_number_ = 0;
+  platform::FileAccess access = platform::FileAccess::Update;
+  if (equal_text(tOpenMode, text(kIdInput), Compare::Text)) {
+    access = platform::FileAccess::Read;
+  } else if (equal_text(tOpenMode, text(kIdOutput), Compare::Text)) {
+    access = platform::FileAccess::Replace;
+  }
+
+  if (access == platform::FileAccess::Replace) {
+    backup_name_.clear();
+    if (!make_backup(tFileName)) {
+      error_ = kErrorSave;
+      return false;
+    }
+  }
+  std::error_code error;
+  std::unique_ptr<platform::DataFile> file = files_->open(tFileName, access, error);
+  if (!file) {
+    error_ = access == platform::FileAccess::Replace ? kErrorSave : kErrorOpen;
+    return false;
+  }
+  if (access != platform::FileAccess::Replace) revision_load_.clear();
+  auto entry = std::make_unique<datafile::OpenFile>();
+  entry->file = std::move(file);
+  entry->access = access;
+  entry->owner = this;
+  datafile::enter_file(number, std::move(entry));
+  file_number_ = number;
+  return true;
+}
+
+bool clsLoadSave::CloseFileA() {
+  const std::unique_ptr<datafile::OpenFile> file = datafile::take_file(file_number_);
+  if (!file) return false;
+  const bool saved = !file->write_failed && file->file->commit();
+  if (!saved) error_ = kErrorSave;
+  return saved;
+}
+
+bool clsLoadSave::WriteFileEofAndCloseFileA() {
+  write_record(kRecordRevision, text(kIdEof));
+  return CloseFileA();
+}
+
+bool clsLoadSave::at_end_of_file() const {
+  const datafile::OpenFile& file = file_for(false);
+  return file.file->position() >= file.file->size();
+}
+
+// ---- Records ------------------------------------------------------------------
+
+datafile::OpenFile& clsLoadSave::file_for(bool writing) const {
+  datafile::OpenFile* file = datafile::open_file(file_number_);
+  if (!file) {
+    throw Fault(FaultKind::File,
+                "bad file number " + number_text(file_number_) + ": no data file is open under it");
+  }
+  if (writing && file->access == platform::FileAccess::Read) {
+    throw Fault(FaultKind::File,
+                "file number " + number_text(file_number_) + " is open for reading only");
+  }
+  if (!writing && file->access == platform::FileAccess::Replace) {
+    throw Fault(FaultKind::File,
+                "file number " + number_text(file_number_) + " is open for writing only");
+  }
+  return *file;
+}
+
+bool clsLoadSave::write_encoded(datafile::OpenFile& file, bool encoded) {
+  const bool written = encoded && !file.write_failed && file.file->write(scratch_);
+  scratch_.clear();
+  if (!written) {
+    file.write_failed = true;
+    error_ = kErrorSave;
+  }
+  return written;
+}
+
+bool clsLoadSave::write_record(int32_t id, TextView member) {
+  datafile::OpenFile& file = file_for(true);
+  scratch_.clear();
+  return write_encoded(file, datafile::append_record(scratch_, id, member));
+}
+
+bool clsLoadSave::read_into(int32_t& id, Text& member) {
+  datafile::OpenFile& file = file_for(false);
+  if (datafile::read_record(*file.file, scratch_, id, member) != datafile::ReadResult::Ok) {
+    error_ = kErrorDamaged;
+    return false;
+  }
+  if (id == kRecordRevision && !file.revision_read) {
+    file.revision_read = true;
+    revision_load_ = member;
+  }
+  return true;
+}
+
+bool clsLoadSave::WriteFileOneA(int32_t ID, TextView tMember) {
+  datafile::OpenFile& file = file_for(true);
+  id_ = ID;
+  member_ = tMember;
+  scratch_.clear();
+  return write_encoded(file, datafile::append_record(scratch_, id_, member_));
+}
+
+bool clsLoadSave::ReadFileOneA(UseBinRecord& recBin) { return read_into(recBin.ID, recBin.Member); }
+
+bool clsLoadSave::ReadFileOneW() { return read_into(id_, member_); }
+
+bool clsLoadSave::WriteFileOneStringA(TextView tText) {
+  datafile::OpenFile& file = file_for(true);
+  scratch_.clear();
+  return write_encoded(file, datafile::append_text_record(scratch_, tText));
+}
+
+Text clsLoadSave::tReadFileOneStringA() {
+  datafile::OpenFile& file = file_for(false);
+  if (datafile::read_text_record(*file.file, scratch_, one_text_) != datafile::ReadResult::Ok) {
+    error_ = kErrorDamaged;
+  }
+  return one_text_;
+}
+
+bool clsLoadSave::WriteFile_RevisionA() {
+  const Text revision = ModCharacter::tGetSetting(
+      *platform_, text(kIdApplication), text(kIdOptionsSection), text(kIdRevisionKey), {});
+  return write_record(kRecordRevision, revision);
+}
+
+bool clsLoadSave::WriteFile_TempStrA(TextView tAdd) { return write_record(kRecordTempText, tAdd); }
+
+bool clsLoadSave::WriteFile_100A(TextView tKey, const frame::Variant& vValue) {
+  const Text value = vValue.to_text(symbols_);
+  variable_key_ = tKey;
+  variable_value_ = vValue;
+  const bool key_written = write_record(kRecordKey, tKey);
+  const bool value_written = write_record(kRecordValue, value);
+  return key_written && value_written;
+}
+
+bool clsLoadSave::WriteFile_100_StrA(TextView tKey, const frame::Variant& vValue) {
+  return WriteFile_100A(tKey, vValue);
+}
+
+bool clsLoadSave::ReadFile_VariableA(frame::Variant& vVarable, UseBinRecord& uDR) {
+  if (!ReadFileOneA(uDR)) return false;
+  vVarable = frame::Variant(uDR.Member);
+  variable_value_ = vVarable;
+  return true;
+}
+
+bool clsLoadSave::bReadMsgError(int32_t& L, int32_t lMax) const {
+  if (L == std::numeric_limits<int32_t>::max()) {
+    throw Fault(FaultKind::Overflow, "the record counter of bReadMsgError overflows");
+  }
+  ++L;
+  return L > lMax;
+}
+
+int32_t clsLoadSave::lLoadSaveMode(TextView tMode) const {
+  for (const int32_t id : {kIdLoad, kIdInput, kIdDefault}) {
+    if (equal_text(tMode, text(id), Compare::Text)) return kErrorOpen;
+  }
+  for (const int32_t id : {kIdSave, kIdSaveAsNewVersion, kIdOutput}) {
+    if (equal_text(tMode, text(id), Compare::Text)) return kErrorSave;
+  }
+  return 0;
+}
 
 }  // namespace zelkora

@@ -1,9 +1,11 @@
 #include "zelkora/platform/platform.h"
 
 #include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/headless/memory_files.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
 #include "zelkora/platform/headless/memory_settings.h"
 #include "zelkora/platform/headless/recording_progress.h"
+#include "zelkora/platform/posix/data_files.h"
 #include "zelkora/platform/posix/environment.h"
 #include "zelkora/platform/posix/ini_files.h"
 #include "zelkora/platform/posix/settings_file.h"
@@ -37,6 +39,7 @@ std::shared_ptr<const Platform> Platform::environment_default() {
     p->ini = std::make_shared<posix::PosixIniFiles>();
     p->locale = std::make_shared<posix::EnvironmentNumberLocale>(env);
     p->suite = std::make_shared<posix::FileSuiteServices>(p->resource_dir);
+    p->files = posix::posix_file_service();
     return std::shared_ptr<const Platform>(std::move(p));
   }();
   return platform;
@@ -49,6 +52,7 @@ std::shared_ptr<Platform> Platform::headless() {
   p->messages = std::make_shared<headless::RecordingMessageBox>();
   p->locale = std::make_shared<headless::FixedNumberLocale>();
   p->suite = std::make_shared<headless::MemorySuiteServices>();
+  p->files = std::make_shared<headless::MemoryFileService>();
   p->progress = std::make_shared<headless::RecordingProgressDisplay>();
   return p;
 }

@@ -16,6 +16,7 @@
 #include <string_view>
 #include <vector>
 
+#include "zelkora/platform/file_service.h"
 #include "zelkora/platform/progress.h"
 #include "zelkora/platform/text.h"
 
@@ -98,6 +99,9 @@ struct Platform {
   std::shared_ptr<MessageBox> messages;
   std::shared_ptr<NumberLocale> locale;
   std::shared_ptr<SuiteServices> suite;
+  // The files of the project data files (binary reading and writing, safe
+  // replacement, copies).
+  std::shared_ptr<FileService> files;
   // The progress display of DisplayProcess; null for none.
   std::shared_ptr<ProgressDisplay> progress;
   // A folder whose catalogue and files override the compiled-in resources;
@@ -107,7 +111,8 @@ struct Platform {
   // The bundle in force: the innermost `ScopedPlatform`, else the default.
   static std::shared_ptr<const Platform> current();
   // The default bundle, built once from the environment: the POSIX settings
-  // file, INI files and locale, message box on stderr, `ZELKORA_RESOURCES`.
+  // file, INI files, data files and locale, message box on stderr,
+  // `ZELKORA_RESOURCES`.
   static std::shared_ptr<const Platform> environment_default();
   // A bundle of in-memory implementations with "." and "," as number symbols
   // and the compiled-in resources; for tests and headless hosts.

@@ -81,6 +81,7 @@ bool append_utf8(std::string_view utf8, Text& out, std::size_t* bad_offset) {
       dst += 8;
       i += 8;
     }
+    if (i == n) break;
     const unsigned char b0 = src[i];
     if (b0 < 0x80) {
       *dst++ = b0;

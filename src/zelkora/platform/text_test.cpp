@@ -7,7 +7,8 @@ namespace {
 
 TEST(Utf8, RoundTripsEveryPlane) {
   const Text samples[] = {u"", u"abc", u"工程名称", u"4\uE00220", u"f_ub(a)ub_ ＝ 1.0",
-                          u"\U0001D400x", u"€·°²"};
+                          u"\U0001D400x", u"€·°²",
+                          u"12345678", u"0123456789abcdef", u"工12345678"};
   for (const Text& s : samples) {
     EXPECT_EQ(from_utf8(to_utf8(s)), s);
     Text strict;
