@@ -3,6 +3,7 @@
 #include <string>
 
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/frame/mod_character.h"
 #include "zelkora/platform/fault.h"
 
 namespace zelkora {
@@ -12,6 +13,13 @@ namespace {
 constexpr TextView kPlaceholder1 = u"%%1%";
 constexpr TextView kPlaceholder2 = u"%%2%";
 constexpr TextView kPlaceholder3 = u"%%3%";
+
+// The value lists built from the INI files named in the user settings.
+constexpr int32_t kIdSettingsSection = 104;
+constexpr TextView kLegendListSetting = u"TuLiIniFile";
+constexpr TextView kSchemeListSetting = u"BanPjFaIniFile";
+constexpr TextView kListSection = u"List";
+constexpr int kMaxSettingsListItems = 999;
 
 [[noreturn]] void missing_text(int32_t id) {
   throw Fault(FaultKind::MissingResource,
@@ -59,6 +67,20 @@ bool clsCharacter::bTextEqResString(TextView text, int32_t lRes, Compare compare
 }
 
 std::vector<Text> clsCharacter::ComboBoxList(int32_t lList) const {
+  if (lList == 0 || lList == 100 || lList == 200) {
+    const Text section(catalogue_->find(kIdSettingsSection).value_or(TextView()));
+    const TextView key = lList == 200 ? kSchemeListSetting : kLegendListSetting;
+    const Text file = ModCharacter::tGetSetting(*platform_, application_, section, key, u"");
+    std::vector<Text> items;
+    if (trim(file).empty() || !platform_->ini) return items;
+    for (int k = 1; k <= kMaxSettingsListItems; ++k) {
+      const std::u16string number(from_utf8(std::to_string(k)));
+      Text item = platform_->ini->read(kListSection, number, u"", trim(file));
+      if (item.empty()) break;
+      items.push_back(std::move(item));
+    }
+    return items;
+  }
   constexpr int32_t kListBase = 40000;
   int32_t id = 0;
   if (__builtin_add_overflow(lList, kListBase, &id)) return {};

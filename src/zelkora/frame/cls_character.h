@@ -153,10 +153,29 @@ class clsCharacter {
   Text tStringRe3(int32_t id, TextView tReplace1, TextView tReplace2, TextView tReplace3) const;
   // True when `text` without surrounding blanks equals catalogue text `lRes`.
   bool bTextEqResString(TextView text, int32_t lRes, Compare compare = Compare::Binary) const;
-  // The items of value list lList: catalogue text 40000 + lList (with the
-  // language offset) split at "|", numbered from 0. A missing text gives no
-  // items.
+  // The items of value list lList, numbered from 0: catalogue text 40000 +
+  // lList (with the language offset) split at "|"; a missing text gives no
+  // items. Lists 0, 100 and 200 are built from INI files instead: 0 and 100
+  // from the file named by the user setting "TuLiIniFile", 200 from the one
+  // named by "BanPjFaIniFile" (section "Settings", catalogue 104, of the
+  // application, catalogue 100). The items are the values of keys 1, 2, ...
+  // of the file's section [List], up to the first key that is missing or
+  // empty (at most 999 items):
+  //   [List]
+  //   1=图例一
+  //   2=图例二
+  // A missing setting or file gives no items.
   std::vector<Text> ComboBoxList(int32_t lList) const;
+
+  // ---- User files and questions (frame/user_files.cpp) -----------------------
+
+  // The value of Key in Section of the INI file tIniFile (the platform's INI
+  // reader: case-insensitive names, missing file or key give tDefault).
+  Text ReadOneString(TextView Section, TextView Key, TextView tIniFile,
+                     TextView tDefault = {}) const;
+  // Whether to load the default values: with bMsg the user is asked through
+  // the platform's message box (6 yes, 2 cancel); without, the answer is 6.
+  int32_t vbLoadDefaultData(bool bMsg = true) const;
 
   // ---- Number formatting (typeset/number_format.cpp) ----------------------
   //

@@ -1,5 +1,9 @@
 #include "zelkora/grid/cls_grid_cell.h"
 
+#include <string>
+
+#include "zelkora/platform/fault.h"
+
 namespace zelkora {
 
 clsGridCell::clsGridCell() : clsGridCell(platform::Platform::current()) {}
@@ -13,6 +17,71 @@ clsGridCell::~clsGridCell() {
   character_.reset();
   errors_.reset();
   load_save_.reset();
+}
+
+// ---- Descriptors and layouts ----
+
+void clsGridCell::ReadLayoutResource() {
+  const std::optional<TextView> name = character_->catalogue_text(interface_res_id_);
+  if (!name) {
+    throw Fault(
+        FaultKind::MissingResource,
+        "layout name: catalogue text " + std::to_string(interface_res_id_) + " does not exist");
+  }
+  const Text text = grid::load_layout_text(*name, character_->platform().resource_dir);
+  rows_ = grid::read_layout(text, to_utf8(*name), character_->catalogue());
+  rows_loaded_ = true;
+}
+
+void clsGridCell::SplitRowDescriptors() {
+  grid::split_row_descriptors(rows_, character_->number_symbols());
+  items_.resize(rows_.max_item);
+}
+
+void clsGridCell::LetGridCellText(const std::vector<Text>& texts, const std::vector<bool>& bEvent,
+                                  int32_t lU, int32_t lMax) {
+  rows_ = grid::rows_from_descriptors(texts, bEvent, lU, lMax, character_->number_symbols());
+  items_.resize(rows_.max_item);
+  rows_loaded_ = true;
+}
+
+void clsGridCell::GetTextResID() {
+  if (!rows_loaded_) ReadLayoutResource();
+  grid::index_by_item(rows_, character_->number_symbols());
+}
+
+Text clsGridCell::tDefaultText(int32_t lRow) const {
+  if (lRow < 1 || lRow > rows_.rows || !rows_.split) {
+    throw Fault(FaultKind::IndexOutOfRange, "row " + std::to_string(lRow) +
+                                                " has no split descriptor (rows 1 to " +
+                                                std::to_string(rows_.split ? rows_.rows : 0) + ")");
+  }
+  const auto row = static_cast<std::size_t>(lRow);
+  const int32_t item = rows_.item[row];
+  const bool has_item = item >= 0 && static_cast<std::size_t>(item) < items_.current.size();
+  int32_t list = rows_.list[row];
+  if (rows_.indexed_by_item) {
+    list = item >= 0 && static_cast<std::size_t>(item) < rows_.list.size()
+               ? rows_.list[static_cast<std::size_t>(item)]
+               : 0;
+  }
+  const TextView current =
+      has_item ? TextView(items_.current[static_cast<std::size_t>(item)]) : TextView();
+  return grid::default_text(rows_.default_field[row], character_->ComboBoxList(list), current,
+                            *character_);
+}
+
+void clsGridCell::derive_default_texts() {
+  for (int32_t r = 1; r <= rows_.rows; ++r) {
+    const int32_t item = rows_.item[static_cast<std::size_t>(r)];
+    if (item < 0) continue;
+    if (static_cast<std::size_t>(item) >= items_.defaults.size()) {
+      throw Fault(FaultKind::IndexOutOfRange, rows_.place(r) + ": item index " +
+                                                  std::to_string(item) + " is beyond lMax " +
+                                                  std::to_string(rows_.max_item));
+    }
+    items_.defaults[static_cast<std::size_t>(item)] = tDefaultText(r);
+  }
 }
 
 }  // namespace zelkora

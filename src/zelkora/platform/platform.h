@@ -63,6 +63,11 @@ class MessageBox {
   virtual ~MessageBox() = default;
   // A modal warning with the exclamation icon and one OK button.
   virtual void warning(TextView text, TextView title) = 0;
+  // A modal question with the question icon and the buttons Yes and Cancel;
+  // the answer is kYes or kCancel. A host that cannot ask answers kYes.
+  static constexpr int32_t kYes = 6;
+  static constexpr int32_t kCancel = 2;
+  virtual int32_t question(TextView /*text*/, TextView /*title*/) { return kYes; }
   // A problem found by the library itself (a damaged resource file, say),
   // in UTF-8, for the developer rather than the engineer.
   virtual void diagnostic(std::string_view message) = 0;

@@ -21,8 +21,15 @@ class RecordingMessageBox : public MessageBox {
   };
   void warning(TextView text, TextView title) override { shown.push_back({Text(text), Text(title)}); }
   void diagnostic(std::string_view message) override { diagnostics.emplace_back(message); }
+  // Recorded in `asked`; answered with `answer`.
+  int32_t question(TextView text, TextView title) override {
+    asked.push_back({Text(text), Text(title)});
+    return answer;
+  }
 
   std::vector<Shown> shown;
+  std::vector<Shown> asked;
+  int32_t answer = kYes;
   std::vector<std::string> diagnostics;
 };
 

@@ -1,0 +1,23 @@
+// clsCharacter: reading the suite's INI files and asking the user.
+#include "zelkora/frame/cls_character.h"
+
+namespace zelkora {
+
+namespace {
+
+constexpr int32_t kLoadDefaultsQuestion = 32032;
+constexpr int32_t kLoadDefaultsTitle = 32033;
+
+}  // namespace
+
+Text clsCharacter::ReadOneString(TextView Section, TextView Key, TextView tIniFile,
+                                 TextView tDefault) const {
+  return platform_->ini->read(Section, Key, tDefault, tIniFile);
+}
+
+int32_t clsCharacter::vbLoadDefaultData(bool bMsg) const {
+  if (!bMsg) return platform::MessageBox::kYes;
+  return platform_->messages->question(tString(kLoadDefaultsQuestion), tString(kLoadDefaultsTitle));
+}
+
+}  // namespace zelkora

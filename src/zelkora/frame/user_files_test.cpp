@@ -1,0 +1,31 @@
+#include <gtest/gtest.h>
+
+#include "zelkora/frame/cls_character.h"
+#include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/headless/memory_ini_files.h"
+
+namespace zelkora {
+namespace {
+
+TEST(UserFiles, ReadOneStringAndTheLoadDefaultsQuestion) {
+  auto p = platform::Platform::headless();
+  auto ini = std::make_shared<platform::headless::MemoryIniFiles>();
+  ini->put(u"menu.ini", u"[1]\r\n0=基本构件\r\n1=基本构件|弯矩\r\n");
+  p->ini = ini;
+  auto box = std::make_shared<platform::headless::RecordingMessageBox>();
+  p->messages = box;
+  clsCharacter chr(p);
+  EXPECT_EQ(chr.ReadOneString(u"1", u"1", u"menu.ini"), u"基本构件|弯矩");
+  EXPECT_EQ(chr.ReadOneString(u"3", u"0", u"menu.ini"), u"");
+  EXPECT_EQ(chr.ReadOneString(u"1", u"9", u"none.ini", u"x"), u"x");
+
+  EXPECT_EQ(chr.vbLoadDefaultData(false), platform::MessageBox::kYes);
+  EXPECT_TRUE(box->asked.empty());
+  box->answer = platform::MessageBox::kCancel;
+  EXPECT_EQ(chr.vbLoadDefaultData(true), platform::MessageBox::kCancel);
+  ASSERT_EQ(box->asked.size(), 1u);
+  EXPECT_EQ(box->asked[0].title, u"恢复默认值");
+}
+
+}  // namespace
+}  // namespace zelkora

@@ -1,0 +1,392 @@
+#include "zelkora/grid/layout.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "zelkora/checking/cls_err_chr.h"
+#include "zelkora/grid/cls_grid_cell.h"
+#include "zelkora/platform/codepage.h"
+#include "zelkora/platform/embedded.h"
+#include "zelkora/platform/fault_test_support.h"
+#include "zelkora/platform/headless/memory_ini_files.h"
+
+namespace zelkora::grid {
+namespace {
+
+using test_support::fault_of;
+
+const std::string kIndex = fault_kind_name(FaultKind::IndexOutOfRange);
+
+// The fault kind and message an action throws.
+template <class F>
+std::pair<std::string, std::string> fault_and_message(F&& f) {
+  try {
+    f();
+  } catch (const Fault& fault) {
+    return {fault_kind_name(fault.kind()), fault.what()};
+  }
+  return {"none", ""};
+}
+
+class Layouts : public ::testing::Test {
+ protected:
+  std::shared_ptr<platform::Platform> p = platform::Platform::headless();
+  platform::ScopedPlatform scope{p};
+  clsCharacter chr{p};
+  const frame::Catalogue& cat = chr.catalogue();
+  const frame::NumberSymbols dot{};
+};
+
+TEST_F(Layouts, LineFieldsAreReadAsTheGridReadsThem) {
+  const struct {
+    const char16_t* line;
+    int32_t item;
+    const char16_t* descriptor;
+    bool event;
+  } cases[] = {
+      {u"3,25800,          '''显示实配纵筋的等效面积", 3, u"100|1382|1|1050|-1|1|", false},
+      {u"8,25909,1,          '''1386,  \"自动计算多层纵筋折减系数\"    ", 8,
+       u"100|1386|1|1050|0|1|", true},
+      {u"6,25803, 1 ", 6, u"100|1384|1|1050|0|1|", true},
+      {u"6,25803,11", 6, u"100|1384|1|1050|0|1|", false},
+      {u"6,25803,1.0", 6, u"100|1384|1|1050|0|1|", false},
+      {u"10,25502    '''9046,  \"迎风面一侧坡体的水平投影长度 d1\"", 10, u"100|1002|1|9000||0|",
+       false},
+      {u"-1,-25001,    '''选项", -1, u"-10|1348|1|||0|", false},
+      {u"  2.5xyz ,  25503", 2, u"100|1010|1|5300|-3|1|", false},
+  };
+  for (const auto& c : cases) {
+    const RowTables t = read_layout(Text(c.line) + u"\r\n", "T", cat);
+    ASSERT_EQ(t.rows, 1) << to_utf8(c.line);
+    EXPECT_EQ(t.item[1], c.item) << to_utf8(c.line);
+    EXPECT_EQ(t.descriptor[1], c.descriptor) << to_utf8(c.line);
+    EXPECT_EQ(t.event[1], c.event) << to_utf8(c.line);
+  }
+}
+
+TEST_F(Layouts, SizesComeFromRowsAndHeadingsNotFromIndexes) {
+  Text text;
+  for (int i = 0; i < 40; ++i) {
+    text += i % 7 == 0 ? u"-1,25000\r\n   \r\n\r\n" : u"99,25502\r\n";  // 6 headings
+  }
+  const RowTables t = read_layout(text, "T", cat);
+  EXPECT_EQ(t.rows, 40);
+  EXPECT_EQ(t.headings, 6);
+  EXPECT_EQ(t.max_item, 33);
+  EXPECT_EQ(t.line[2], 4);  // blank lines still count as lines
+  EXPECT_EQ(read_layout(u"", "T", cat).max_item, -1);
+}
+
+TEST_F(Layouts, DamagedLayoutsAreFaultsNamingLayoutAndLine) {
+  const struct {
+    const char16_t* text;
+    std::string kind;
+    const char* message;
+  } cases[] = {
+      {u"-1,25000\r\n1,99999", test_support::kMissingResource,
+       "layout \"T\", line 2: descriptor 99999"},
+      {u"-1,25000\r\n\r\n7   '''no comma", kIndex, "line 3"},
+      {u"1,1e300", test_support::kOverflow, "line 1: the descriptor id"},
+      {u"1,-2147483648", test_support::kOverflow, "line 1"},
+      {u"1,0", test_support::kMissingResource, "descriptor 0"},
+  };
+  for (const auto& c : cases) {
+    const auto [kind, message] = fault_and_message([&] { read_layout(c.text, "T", cat); });
+    EXPECT_EQ(kind, c.kind) << to_utf8(c.text);
+    EXPECT_NE(message.find(c.message), std::string::npos) << message;
+  }
+}
+
+TEST_F(Layouts, DescriptorFieldsAreConvertedOrFault) {
+  const struct {
+    const char16_t* text;
+    int fields;
+    std::string fault;
+    RowDescriptor d;
+  } cases[] = {
+      {u"10|1346|1|||0|", 6, "none", {10, 1346, 1, 0, u"", u"0", 0}},
+      {u"-110|1370|1|5752|_2, 16|0|", 6, "none", {-110, 1370, 1, 5752, u"_2, 16", u"0", 0}},
+      {u"100|1002|2.5| 9000abc| |xS>0_Lx", 6, "none", {100, 1002, 2, 9000, u" ", u"xS>0_Lx", 0}},
+      {u"100|1002|1|abc||0|", 6, "none", {100, 1002, 1, 0, u"", u"0", 0}},
+      {u"100|1002|1|9000||0|1", 7, "none", {100, 1002, 1, 9000, u"", u"0", 1}},
+      {u"abc|1002|1|9000||0|", 6, test_support::kConversion, {}},
+      {u"100||1|9000||0|", 6, test_support::kConversion, {}},
+      {u"100|1002|1|9000||0|", 7, test_support::kConversion, {}},
+      {u"100|1002|1|9000|", 6, kIndex, {}},
+      {u"100|1002|1|9000||0", 7, kIndex, {}},
+      {u"100|1e10|1|||0|", 6, test_support::kOverflow, {}},
+      {u"100|1002|1|1e10||0|", 6, test_support::kOverflow, {}},
+  };
+  for (const auto& c : cases) {
+    RowDescriptor d;
+    const auto [kind, message] =
+        fault_and_message([&] { d = split_descriptor(c.text, c.fields, dot, "here"); });
+    EXPECT_EQ(kind, c.fault) << to_utf8(c.text);
+    if (kind != "none") {
+      EXPECT_EQ(message.rfind("here: ", 0), 0u) << message;
+      continue;
+    }
+    EXPECT_EQ(d.kind, c.d.kind) << to_utf8(c.text);
+    EXPECT_EQ(d.caption, c.d.caption) << to_utf8(c.text);
+    EXPECT_EQ(d.cell, c.d.cell) << to_utf8(c.text);
+    EXPECT_EQ(d.list, c.d.list) << to_utf8(c.text);
+    EXPECT_EQ(d.default_field, c.d.default_field) << to_utf8(c.text);
+    EXPECT_EQ(d.check, c.d.check) << to_utf8(c.text);
+    EXPECT_EQ(d.item, c.d.item) << to_utf8(c.text);
+  }
+}
+
+TEST_F(Layouts, DefaultTextFollowsTheFourCases) {
+  const std::vector<Text> yes_no = chr.ComboBoxList(1050);  // 是|否
+  const struct {
+    const char16_t* field;
+    const char16_t* current;
+    const char16_t* expected;
+  } cases[] = {
+      {u"0", u"", u"是"},      {u"-1", u"x", u"否"},    {u"-2", u"", u""},
+      {u"0.4", u"", u"是"},    {u"500", u"", u"自动"},  {u" 500 ", u"", u"自动"},
+      {u"7", u"", u""},        {u"_628", u"x", u"628"}, {u"_2, 16", u"", u"2, 16"},
+      {u"x", u"", u""},        {u" ", u"x", u""},       {u"", u"", u"是"},
+      {u"", u"已有", u"已有"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(default_text(c.field, yes_no, c.current, chr), c.expected) << to_utf8(c.field);
+  }
+  EXPECT_EQ(default_text(u"", {}, u"", chr), u"");
+  EXPECT_EQ(fault_of([&] { default_text(u"1e20", yes_no, u"", chr); }), test_support::kOverflow);
+}
+
+TEST_F(Layouts, ListsZeroHundredAndTwoHundredComeFromTheNamedIniFiles) {
+  auto ini = std::make_shared<platform::headless::MemoryIniFiles>();
+  p->ini = ini;
+  const Text app = chr.settings_application();
+  ini->put(u"tuli.ini", u"[list]\r\n1=甲\r\n2= 乙 \r\n4=丁\r\n");
+  ini->put(u"scheme.ini", u"[List]\r\n1=方案一\r\n2=\r\n3=方案三\r\n");
+  EXPECT_TRUE(clsCharacter(p).ComboBoxList(0).empty());  // no setting
+  p->settings->set(app, u"Settings", u"TuLiIniFile", u"tuli.ini");
+  p->settings->set(app, u"Settings", u"BanPjFaIniFile", u"missing.ini");
+  clsCharacter reader(p);
+  EXPECT_EQ(reader.ComboBoxList(0), (std::vector<Text>{u"甲", u"乙"}));
+  EXPECT_EQ(reader.ComboBoxList(100), (std::vector<Text>{u"甲", u"乙"}));
+  EXPECT_TRUE(reader.ComboBoxList(200).empty());
+  p->settings->set(app, u"Settings", u"BanPjFaIniFile", u"scheme.ini");
+  EXPECT_EQ(reader.ComboBoxList(200), std::vector<Text>{u"方案一"});
+  EXPECT_EQ(reader.ComboBoxList(1050), (std::vector<Text>{u"是", u"否"}));
+}
+
+// ---- clsGridCell -------------------------------------------------------------
+
+TEST_F(Layouts, FormRowsFillTheTablesAndSwapToItemsWithoutALayout) {
+  clsGridCell grid(p);
+  const std::vector<Text> texts = {u"", u"10|1346|1|||0|-1", u"100|1002|1|9000||S>0|1",
+                                   u"-110|1370|1|5752|_2, 16|0|0", u"1100|1372|1|5754|_2|I>=1|2"};
+  const std::vector<bool> events = {false, false, true, false, false};
+  grid.LetGridCellText(texts, events, 4, 2);
+  std::vector<bool> ev;
+  std::vector<int32_t> captions, lists;
+  std::vector<Text> checks;
+  grid.GetEventRow(ev);
+  grid.GetResID(captions);
+  EXPECT_EQ(ev, events);
+  EXPECT_EQ(captions, (std::vector<int32_t>{0, 1346, 1002, 1370, 1372}));
+  EXPECT_EQ(grid.row_tables().kind[3], -110);
+  EXPECT_EQ(grid.lMaxTextIndex(), 2);
+  EXPECT_EQ(grid.tDefaultText(3), u"2, 16");
+
+  grid.GetTextResID();  // no layout id: the form's rows stand
+  grid.GetResID(captions);
+  grid.GetListRes(lists);
+  grid.GetCheckSign(checks);
+  EXPECT_EQ(captions, (std::vector<int32_t>{1370, 1002, 1372}));
+  EXPECT_EQ(lists, (std::vector<int32_t>{5752, 9000, 5754}));
+  EXPECT_EQ(checks, (std::vector<Text>{u"0", u"S>0", u"I>=1"}));
+
+  clsGridCell bad(p);
+  EXPECT_EQ(fault_of([&] { bad.LetGridCellText(texts, events, 5, 2); }), kIndex);
+  EXPECT_EQ(fault_of([&] { bad.LetGridCellText(texts, {false}, 4, 2); }), kIndex);
+  EXPECT_EQ(fault_of([&] { bad.LetGridCellText(texts, events, 4, kMaxItems + 1); }), kIndex);
+  EXPECT_EQ(fault_of([&] { bad.LetGridCellText(texts, events, -1, 2); }), kIndex);
+  EXPECT_EQ(fault_of([&] {
+              bad.LetGridCellText(texts, events, 4, 0);
+              bad.GetTextResID();
+            }),
+            kIndex);  // item 2 beyond lMax 0
+  EXPECT_EQ(fault_of([&] { bad.tDefaultText(9); }), kIndex);
+}
+
+TEST_F(Layouts, BeamLayoutReadsIntoRowAndItemTables) {
+  clsGridCell grid(p);
+  grid.lInterfaceResID(63706);
+  grid.ReadLayoutResource();
+  grid.SplitRowDescriptors();
+  const RowTables& t = grid.row_tables();
+  EXPECT_EQ(t.rows, 31);
+  EXPECT_EQ(grid.lMaxTextIndex(), 25);
+  ASSERT_EQ(grid.item_tables().current.size(), 26u);
+  // Row 17 is the collapsed group of items 16 and 17; the options heading is collapsed.
+  EXPECT_EQ(t.item[17], 15);
+  EXPECT_EQ(t.kind[17], -110);
+  EXPECT_EQ(t.kind[18], 1100);
+  EXPECT_EQ(t.kind[26], -10);
+  EXPECT_TRUE(t.event[29]);   // 6, 显示配筋率
+  EXPECT_FALSE(t.event[28]);  // 3, comment in field 3
+  grid.item_tables().current[1] = u"L-9";
+  grid.derive_default_texts();
+  const std::vector<Text>& d = grid.item_tables().defaults;
+  EXPECT_EQ(d[15], u"2, 16");
+  EXPECT_EQ(d[2], u"30");
+  EXPECT_EQ(d[3], u"否");
+  EXPECT_EQ(d[9], u"二级");
+  EXPECT_EQ(d[18], u"35");  // empty default, empty text: list item 0
+  EXPECT_EQ(d[1], u"L-9");  // empty default keeps the row's text
+  EXPECT_EQ(d[0], u"");
+
+  grid.GetTextResID();
+  std::vector<int32_t> captions;
+  grid.GetResID(captions);
+  ASSERT_EQ(captions.size(), 26u);
+  EXPECT_EQ(captions[0], 1000);
+  EXPECT_EQ(captions[15], 1370);
+  EXPECT_EQ(captions[6], 1384);
+}
+
+TEST_F(Layouts, ResourceFolderOverridesByNameAndTheLayoutIsReadOnce) {
+  const std::filesystem::path dir =
+      std::filesystem::temp_directory_path() / ("zk_layout_" + std::to_string(::getpid()));
+  std::filesystem::create_directories(dir / "layouts");
+  const std::filesystem::path file = dir / "layouts" / "CLSBEAMSTEEL.TXT";
+  std::ofstream(file, std::ios::binary)
+      << codepage::to_ansi(u"-1,25000\r\n0,25501,'''工程名称\r\n");
+  auto folder = platform::Platform::headless();
+  folder->resource_dir = dir;
+  clsGridCell grid(folder);
+  grid.lInterfaceResID(63706);
+  grid.GetTextResID();
+  EXPECT_EQ(grid.lMaxTextIndex(), 0);
+  std::filesystem::remove(file);
+  grid.GetTextResID();  // read once: the file is no longer needed
+  EXPECT_EQ(grid.lMaxTextIndex(), 0);
+  clsGridCell fresh(folder);
+  fresh.lInterfaceResID(63706);
+  fresh.GetTextResID();
+  EXPECT_EQ(fresh.lMaxTextIndex(), 25);  // the compiled-in layout
+  std::filesystem::remove_all(dir);
+
+  clsGridCell none(p);
+  for (int32_t id : {99999, 63700}) {  // no name text; a name without a layout
+    none.lInterfaceResID(id);
+    const auto [kind, message] = fault_and_message([&] { none.GetTextResID(); });
+    EXPECT_EQ(kind, test_support::kMissingResource) << id;
+    EXPECT_NE(message.find(id == 63700 ? "clsFormZhRq12" : "99999"), std::string::npos);
+  }
+}
+
+// ---- The shipped layouts -------------------------------------------------------
+
+// The check expressions the forms use.
+const std::set<Text> kCheckVocabulary = {
+    u"1",       u"S>0",       u"0",        u"S>=0",    u"S",       u"15~80",  u"S>=1",
+    u"L>=2",    u"0~1.0",     u"I>=0",     u"(0~100)", u"I>=1",    u"L>=1",   u"I>=2",
+    u"S>=1.0",  u"S>1",       u"(0~1.0",   u"(0~1.0)", u"nS>0",    u"0~1.0)", u"nS",
+    u"0~90",    u"0.15~100)", u"0.1~100)", u"0~1.05",  u"S>=140",  u"S>=6",   u"S>=50",
+    u"S>=150",  u"L>=3",      u"I>=4",     u"nS>=0",   u"50~1000", u"S<>0",   u"0.7~1.0",
+    u"(0~180)", u"(45~90",    u"33~100",   u"S>=2.5",  u"0~1",     u"1~4",    u"S>=0.95",
+    u"S>=1.00", u"xS>0_Lx",   u"xS>0_Ly",  u"50~150",  u"50~400",  u"3~9",    u"0~45",
+    u"0.6~1.7", u"40~80",     u"0~2.0",    u"S>=0.3",  u"20~1200", u"15~60",  u"0.6666~1.0",
+    u"(-90~90)"};
+
+// Whether `value` passes the row's check (an item of its list for "1").
+bool passes(clsErrChr& err, const RowTables& t, int32_t r, TextView value) {
+  err.lListRes(t.list[static_cast<std::size_t>(r)]);
+  return err.GenCheckCboEnterNumErrW(t.check[static_cast<std::size_t>(r)], u"x", value, true) == 0;
+}
+
+TEST_F(Layouts, EveryShippedLayoutKeepsTheRules) {
+  clsErrChr err(p);
+  int layouts = 0;
+  for (const platform::EmbeddedFile& file : platform::embedded_files()) {
+    std::string_view path = file.name;
+    if (!path.starts_with("layouts/")) continue;
+    ++layouts;
+    const std::string name(path.substr(8, path.size() - 8 - 4));
+    SCOPED_TRACE(name);
+    ASSERT_TRUE(path.ends_with(".txt"));
+    const std::string bytes(file.bytes());
+    for (std::size_t i = bytes.find('\n'); i != std::string::npos; i = bytes.find('\n', i + 1)) {
+      ASSERT_TRUE(i > 0 && bytes[i - 1] == '\r') << "a line ends without CR LF";
+    }
+    const std::optional<int32_t> id = layout_name_id(from_utf8(name), cat);
+    ASSERT_TRUE(id.has_value()) << "no catalogue text 63700-63752 names the layout";
+    EXPECT_EQ(Text(*cat.find(*id)), from_utf8(name));
+
+    clsGridCell grid(p);
+    grid.lInterfaceResID(*id);
+    grid.ReadLayoutResource();
+    grid.SplitRowDescriptors();
+    grid.derive_default_texts();
+    const RowTables& t = grid.row_tables();
+    const std::vector<Text>& defaults = grid.item_tables().defaults;
+    std::set<int32_t> items, heading_captions;
+    ASSERT_GT(t.rows, 0);
+    EXPECT_LT(t.item[1], 0) << "the first row is a heading";
+    for (int32_t r = 1; r <= t.rows; ++r) {
+      const auto i = static_cast<std::size_t>(r);
+      SCOPED_TRACE(t.place(r));
+      const int32_t kind = t.kind[i] < 0 ? -t.kind[i] : t.kind[i];
+      ASSERT_TRUE(cat.find(t.caption[i])) << "caption " << t.caption[i];
+      if (t.item[i] < 0) {
+        EXPECT_EQ(t.item[i], -1);
+        EXPECT_EQ(kind, kKindHeading);
+        EXPECT_TRUE(heading_captions.insert(t.caption[i]).second) << "a second such heading";
+        continue;
+      }
+      EXPECT_TRUE(items.insert(t.item[i]).second) << "item " << t.item[i] << " twice";
+      EXPECT_TRUE(kind == kKindItem || kind == kKindGroup || kind == kKindMember) << kind;
+      EXPECT_EQ(t.kind[i] < 0, kind == kKindGroup) << "only group rows start collapsed";
+      EXPECT_TRUE(cat.find(t.caption[i] + 1)) << "no explanation for caption " << t.caption[i];
+      EXPECT_TRUE(t.cell[i] == 0 || t.cell[i] == 1);
+      EXPECT_TRUE(t.list[i] != 0 && t.list[i] != 100 && t.list[i] != 200 &&
+                  cat.find(40000 + t.list[i]))
+          << "list " << t.list[i];
+      EXPECT_TRUE(kCheckVocabulary.count(t.check[i])) << to_utf8(t.check[i]);
+
+      const Text& value = defaults[static_cast<std::size_t>(t.item[i])];
+      if (t.default_field[i] != u" ") {
+        EXPECT_FALSE(value.empty()) << "default out of its list";
+      }
+      if (t.check[i] != u"0") {
+        EXPECT_TRUE(passes(err, t, r, value)) << to_utf8(value);
+      }
+      for (const Text& choice : chr.ComboBoxList(t.list[i])) {
+        if (!choice.empty()) {
+          EXPECT_TRUE(passes(err, t, r, choice)) << to_utf8(choice);
+        }
+      }
+      if (kind == kKindMember) {
+        const int32_t above = t.kind[i - 1] < 0 ? -t.kind[i - 1] : t.kind[i - 1];
+        EXPECT_TRUE(above == kKindGroup || above == kKindMember) << "a member without a group";
+      }
+      if (kind == kKindGroup) {
+        Text joined;
+        std::size_t m = i + 1;
+        for (; m <= static_cast<std::size_t>(t.rows) && t.kind[m] == kKindMember; ++m) {
+          joined += (joined.empty() ? u"" : u", ") + defaults[static_cast<std::size_t>(t.item[m])];
+        }
+        EXPECT_GE(m - i - 1, 2u) << "a group needs its members below it";
+        EXPECT_EQ(value, joined) << "the group's default joins its members' defaults";
+      }
+    }
+    ASSERT_FALSE(items.empty());
+    EXPECT_EQ(*items.begin(), 0);
+    EXPECT_EQ(*items.rbegin(), t.max_item) << "the indexes run 0..N-1 without gaps";
+    EXPECT_EQ(static_cast<int32_t>(items.size()), t.max_item + 1);
+  }
+  EXPECT_GE(layouts, 3);
+}
+
+}  // namespace
+}  // namespace zelkora::grid

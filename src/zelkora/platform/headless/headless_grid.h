@@ -1,0 +1,300 @@
+// In-memory property grid, title box, panel and form object: they keep all
+// their state, answer every call of platform/grid_control.h, record the calls
+// whose order matters, and draw themselves as text for tests, the command
+// line and people.
+//
+//   MemoryGrid grid;
+//   MemoryRichTextBox title;
+//   ... build the grid through clsGridCell ...
+//   std::cout << grid.render(&title);
+//
+// The drawing (`render`) is one line per shown row (RowHeight above 0), top
+// to bottom, row 0 included when it is shown:
+//
+//   <picture> <caption, padded>  <value>
+//
+//  - picture: the image key of column 1 ("+", "-"), or a blank;
+//  - caption: the text of column 2 as it is (member rows carry their two
+//    leading blanks), padded with blanks to the widest caption of the grid
+//    (display width: a Chinese character takes two cells), counted over all
+//    rows, shown or not, so that opening a group does not shift the column;
+//  - value: the text of column 3, between "*" when the cell is bold;
+//  - a row whose caption cell is merged into a range shows the picture and
+//    the text of the range alone: "<picture> <text>";
+//  - trailing blanks are cut; control characters in a cell show as blanks.
+//    Column 0, the columns after 3, widths, colours and alignment are not
+//    drawn.
+//
+// With a title box, a line of eight "-" follows, then the box's lines: one
+// per paragraph, bold runs between "*". For example:
+//
+//   - 基本参数
+//     混凝土强度等级  C30
+//     纵筋直径 d      *20*
+//   + 荷载
+//   --------
+//   *纵筋直径 d*
+//   d——纵筋直径。
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "zelkora/platform/grid_control.h"
+
+namespace zelkora::platform::headless {
+
+// Placement and visibility: refuses a negative width or height.
+template <class Base>
+class MemoryWindow : public Base {
+ public:
+  bool Move(int32_t l, int32_t t, int32_t w, int32_t h) override {
+    if (w < 0 || h < 0) return false;
+    left = l;
+    top = t;
+    width = w;
+    height = h;
+    return true;
+  }
+  bool Visible() const override { return visible; }
+  void Visible(bool v) override { visible = v; }
+
+  int32_t left = 0;
+  int32_t top = 0;
+  int32_t width = 0;
+  int32_t height = 0;
+  bool visible = true;
+};
+
+class MemoryPanel : public MemoryWindow<Panel> {};
+
+class MemoryRichTextBox;
+
+// The grid. A fresh grid has no rows or columns, and settings that differ
+// from those the library sets when it builds a grid, so a test sees each
+// one that was set.
+//
+// `calls` records, in order: "Rows=<n>", "Cols=<n>", "AutoRedraw=0|1",
+// "Refresh", "Merge <row> <col1> <col2>", "AddPicture <key>" and
+// "SetFocus <row> <col>". Cell and row settings are not recorded; read them
+// back.
+class MemoryGrid : public MemoryWindow<GridControl> {
+ public:
+  struct Cell {
+    zelkora::Text text;
+    zelkora::Text tag;
+    zelkora::Text image_key;
+    std::vector<zelkora::Text> combo_list;
+    int16_t cell_type = kTextCell;
+    int16_t alignment = kAlignGeneral;
+    bool font_bold = false;
+    uint32_t fore_color = kColourWindowText;
+    uint32_t back_color = kColourWindow;
+  };
+
+  int32_t Rows() const override { return static_cast<int32_t>(rows_.size()); }
+  void Rows(int32_t rows) override;
+  int32_t Cols() const override { return cols_; }
+  void Cols(int32_t cols) override;
+  int32_t RowHeight(int32_t row) const override;
+  void RowHeight(int32_t row, int32_t height) override;
+  int32_t DefaultRowHeight() const override { return default_row_height_; }
+  void DefaultRowHeight(int32_t height) override { default_row_height_ = height; }
+  int32_t ColWidth(int32_t col) const override;
+  void ColWidth(int32_t col, int32_t width) override;
+
+  zelkora::Text Text(int32_t row, int32_t col) const override { return cell(row, col).text; }
+  void Text(int32_t row, int32_t col, TextView text) override { at(row, col).text = text; }
+  int16_t CellType(int32_t row, int32_t col) const override { return cell(row, col).cell_type; }
+  void CellType(int32_t row, int32_t col, int16_t type) override { at(row, col).cell_type = type; }
+  bool FontBold(int32_t row, int32_t col) const override { return cell(row, col).font_bold; }
+  void FontBold(int32_t row, int32_t col, bool bold) override { at(row, col).font_bold = bold; }
+  uint32_t ForeColor(int32_t row, int32_t col) const override { return cell(row, col).fore_color; }
+  void ForeColor(int32_t row, int32_t col, uint32_t c) override { at(row, col).fore_color = c; }
+  uint32_t BackColor(int32_t row, int32_t col) const override { return cell(row, col).back_color; }
+  void BackColor(int32_t row, int32_t col, uint32_t c) override { at(row, col).back_color = c; }
+  int16_t Alignment(int32_t row, int32_t col) const override { return cell(row, col).alignment; }
+  void Alignment(int32_t row, int32_t col, int16_t a) override { at(row, col).alignment = a; }
+  zelkora::Text Tag(int32_t row, int32_t col) const override { return cell(row, col).tag; }
+  void Tag(int32_t row, int32_t col, TextView tag) override { at(row, col).tag = tag; }
+  std::vector<zelkora::Text> ComboList(int32_t row, int32_t col) const override {
+    return cell(row, col).combo_list;
+  }
+  void ComboList(int32_t row, int32_t col, const std::vector<zelkora::Text>& items) override {
+    at(row, col).combo_list = items;
+  }
+
+  bool Locked(int32_t row) const override;
+  void Locked(int32_t row, bool locked) override;
+  void Merge(int32_t row, int32_t col1, int32_t col2) override;
+
+  void AddPicture(const Picture& picture, TextView key) override;
+  void SetImage(int32_t row, int32_t col, TextView key) override;
+  zelkora::Text ImageKey(int32_t row, int32_t col) const override {
+    return cell(row, col).image_key;
+  }
+
+  bool AutoRedraw() const override { return auto_redraw_; }
+  void AutoRedraw(bool redraw) override;
+  void Refresh() override { calls.emplace_back("Refresh"); }
+
+  CellRef ActiveCell() const override { return active_; }
+  void ActiveCell(int32_t row, int32_t col) override;
+  int32_t BottomRow() const override;
+  void SetFocus(int32_t row, int32_t col) override;
+
+  void DefaultFontName(TextView name) override { default_font_name = name; }
+  void DefaultFontSize(float size) override { default_font_size = size; }
+  void BackColorBkg(uint32_t c) override { back_color_bkg = c; }
+  void GridColor(uint32_t c) override { grid_color = c; }
+  void CellBorderColorFixed(uint32_t c) override { cell_border_color_fixed = c; }
+  void CellBorderColor(uint32_t c) override { cell_border_color = c; }
+  void Appearance(int16_t a) override { appearance = a; }
+  void EnterKeyMoveTo(int16_t d) override { enter_key_move_to = d; }
+  void ExtendLastCol(bool e) override { extend_last_col = e; }
+  void DisplayFocusRect(bool d) override { display_focus_rect = d; }
+  void ReadOnlyFocusRect(int16_t s) override { read_only_focus_rect = s; }
+  void DisplayClientBorder(bool d) override { display_client_border = d; }
+  void SelectionMode(int16_t m) override { selection_mode = m; }
+
+  // The whole state of a cell (throws for a cell outside the grid).
+  const Cell& cell(int32_t row, int32_t col) const;
+  // The merged range of the row as {col1, col2}; {0, -1} when it has none.
+  std::pair<int32_t, int32_t> merged(int32_t row) const;
+  // The pictures added, by key, in order.
+  const std::vector<std::pair<zelkora::Text, Picture>>& pictures() const { return pictures_; }
+
+  // The grid as a user sees it (format above), with the title box below it
+  // when one is given: lines, or UTF-8 with "\n" after every line.
+  std::vector<zelkora::Text> render_lines(const MemoryRichTextBox* title = nullptr) const;
+  std::string render(const MemoryRichTextBox* title = nullptr) const;
+
+  std::vector<std::string> calls;
+  // The last row in view; -1: every row fits, the last row of the grid.
+  int32_t bottom_row = -1;
+  bool focused = false;
+
+  zelkora::Text default_font_name;
+  float default_font_size = 0;
+  uint32_t back_color_bkg = system_colour(12);
+  uint32_t grid_color = rgb(192, 192, 192);
+  uint32_t cell_border_color_fixed = 0;
+  uint32_t cell_border_color = 0;
+  int16_t appearance = 1;
+  int16_t enter_key_move_to = 0;
+  bool extend_last_col = false;
+  bool display_focus_rect = true;
+  int16_t read_only_focus_rect = 1;
+  bool display_client_border = true;
+  int16_t selection_mode = 0;
+
+ private:
+  struct Row {
+    std::vector<Cell> cells;
+    int32_t height = 0;
+    bool height_set = false;  // else DefaultRowHeight
+    bool locked = false;
+    int32_t merge_first = 0;
+    int32_t merge_last = -1;
+  };
+  Cell& at(int32_t row, int32_t col);
+  void check_row(int32_t row) const;
+  void check_col(int32_t col) const;
+
+  std::vector<Row> rows_;
+  int32_t cols_ = 0;
+  std::vector<int32_t> col_widths_;
+  int32_t default_row_height_ = 18;
+  bool auto_redraw_ = true;
+  CellRef active_;
+  std::vector<std::pair<zelkora::Text, Picture>> pictures_;
+};
+
+// The title box. It keeps the text with a format per character.
+class MemoryRichTextBox : public MemoryWindow<RichTextBox> {
+ public:
+  struct Format {
+    bool bold = false;
+    uint32_t colour = kColourWindowText;
+    friend bool operator==(const Format&, const Format&) = default;
+  };
+
+  zelkora::Text Text() const override { return text_; }
+  void Text(TextView text) override;
+  // Written with the colours resolved to the system's default scheme, text
+  // beyond ASCII as "\uN?" and every line break as "\par". Reading takes
+  // "\b", "\b0", "\plain", "\cf" with "\colortbl", "\par", "\line", "\tab",
+  // "\u" with "\uc", "\'hh" (code page 936) and the escapes "\\", "\{",
+  // "\}"; other control words are passed over, and the groups of the font
+  // table, the style sheet, pictures and "\*" destinations are skipped.
+  zelkora::Text TextRTF() const override;
+  void TextRTF(TextView rtf) override;
+  int32_t SelStart() const override { return sel_start_; }
+  void SelStart(int32_t start) override;
+  int32_t SelLength() const override { return sel_length_; }
+  void SelLength(int32_t length) override;
+  zelkora::Text SelText() const override;
+  void SelText(TextView text) override;
+  uint32_t SelColor() const override { return sel_color_; }
+  void SelColor(uint32_t colour) override;
+  zelkora::Text ToolTipText() const override { return tool_tip_text; }
+  void ToolTipText(TextView text) override { tool_tip_text = text; }
+  float FontSize() const override { return font_size; }
+  void FontSize(float size) override { font_size = size; }
+
+  // The format of each character of `Text()`.
+  const std::vector<Format>& formats() const { return formats_; }
+
+  // One line per paragraph, bold runs between "*", trailing blanks cut.
+  std::vector<zelkora::Text> render_lines() const;
+  std::string render() const;
+
+  zelkora::Text tool_tip_text;
+  float font_size = 0;
+
+ private:
+  zelkora::Text text_;
+  std::vector<Format> formats_;
+  int32_t sel_start_ = 0;
+  int32_t sel_length_ = 0;
+  uint32_t sel_color_ = kColourWindowText;
+};
+
+// The form object. It answers from its public members and records each call
+// with the arguments it received. `ControlEnable` hands the marks to
+// `on_control_enable` when one is set (with the texts of the call, or those
+// of the last `Let_Text` for the one-argument form); else it writes
+// `hidden` over the marks it receives, as far as both reach.
+class MemoryGridForm : public GridForm {
+ public:
+  struct Call {
+    std::string name;  // "LabelColWidth", "bDisplayPicture", "Let_Text",
+                       // "ControlEnable(hidden)", "ControlEnable(texts, hidden)"
+    std::vector<zelkora::Text> texts;
+    std::vector<bool> hidden;  // as received
+  };
+
+  int32_t LabelColWidth() override;
+  void ControlEnable(std::vector<bool>& marks) override;
+  void ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool>& marks) override;
+  bool bDisplayPicture() override;
+  void Let_Text(std::vector<zelkora::Text>& texts) override;
+
+  // The names of the calls, in order.
+  std::vector<std::string> call_names() const;
+
+  int32_t label_col_width = 120;
+  bool display_picture = false;
+  std::vector<bool> hidden;
+  std::function<void(const std::vector<zelkora::Text>& texts, std::vector<bool>& marks)>
+      on_control_enable;
+  std::vector<Call> calls;
+
+ private:
+  void answer(const std::vector<zelkora::Text>& texts, std::vector<bool>& marks);
+  std::vector<zelkora::Text> last_texts_;
+};
+
+}  // namespace zelkora::platform::headless
