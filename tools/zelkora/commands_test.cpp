@@ -3,6 +3,7 @@
 // faults.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
@@ -60,6 +61,23 @@ TEST(SubsystemCommands, MessagesAndChecks) {
        "error=104\nmessage=错误：混凝土的强度等级 为 C30，砼强度等级应从列表框项目中选取。\n"},
       {{"message", "x"}, kExitUsage, "error number"},
       {{"compare", ">", "1"}, kExitUsage, "expected 3"},
+  });
+}
+
+TEST(SubsystemCommands, ProgramMenu) {
+  const std::string script = testing::TempDir() + "zk_menu_script.txt";
+  std::ofstream(script) << "click 1\n# unfold, then choose\nenter 17\nclick 17\nkey 32\n";
+  const std::string bad = testing::TempDir() + "zk_menu_bad.txt";
+  std::ofstream(bad) << "click\n";
+  std::ostringstream out, err;
+  ASSERT_EQ(run({"menu", "--script", script}, out, err), kExitOk) << err.str();
+  EXPECT_EQ(out.str().substr(0, out.str().find("\n- ")),
+            "selected=基本构件|柱正截面承载力计算\nselected=基本构件|柱正截面承载力计算");
+  EXPECT_NE(out.str().find("\n  正截面承载力\n"), std::string::npos);
+  EXPECT_NE(out.str().find("\n+ 杂项"), std::string::npos);
+  expect_commands({
+      {{"menu", "--script", bad}, kExitUsage, "zk_menu_bad.txt:1"},
+      {{"menu", "a.ini", "b.ini"}, kExitUsage, "expected 1"},
   });
 }
 
