@@ -1,0 +1,22 @@
+# Installs the built library into WORK_DIR/prefix, then configures, builds and
+# runs examples/beam_check against it, as a calculation program would.
+file(REMOVE_RECURSE ${WORK_DIR})
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "failed: ${ARGN}\n${out}\n${err}")
+  endif()
+  set(output "${out}" PARENT_SCOPE)
+endfunction()
+run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
+run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/beam_check -B ${WORK_DIR}/build
+    -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_CXX_COMPILER=${CXX})
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/build -j2)
+run(${WORK_DIR}/build/beam_check 250 500 C30 HRB400 180)
+message(STATUS "${output}")
+foreach(expected "梁宽 b ＝ 250mm" "选用 3Φ25")
+  string(FIND "${output}" "${expected}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "the example's output lacks \"${expected}\":\n${output}")
+  endif()
+endforeach()
