@@ -79,10 +79,13 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "zelkora/datafile/form_state.h"
 #include "zelkora/frame/catalogue.h"
 #include "zelkora/frame/numbers.h"
 #include "zelkora/frame/variant.h"
+#include "zelkora/platform/controls.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
 
@@ -174,6 +177,108 @@ class clsLoadSave {
   const Text& RevisionLoad() const { return revision_load_; }
   void RevisionLoad(TextView revision) { revision_load_ = revision; }
 
+  // ---- Form state ----------------------------------------------------------
+  //
+  // The record patterns, the reading rules and the combo-box rule are in
+  // form_state.h. Writers return whether every record was written (a failed
+  // write is 2003, as for WriteFileOneA); readers take the target first and
+  // the record just read (`uDR`, A) last, or read through the object's
+  // buffer (W), and return false with 2001 and the target as it was when the
+  // group cannot be read.
+
+  // Every element of the array, from LBound to UBound, gaps skipped.
+  bool WriteFile_Check_BsA(const platform::ControlArray<platform::CheckBox>& ChkB,
+                           TextView tName = u"chkB");
+  bool WriteFile_Option_BsA(const platform::ControlArray<platform::OptionButton>& OptB,
+                            TextView tName = u"optB");
+  // Every element (iWriteTag 0), or only those whose text is an editable
+  // entry (iWriteTag 1); with bAutoWriteList also each one's list.
+  bool WriteFile_ComboBox_BsA(const platform::ControlArray<platform::ComboBox>& CboB,
+                              bool bAutoWriteList = false, TextView tName = u"CboB",
+                              int16_t iWriteTag = 0);
+  // One combo box, under the index `Index`.
+  bool WriteFile_ComboBox(int32_t Index, const platform::ComboBox& Cbo, bool bAutoWriteList = false,
+                          TextView tName = u"CboB");
+  bool WriteFile_ListBox_BsA(const platform::ControlArray<platform::ListBox>& lstB,
+                             TextView tName = u"lstB");
+  // Button `Index` of the toolbar.
+  bool WriteFile_Toolbar_EditA(int32_t Index, const platform::Toolbar& ToolbarEdit,
+                               TextView tName = u"Toolbar");
+  // The list view, under the index `Index` of the caller's control array.
+  bool WriteFile_ListViewA(int32_t Index, const platform::ListView& lstView,
+                           TextView tName = u"lstView");
+  // The record, under the index `Index` of the caller's array of records.
+  bool WriteFile_rColForceA(int32_t Index, const rColForce& force, TextView tName = u"rColForce");
+  // Arrays indexed 0..U (size U + 1; an empty vector has U = -1).
+  bool WriteFile_Array_1A(const std::vector<frame::Variant>& vArray, TextView tName);
+  bool WriteFile_Array_Str_1A(const std::vector<Text>& tArray, TextView tName);
+  bool WriteFile_Array_2A(const Array2<frame::Variant>& vArray, TextView tName);
+  bool WriteFile_Array_2A(const Array2<Text>& tArray, TextView tName);
+  bool WriteFile_Array_Str_3A(const Array3<Text>& tArray, TextView tName);
+
+  bool ReadFile_Check_BA(platform::ControlArray<platform::CheckBox>& ChkB, UseBinRecord& uDR);
+  bool ReadFile_Check_BW(platform::ControlArray<platform::CheckBox>& ChkB);
+  bool ReadFile_Option_BA(platform::ControlArray<platform::OptionButton>& OptB, UseBinRecord& uDR);
+  bool ReadFile_ComboBox_BA(platform::ControlArray<platform::ComboBox>& CboB, UseBinRecord& uDR);
+  bool ReadFile_ComboBox_BW(platform::ControlArray<platform::ComboBox>& CboB);
+  bool ReadFile_ListBox_BA(platform::ControlArray<platform::ListBox>& lstB, UseBinRecord& uDR);
+  bool ReadFile_ListBox_BW(platform::ControlArray<platform::ListBox>& lstB);
+  bool ReadFile_Toolbar_EditA(platform::Toolbar& ToolbarEdit, UseBinRecord& uDR);
+  bool ReadFile_ListViewA(platform::ControlArray<platform::ListView>& lstView, UseBinRecord& uDR);
+  // Element Index of `forces`; ignored when the vector has no such element.
+  bool ReadFile_rColForceA(std::vector<rColForce>& forces, UseBinRecord& uDR);
+  // Variant elements come back as texts (the record's member), which read
+  // as numbers with the same rules they were written with.
+  bool ReadFile_Array_1A(std::vector<frame::Variant>& vArray, UseBinRecord& uDR);
+  bool ReadFile_Array_Str_1A(std::vector<Text>& tArray, UseBinRecord& uDR);
+  bool ReadFile_Array_Str_1W(std::vector<Text>& tArray);
+  bool ReadFile_Array_2A(Array2<frame::Variant>& vArray, UseBinRecord& uDR);
+  bool ReadFile_Array_Str_2A(Array2<Text>& tArray, UseBinRecord& uDR);
+  bool ReadFile_Array_Str_3A(Array3<Text>& tArray, UseBinRecord& uDR);
+  bool ReadFile_Array_Str_3W(Array3<Text>& tArray);
+  // A single value, from the value record 2000 that follows a key record
+  // 100 (WriteFile_100A): a text as it is, an integer rounded half to even
+  // within -32768..32767, a boolean from "True"/"False" (any case) or a
+  // number (nonzero is true).
+  bool ReadFile_TextA(Text& tText, UseBinRecord& uDR);
+  bool ReadFile_TextW(Text& tText);
+  bool ReadFile_IntegerW(int16_t& iValue);
+  bool ReadFile_BooleanW(bool& bValue);
+
+  // The text array held between calls: element i is the text of combo box i.
+  void Let_ValText(const std::vector<Text>& X) { val_text_ = X; }
+  void Get_ValText(std::vector<Text>& X) const { X = val_text_; }
+  // Gives each combo box i of the array the held text i, under the
+  // combo-box rule; elements beyond the held texts are left alone.
+  void Let_ComboBox_Text(platform::ControlArray<platform::ComboBox>& CboB) const;
+  // The same for the combo boxes of the last restrained load of
+  // bLoadOrSaveData (that control array must still exist); nothing when there
+  // was none.
+  void Let_ComboBox_TextA() const;
+
+  // Saves ("Save", "SaveAsNewVersion", "OutPut") or loads ("Load", "InPut",
+  // "Default") the form's combo boxes, check boxes and option buttons and
+  // the flag bDisplayTuLi in the file tDataSaveName. The file is: record 0
+  // the revision; record 198 tPro1 (when not empty); 100 "bfDisplayTuLi"
+  // (catalogue 37000) / 2000 the flag (when given); the combo boxes under
+  // "CboB" (texts only), the check boxes under "chkB", the option buttons
+  // under "optB"; record 0 "EOF".
+  // Loading needs record 0 first and, when tPro1 is not empty, record 198
+  // equal to tPro1 or to tPro2 (a second identifier the program accepts,
+  // such as its previous version's; never written); it skips records it does
+  // not know and changes the controls only when the whole file has been read
+  // up to "EOF". With bRestrainComboBox the combo boxes are not changed:
+  // their texts become the held text array (the current texts, replaced by
+  // the saved ones), for Let_ComboBox_TextA once the form has filled the
+  // lists. On failure the result is false and last_error() is
+  // lLoadSaveMode(tMode) (2002 or 2003); the previous file and the controls
+  // stay as they were. Any other mode does nothing and returns false.
+  bool bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextView tPro1, TextView tPro2,
+                       bool bRestrainComboBox, platform::ControlArray<platform::ComboBox>& CboB,
+                       platform::ControlArray<platform::CheckBox>* ChkB = nullptr,
+                       platform::ControlArray<platform::OptionButton>* OptB = nullptr,
+                       bool* bDisplayTuLi = nullptr);
+
   // ---- For the library and its tools ---------------------------------------
 
   // The error number of the last failure since OpenFileA, or 0.
@@ -195,6 +300,11 @@ class clsLoadSave {
   bool write_record(int32_t id, TextView member);
   bool write_encoded(datafile::OpenFile& file, bool encoded);
   bool read_into(int32_t& id, Text& member);
+  bool load_form(TextView tPro1, TextView tPro2, bool bRestrainComboBox,
+                 platform::ControlArray<platform::ComboBox>& CboB,
+                 platform::ControlArray<platform::CheckBox>* ChkB,
+                 platform::ControlArray<platform::OptionButton>* OptB, bool* bDisplayTuLi);
+  friend class datafile::FormRecords;
 
   std::shared_ptr<const platform::Platform> platform_;
   std::shared_ptr<platform::SuiteServices> suite_;
@@ -212,6 +322,10 @@ class clsLoadSave {
   Text backup_name_;
   int32_t error_ = 0;
   std::string scratch_;  // bytes of the record being read or written
+
+  // The held texts of Let_ValText, and the combo boxes of Let_ComboBox_TextA.
+  std::vector<Text> val_text_;
+  platform::ControlArray<platform::ComboBox>* held_combos_ = nullptr;
 };
 
 }  // namespace zelkora
