@@ -27,7 +27,10 @@ build: configure
 test: build
 	@cd $(BUILD) && ctest --output-on-failure -j$(JOBS)
 
+# One session of a calculation program, then a tour of the tool's commands.
 demo: build
+	@$(BUILD)/zelkora demo
+	@echo; echo "---- The zelkora tool, command by command ----"
 	@scripts/demo.sh $(BUILD)/zelkora
 
 bench: build

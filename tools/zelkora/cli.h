@@ -83,6 +83,7 @@ std::vector<Command> checking_commands();
 std::vector<Command> datafile_commands();
 std::vector<Command> grid_commands();
 std::vector<Command> menu_commands();
+std::vector<Command> demo_commands();
 
 // Runs one command line (without the program name) and returns the exit code.
 int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);

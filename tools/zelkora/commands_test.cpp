@@ -81,6 +81,18 @@ TEST(SubsystemCommands, ProgramMenu) {
   });
 }
 
+TEST(SubsystemCommands, DemoSession) {
+  std::ostringstream out, err;
+  ASSERT_EQ(run({"demo"}, out, err), kExitOk) << err.str();
+  for (const char* expected :
+       {"selected=基本构件|梁配筋计算", "错误：梁的截面宽度 b ＝ -250 ≤ 0，", "-> refused",
+        "the group reads \"3, 20\", its members \"3\" and \"20\"",
+        "梁的截面高度 h                     500\n", "26 values, 0 refused", "values identical",
+        "As ＝ 942mm2"}) {
+    EXPECT_NE(out.str().find(expected), std::string::npos) << expected << "\n" << out.str();
+  }
+}
+
 TEST(SubsystemCommands, Section) {
   expect_commands({
       {{"section", "30261", "--b", "200", "--h", "500"},

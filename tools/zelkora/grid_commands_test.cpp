@@ -1,7 +1,11 @@
 // The layout command: the rows of a shipped layout as the grid reads them,
 // the name found without regard to case, and an unknown name as a fault.
+// The grid command: a form's grid driven by a script, saved and loaded.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
@@ -40,6 +44,68 @@ TEST(GridCommands, LayoutPrintsOneLinePerRow) {
       EXPECT_NE(text.find(piece), std::string::npos) << c.args.back() << ": " << piece;
     }
   }
+}
+
+TEST(GridCommands, GridRunsAScriptAndPrintsTheGridAndItsMessages) {
+  platform::ScopedPlatform scope(platform::Platform::headless());  // data files in memory
+  const std::string script =
+      (std::filesystem::temp_directory_path() / ("zk_grid_" + std::to_string(::getpid()) + ".txt"))
+          .string();
+  const struct {
+    std::string script;
+    std::vector<std::string> args;
+    int code;
+    std::vector<std::string> pieces;  // in stdout when it ran, else in stderr
+  } cases[] = {
+      {"",
+       {"clsBeamSteel"},
+       kExitOk,
+       {"- 基本信息\n  构件编号                           KL-1\n",
+        "\n+ 通长纵向钢筋                       2, 16\n",
+        "\n  箍筋的肢数 n                       2\n", "\n+ 选项\n--------\n"}},
+      {"# a group of two members takes three values, then two\n"
+       "enter 17\ntype 2,16,3\nleave\ntype 3,20\nleave\n"
+       "enter 8\ntype 300\nleave\nhide 4 5 19\n",
+       {"clsBeamSteel", "--save", "beam.zks"},
+       kExitOk,
+       {"line 4: leave cancelled\n- 基本信息\n", "\n+ 通长纵向钢筋                       *3, 20*\n",
+        "\n  梁的截面宽度 b                     *300*\n", "\n- 配筋\n",
+        "--------\n*梁的截面宽度 b*\nb——梁的截面宽度（mm）。\n========\n无效输入！\n"}},
+      {"click 26 1\nenter 31\ntype 办公楼\nleave\nkey 13\n",
+       {"clsbeamsteel", "--load", "beam.zks"},
+       kExitOk,
+       {"\n  梁的截面宽度 b                     *300*\n", "\n- 选项\n",
+        "\n  工程名称                           *办公楼*\n--------\n*工程名称*\n"}},
+      {"enter 8\ntype 300\nleave\ndefaults cancel\n",
+       {"clsBeamSteel"},
+       kExitOk,
+       {"\n  梁的截面宽度 b                     *300*\n"}},
+      {"enter 8\ntype 300\nleave\ndefaults yes\n",
+       {"clsBeamSteel"},
+       kExitOk,
+       {"\n  梁的截面宽度 b                     250\n"}},
+      {"", {"clsBeamSteel", "--load", "none.zks"}, kExitFailed, {"cannot load"}},
+      {"enter 8\nenter 0\n", {"clsBeamSteel"}, kExitUsage, {"script line 2 \"enter 0\""}},
+      {"\nclick 3\n", {"clsBeamSteel"}, kExitUsage, {"script line 2", "takes 2"}},
+      {"defaults maybe\n", {"clsBeamSteel"}, kExitUsage, {"line 1", "yes or cancel"}},
+      {"hide 1 26\n", {"clsBeamSteel"}, kExitUsage, {"line 1", "item 26 is outside 0..25"}},
+      {"jump 3\n", {"clsBeamSteel"}, kExitUsage, {"line 1", "unknown event \"jump\""}},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::string> args = {"grid"};
+    args.insert(args.end(), c.args.begin(), c.args.end());
+    if (!c.script.empty()) {
+      std::ofstream(script, std::ios::binary) << c.script;
+      args.insert(args.end(), {"--script", script});
+    }
+    std::ostringstream out, err;
+    EXPECT_EQ(run(args, out, err), c.code) << c.script << err.str();
+    const std::string& text = c.code == kExitOk ? out.str() : err.str();
+    for (const std::string& piece : c.pieces) {
+      EXPECT_NE(text.find(piece), std::string::npos) << c.script << "\n---\n" << text;
+    }
+  }
+  std::filesystem::remove(script);
 }
 
 }  // namespace

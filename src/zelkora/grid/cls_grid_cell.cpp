@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "zelkora/grid/grid_appearance.h"
 #include "zelkora/platform/fault.h"
 
 namespace zelkora {
@@ -11,7 +12,8 @@ clsGridCell::clsGridCell() : clsGridCell(platform::Platform::current()) {}
 clsGridCell::clsGridCell(std::shared_ptr<const platform::Platform> platform)
     : character_(std::make_unique<clsCharacter>(platform)),
       errors_(std::make_unique<clsErrChr>(platform)),
-      load_save_(std::make_unique<clsLoadSave>(platform)) {}
+      load_save_(std::make_unique<clsLoadSave>(platform)),
+      row_height_(grid::saved_row_height(*character_)) {}
 
 clsGridCell::~clsGridCell() {
   character_.reset();

@@ -93,4 +93,11 @@ void finish_grid(platform::GridControl& grid) {
   grid.Refresh();
 }
 
+int32_t lowest_shown_row(const platform::GridControl& grid) {
+  for (int32_t row = grid.BottomRow(); row >= 1; --row) {
+    if (grid.RowHeight(row) > 0) return row;
+  }
+  return 0;
+}
+
 }  // namespace zelkora::grid

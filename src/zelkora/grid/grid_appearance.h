@@ -38,4 +38,9 @@ void format_heading_row(platform::GridControl& grid, int32_t row, TextView capti
 // AutoRedraw on again, and Refresh.
 void finish_grid(platform::GridControl& grid);
 
+// The lowest row a user sees: scanning from BottomRow up to row 1, the first
+// whose RowHeight is above 0; 0 when there is none. (Enter on that row sends
+// the focus to row 0, the hidden header row.)
+int32_t lowest_shown_row(const platform::GridControl& grid);
+
 }  // namespace zelkora::grid

@@ -1,0 +1,250 @@
+// `zelkora demo`: one session of a calculation program, headless, on the
+// shipped resources and a fresh temporary folder. The main menu is read and a
+// program chosen; that program's form grid is built from its layout; an
+// engineer's edits are applied (one refused with its message, one group split,
+// one default typed back); the values are checked with their check
+// expressions; the project is saved, reloaded into a fresh form and compared;
+// and a short report is written. Each step prints what the user would see.
+#include <unistd.h>
+
+#include <cmath>
+#include <filesystem>
+#include <sstream>
+
+#include "tools/zelkora/cli.h"
+#include "zelkora/checking/cls_err_chr.h"
+#include "zelkora/grid/cls_grid_cell.h"
+#include "zelkora/grid/cls_grid_cell_main.h"
+#include "zelkora/grid/grid_appearance.h"
+#include "zelkora/platform/codepage.h"
+#include "zelkora/platform/embedded.h"
+#include "zelkora/platform/headless/headless_grid.h"
+#include "zelkora/platform/headless/memory_ini_files.h"
+#include "zelkora/section/cls_section_properties.h"
+
+namespace zelkora::cli {
+
+namespace {
+
+constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
+// The program of the menu that the session opens, and its form's layout.
+constexpr TextView kProgram = u"梁配筋计算";
+constexpr TextView kLayout = u"clsBeamSteel";
+constexpr int32_t kLabelColWidth = 150;
+
+// The message box of the session: prints what it shows at once, framed.
+class SessionMessageBox : public platform::MessageBox {
+ public:
+  explicit SessionMessageBox(std::ostream& out) : out_(out) {}
+  void warning(TextView text, TextView title) override {
+    out_ << "  ┌ " << out_text(title) << "\n";
+    for (const Text& line : split_text(trim(text), u"\r\n")) {
+      if (!trim(line).empty()) out_ << "  │ " << out_text(trim(line)) << "\n";
+    }
+  }
+  int32_t question(TextView text, TextView title) override {
+    out_ << "  ? " << out_text(title) << ": " << out_text(text) << " -> 是\n";
+    return kYes;
+  }
+  void diagnostic(std::string_view message) override { out_ << "  ! " << message << "\n"; }
+
+ private:
+  std::ostream& out_;
+};
+
+void step(std::ostream& out, const std::string& title) { out << "\n== " << title << "\n"; }
+
+void indent(std::ostream& out, const std::string& text) {
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) out << "  " << line << "\n";
+}
+
+// The row of the grid whose item is `item`.
+int32_t row_of(clsGridCell& form, int32_t item) { return form.lGetRowByIndex(item); }
+
+// Enters the row of `item`, types `text` into its value cell and leaves it,
+// as the grid control would report it. True when the leave was accepted.
+bool edit(clsGridCell& form, platform::headless::MemoryGrid& grid, int32_t item, TextView text,
+          std::ostream& out) {
+  const int32_t row = row_of(form, item);
+  grid.ActiveCell(row, grid::kValueCol);
+  form.GridCell_EnterRow();
+  grid.Text(row, grid::kValueCol, text);
+  form.GridCell_CellChanging();
+  out << "  " << out_text(form.tGetCaption(item)) << ": \"" << out_text(text) << "\"\n";
+  // The form checks the entry with the row's check expression before it
+  // lets the cell go; the grid applies the group rule.
+  return !form.bLeaveCellCanCelA();
+}
+
+void demo_command(Args& args, std::ostream& out) {
+  args.expect(0);
+  auto platform = std::make_shared<platform::Platform>(*platform::Platform::current());
+  platform->messages = std::make_shared<SessionMessageBox>(out);
+  auto ini = std::make_shared<platform::headless::MemoryIniFiles>();
+  const platform::EmbeddedFile* shipped = platform::embedded_file("ZK_PROMENU.INI");
+  if (!shipped) throw Failure{"the library has no shipped program menu"};
+  ini->put(kMenuFile, codepage::from_ansi(shipped->bytes()));
+  platform->ini = ini;
+  platform::ScopedPlatform scope(platform);
+
+  out << "Zelkora: one session of a calculation program, headless.\n";
+
+  // 1. The main menu, a group unfolded and a program chosen.
+  step(out, "The main menu: unfold 基本构件 and choose " + out_text(kProgram));
+  platform::headless::MemoryGrid menu_grid;
+  clsGridCellMain menu(platform);
+  menu.GridCell(&menu_grid);
+  menu.tProMenuIniFile(kMenuFile);
+  menu.GridCell_Initialize();
+  Text page, key;
+  menu_grid.ActiveCell(1, grid::kCaptionCol);
+  menu.GridCell_Click(page, key);
+  int32_t program_row = 0;
+  for (std::size_t i = 1; i < menu.menu_lines().size(); ++i) {
+    if (menu.menu_lines()[i].key == kProgram) program_row = static_cast<int32_t>(i);
+  }
+  menu_grid.ActiveCell(program_row, grid::kCaptionCol);
+  menu.GridCell_EnterRow();
+  if (!menu.GridCell_Click(page, key)) throw Failure{"the menu has no beam program"};
+  std::string drawn = menu_grid.render();
+  indent(out, drawn.substr(0, drawn.find("+ 地基基础")) + "  ...");
+  out << "  selected=" << out_text(page) << "|" << out_text(key) << "\n";
+
+  // 2. The program's form grid, from its layout, at its default values.
+  step(out, "The form " + out_text(kLayout) + ": its grid at the default values");
+  platform::headless::MemoryGrid grid;
+  platform::headless::MemoryRichTextBox title;
+  platform::headless::MemoryPanel panel;
+  platform::headless::MemoryGridForm form_object;
+  form_object.label_col_width = kLabelColWidth;
+  clsGridCell form(platform);
+  const std::optional<int32_t> layout = grid::layout_name_id(kLayout, form.character().catalogue());
+  if (!layout) throw Failure{"the layout clsBeamSteel is missing"};
+  form.lInterfaceResID(*layout);
+  form.GridCell_InitializeA(&grid, &title, &panel, &form_object);
+  form.GridTitle_Initialize();
+  form.LoadDefaultEnter(false);
+  indent(out, grid.render());
+
+  // 3. The engineer's edits.
+  step(out, "Edits: a refused width, a group split, a default typed back");
+  constexpr int32_t kWidth = 10, kDepth = 11, kBars = 15, kBarCount = 16, kBarDiameter = 17;
+  constexpr int32_t kProject = 0, kMoment = 4;
+  edit(form, grid, kProject, u"某办公楼 KL-3", out);
+  if (!edit(form, grid, kWidth, u"-250", out)) out << "  -> refused; the cell keeps its value\n";
+  edit(form, grid, kWidth, u"300", out);
+  edit(form, grid, kDepth, u"650", out);
+  edit(form, grid, kDepth, u"500", out);
+  out << "  -> 500 is the default again: its value is no longer bold\n";
+  form.ExpandGroupMembers(row_of(form, kBars), true);
+  edit(form, grid, kBars, u"3,20", out);
+  out << "  -> the group reads \"" << out_text(form.tGetText(kBars)) << "\", its members \""
+      << out_text(form.tGetText(kBarCount)) << "\" and \"" << out_text(form.tGetText(kBarDiameter))
+      << "\"\n";
+  edit(form, grid, kMoment, u"180", out);
+  grid.ActiveCell(row_of(form, kDepth), grid::kValueCol);
+  form.GridCell_EnterRow();
+  indent(out, grid.render(&title));
+
+  // 4. Every value against its check expression.
+  step(out, "Every value checked with its check expression");
+  std::vector<Text> texts, checks;
+  std::vector<int32_t> lists;
+  form.GetCurrentText(texts);
+  clsGridCell tables(platform);
+  tables.lInterfaceResID(*layout);
+  tables.GetTextResID();
+  tables.GetCheckSign(checks);
+  tables.GetListRes(lists);
+  clsErrChr err(platform);
+  int32_t refused = 0;
+  for (std::size_t item = 0; item < texts.size(); ++item) {
+    err.lListRes(lists[item]);
+    if (err.GenCheckCboEnterNumErrW(checks[item], form.tGetCaption(static_cast<int32_t>(item)),
+                                    texts[item], true) != 0) {
+      out << "  " << out_text(err.tError_Txt()) << "\n";
+      ++refused;
+    }
+  }
+  out << "  " << texts.size() << " values, " << refused << " refused\n";
+
+  // 5. Saved to a project file, reloaded into a fresh form and compared.
+  step(out, "Saved, reloaded into a fresh form, compared");
+  char folder_template[] = "/tmp/zelkora-demo-XXXXXX";
+  const char* folder = mkdtemp(folder_template);
+  if (!folder) throw Failure{"cannot make a temporary folder"};
+  const std::filesystem::path dir(folder);
+  const Text file = from_utf8((dir / "beam.zks").string());
+  const Text form_name = form.character().tResStr(*layout);
+  Text add_data = u"演示";
+  const bool saved = form.bLoadOrSaveData(u"Save", file, form_name, {}, add_data);
+  platform::headless::MemoryGrid grid2;
+  platform::headless::MemoryRichTextBox title2;
+  platform::headless::MemoryGridForm form_object2;
+  form_object2.label_col_width = kLabelColWidth;
+  clsGridCell reloaded(platform);
+  reloaded.lInterfaceResID(*layout);
+  reloaded.GridCell_InitializeA(&grid2, &title2, &panel, &form_object2);
+  Text add_back;
+  const bool loaded = reloaded.bLoadOrSaveData(u"Load", file, form_name, {}, add_back);
+  std::vector<Text> texts2;
+  reloaded.GetCurrentText(texts2);
+  out << "  beam.zks: " << std::filesystem::file_size(dir / "beam.zks") << " bytes, saved "
+      << (saved ? "yes" : "no") << ", loaded " << (loaded ? "yes" : "no") << ", values "
+      << (texts2 == texts && add_back == add_data ? "identical" : "DIFFERENT") << "\n";
+  std::filesystem::remove_all(dir);
+
+  // 6. A short report.
+  step(out, "Report");
+  clsCharacter& chr = form.character();
+  const auto number = [&](int32_t item) {
+    return frame::parse_number(texts[static_cast<std::size_t>(item)], chr.number_symbols())
+        .value_or(0);
+  };
+  const double b = number(kWidth), h = number(kDepth), m = number(kMoment);
+  const auto line = [&](TextView text) {
+    out << "  " << out_text(chr.tDelSuperSubSign(text)) << "\n";
+  };
+  line(u"工程名称：" + form.tEngineeringName());
+  line(u"一、截面与荷载");
+  line(u"  " + chr.tExpStr(u"b", b, u"mmd") + u"，" + chr.tExpStr(u"h", h, u"mmd") + u"，" +
+       chr.tExpStr(u"M", m, u"knmd_1"));
+  int32_t count = 0, error = 0;
+  double diameter = 0;
+  chr.GjTextTurnW(u"3Φ20", count, diameter, error);
+  const double area = count * M_PI * diameter * diameter / 4;
+  line(u"二、通长纵向钢筋 3Φ20");
+  line(u"  " + chr.tExpStr(u"A_ub(s)ub_", area, u"mm2d"));
+  clsSectionProperties section;
+  section.Section_Shape(Rectangular_Shaped);
+  section.B_SectionWidth(b);
+  section.H_SectionDepth(h);
+  line(u"  " + chr.tExpStr(u"I", section.dIx_InertiaMoment(), u"0.000E+00") + u"m4");
+  line(u"三、配筋率");
+  chr.TxtClear();
+  chr.ListOut_Ubound(2);
+  chr.ListOut_Initialize(0, 14);
+  chr.ListOut_Index_Width(0, 20);
+  chr.ListOut_Index_Align(0, zkLeftJustify);
+  chr.ListOut_TextAddRow({u"项目", u"计算值", u"限值"}, 0);
+  const double rho = area / (b * (h - 40));
+  chr.ListOut_TextAddRow({u"配筋率 ρ", chr.tFmt(rho * 100, u"2") + u"%", u"0.20%"}, 0);
+  chr.ListOut_TextAddRow({u"受压区高度 ξ", chr.tFmt(rho * 360 / 14.3, u"3"), u"0.518"}, 0);
+  for (const Text& row : split_text(chr.Txt(), chr.tConEnter1())) {
+    if (!trim(row).empty()) line(u"  " + Text(trim_right(row)));
+  }
+}
+
+}  // namespace
+
+std::vector<Command> demo_commands() {
+  return {
+      {"demo", "",
+       "one session of a calculation program, headless: menu, form grid, edits, checks, save "
+       "and reload, report",
+       demo_command},
+  };
+}
+
+}  // namespace zelkora::cli
