@@ -82,3 +82,17 @@ zk_abs=$(realpath "$zk")
   printf '\n$ ls\n'; ls
 )
 rm -rf "$project"
+echo; echo "# A form's property grid, headless: a group value refused, then accepted; a value changed (bold):"
+grid_script=$(mktemp)
+grid_data=$(mktemp -u).zks
+printf '%s\n' "enter 17" "type 2,16,3" "leave" "type 3,20" "leave" "enter 8" "type 300" "leave" >"$grid_script"
+show grid clsBeamSteel --script "$grid_script" --save "$grid_data"
+echo; echo "# The values back from the data file; the folded heading opened, Enter on the last row:"
+printf '%s\n' "click 26 1" "enter 31" "key 13" >"$grid_script"
+show grid clsbeamsteel --load "$grid_data" --script "$grid_script"
+echo; echo "# Items that do not apply take their heading along; defaults answered with cancel, then yes:"
+printf '%s\n' "hide 4 5 19" "enter 8" "type 300" "leave" "defaults cancel" >"$grid_script"
+show grid clsBeamSteel --script "$grid_script"
+printf '%s\n' "enter 8" "type 300" "leave" "defaults yes" >"$grid_script"
+show grid clsBeamSteel --script "$grid_script"
+rm -f "$grid_script" "$grid_data"

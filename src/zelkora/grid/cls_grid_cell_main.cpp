@@ -132,13 +132,7 @@ bool clsGridCellMain::GridCell_KeyDown(int16_t& KeyCode, int16_t /*Shift*/, Text
   if (!grid_) return false;
   if (KeyCode == kSpaceKey) return GridCell_Click(tPageKey, tKey);
   if (KeyCode == kEnterKey && current_row_ > 0) {
-    int32_t lowest = 0;
-    for (int32_t r = grid_->BottomRow(); r >= 1; --r) {
-      if (grid_->RowHeight(r) > 0) {
-        lowest = r;
-        break;
-      }
-    }
+    const int32_t lowest = grid::lowest_shown_row(*grid_);
     const platform::CellRef active = grid_->ActiveCell();
     // Row 0 is the hidden header row: the focus leaves the last entry there.
     if (lowest > 0 && active.row == lowest) grid_->SetFocus(0, active.col);

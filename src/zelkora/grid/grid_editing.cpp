@@ -50,7 +50,8 @@ bool clsGridCell::apply_group_rule(int32_t row, std::vector<int32_t>& written) {
   if (kind == grid::kKindGroup) {
     const auto i = static_cast<std::size_t>(value_item(row));
     const auto [first, last] = members_of(row);
-    const auto members = static_cast<std::size_t>(last - first + 1);
+    const std::size_t members =
+        last < first ? 0 : static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1;
     std::vector<Text> parts = grid::split_group_value(items_.current[i]);
     if (parts.size() > members) {
       clsErrChr& err = *errors_;
