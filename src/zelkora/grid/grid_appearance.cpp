@@ -8,7 +8,6 @@ namespace zelkora::grid {
 
 namespace {
 
-constexpr int32_t kApplicationId = 100;
 constexpr int32_t kOptionsSectionId = 101;
 constexpr int32_t kComboOptionId = 102;  // "cboOpt"
 constexpr int32_t kDefaultRowHeightId = 36111;
@@ -28,8 +27,10 @@ std::optional<int32_t> whole_number(TextView text, const frame::NumberSymbols& s
 int32_t saved_row_height(const clsCharacter& chr) {
   const frame::NumberSymbols symbols = chr.number_symbols();
   const Text key = chr.tString(kComboOptionId) + u"11";
-  const std::optional<Text> saved = chr.platform().settings->get(
-      chr.tString(kApplicationId), chr.tString(kOptionsSectionId), key);
+  const std::optional<Text> saved =
+      chr.platform().settings ? chr.platform().settings->get(chr.settings_application(),
+                                                             chr.tString(kOptionsSectionId), key)
+                              : std::nullopt;
   if (saved) {
     if (auto height = whole_number(*saved, symbols)) return *height;
   }
