@@ -57,7 +57,10 @@ show rebar "4Φ20"
 show slabbar "10@200"
 show arith "360*0.9"
 show grade HRB400
-show section T形截面 --b 250 --h 600 --bf1 800 --hf1 120
+show diameter --area 1257 --bars 4
+show diameter --step 22 1
+show barlist "L%%KZ12"
+show section T形截面 --B 250 --H 600 --Bf1 800 --Hf1 120
 
 echo; echo "# Checking what an engineer typed (the message box prints its title first):"
 show check "S>0" "梁宽 b" "-200" --show

@@ -94,24 +94,27 @@ TEST(SubsystemCommands, DemoSession) {
 }
 
 TEST(SubsystemCommands, Section) {
+  const std::string rectangle =
+      "code=30261\nA=0.1\nY=0.25\nI=0.00208333333333333\nW=0.00833333333333333\n";
   expect_commands({
-      {{"section", "30261", "--b", "200", "--h", "500"},
+      {{"section", "30261", "--B", "200", "--H", "500"}, kExitOk, rectangle},
+      {{"section", "矩形截面", "--h", "500", "--b", "200"}, kExitOk, rectangle},
+      {{"section", "环形截面", "--B", "400", "--h", "300"},
        kExitOk,
-       "I=0.00208333333333333\nW=0.00833333333333333\nA=0.1\nY=0.25\n"},
-      {{"section", "矩形截面", "--h", "500", "--b", "200"},
-       kExitOk,
-       "I=0.00208333333333333\nW=0.00833333333333333\nA=0.1\nY=0.25\n"},
-      {{"section", "环形截面", "--b", "400", "--h", "300"},
-       kExitOk,
-       "I=0.000859029241215959\nW=0.00572686160810639\nA=0.0549778714378214\nY=0.15\n"},
-      {{"section", "30276", "--b", "2000", "--h", "700", "--bf", "1000", "--hf", "300", "--h1",
+       "code=30268\nA=0.0549778714378214\nY=0.15\nI=0.000859029241215959\n"
+       "W=0.00572686160810639\n"},
+      {{"section", "30276", "--B", "2000", "--H", "700", "--Bf", "1000", "--Hf", "300", "--H1",
         "400", "--steps", "2"},
        kExitOk,
-       "I=0.0396439393939394\nW=0.134179487179487\nA=1.1\nY=0.295454545454545\n"},
-      {{"section", "30270", "--h", "500"}, kExitOk, "I=0\nW=0\nA=0\nY=0.25\n"},
+       "code=30276\nA=1.1\nY=0.295454545454545\nI=0.0396439393939394\nW=0.134179487179487\n"},
+      {{"section", "T形截面", "--B", "250", "--H", "600", "--Bf1", "800", "--Hf1", "120"},
+       kExitOk,
+       "code=30264\nA=0.216\nY=0.373333333333333\nI=0.0072192\nW=0.0193371428571429\n"},
+      {{"section", "30270", "--h", "500"}, kExitOk, "code=30270\nA=0\nY=0.25\nI=0\nW=0\n"},
       {{"section", "30267"}, kExitFault, "division by zero"},
-      {{"section", "30262", "--h", "500"}, kExitFault, "division by zero"},
-      {{"section", "30261", "--b", "x"}, kExitUsage, "b must be a number"},
+      {{"section", "30262", "--H", "500"}, kExitFault, "division by zero"},
+      {{"section", "30261", "--B", "x"}, kExitUsage, "B must be a number"},
+      {{"section", "30261", "--B", "1", "--b", "2"}, kExitUsage, "not both"},
       {{"section"}, kExitUsage, "expected 1"},
   });
 }
@@ -136,7 +139,7 @@ TEST(SubsystemCommands, SplitAndWrap) {
   });
 }
 
-TEST(SubsystemCommands, RebarInBothNotations) {
+TEST(SubsystemCommands, RebarAndDiametersInBothNotations) {
   expect_commands({
       {{"rebar", "4Φ20"}, kExitOk, "count=4\ndiameter=20\nerror=0\n", u"."},
       {{"rebar", "a-20"}, kExitOk, "count=0\ndiameter=20\nerror=3000150\n", u"."},
@@ -150,6 +153,17 @@ TEST(SubsystemCommands, RebarInBothNotations) {
       {{"grade", "300*1.2"}, kExitOk, "\\uE002\n", u"."},
       {{"steelfy", "HRB 400"}, kExitOk, "known=true\nfy=360\n", u"."},
       {{"steelfy", "hrb400"}, kExitOk, "known=false\nfy=0\n", u"."},
+      {{"diameter", "--area", "314"}, kExitOk, "20\n", u"."},
+      {{"diameter", "--area", "1257", "--bars", "4"}, kExitOk, "22\n", u","},
+      {{"diameter", "--round", "21"}, kExitOk, "22\n", u"."},
+      {{"diameter", "--step", "8", "-3"}, kExitOk, "4\n", u"."},
+      {{"diameter", "--step", "22", "1"}, kExitOk, "25\n", u"."},
+      {{"diameter", "--round", "20", "--area", "314"}, kExitUsage, "give one of"},
+      {{"diameter", "--bars", "2", "--round", "20"}, kExitUsage, "--bars goes with --area"},
+      {{"diameter", "--step", "8"}, kExitUsage, "a diameter and a step count"},
+      {{"barlist", "L%%KZ12"}, kExitOk, "number=12\nrest=L\n", u"."},
+      {{"barlist", "KZ", "--first", "自动"}, kExitOk, "number=1\nrest=KZ\n", u"."},
+      {{"barlist", "A12", "--first", "7"}, kExitOk, "number=7\nrest=A12\n", u"."},
   });
 }
 

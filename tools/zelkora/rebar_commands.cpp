@@ -57,6 +57,42 @@ void steelfy_command(Args& args, std::ostream& out) {
   out << "known=" << (known ? "true" : "false") << "\nfy=" << number(fy) << "\n";
 }
 
+// One of --area AS [--bars N], --round D, --step D N.
+void diameter_command(Args& args, std::ostream& out) {
+  const std::optional<std::string> area = args.take_option("--area");
+  const std::optional<std::string> bars = args.take_option("--bars");
+  const std::optional<std::string> round = args.take_option("--round");
+  const std::optional<std::vector<std::string>> step = args.take_list("--step", 2);
+  args.expect(0);
+  if (int{area.has_value()} + int{round.has_value()} + int{step.has_value()} != 1) {
+    throw UsageError{"give one of --area AS [--bars N], --round D, --step D N"};
+  }
+  if (bars && !area) throw UsageError{"--bars goes with --area"};
+  if (step && step->size() != 2) throw UsageError{"--step needs a diameter and a step count"};
+
+  clsCharacter chr;
+  double diameter = 0;
+  if (area) {
+    diameter =
+        chr.dGjDiameterFromAsW(arg_double(*area, "area"), bars ? arg_int32(*bars, "bars") : 1);
+  } else if (round) {
+    diameter = chr.dGjDiameterQzW(arg_double(*round, "diameter"));
+  } else {
+    diameter =
+        chr.dChangeSteelD(arg_double((*step)[0], "diameter"), arg_int32((*step)[1], "steps"));
+  }
+  out << number(diameter) << "\n";
+}
+
+void barlist_command(Args& args, std::ostream& out) {
+  const std::optional<std::string> first = args.take_option("--first");
+  args.expect(1);
+  clsCharacter chr;
+  Text label = arg_text(args[0]);
+  const int16_t list_number = chr.iGJListW(label, first ? arg_text(*first) : Text());
+  out << "number=" << list_number << "\nrest=" << out_text(label) << "\n";
+}
+
 }  // namespace
 
 std::vector<Command> rebar_commands() {
@@ -70,6 +106,14 @@ std::vector<Command> rebar_commands() {
       {"grade", "FY", "the grade symbol for a strength, a strength expression or a grade name",
        grade_command},
       {"steelfy", "TEXT", "whether TEXT names a steel grade, and its strength", steelfy_command},
+      {"diameter", "--area AS [--bars N] | --round D | --step D N",
+       "the bar diameter (mm) for an area (mm2) shared by N bars, a diameter rounded up to the "
+       "series, or a diameter N steps up (down when negative) the series",
+       diameter_command},
+      {"barlist", "TEXT [--first F]",
+       "the bar list number of a bar label (F when given and not \"自动\", else the label's last "
+       "digits), and the label left before its \"%%\"",
+       barlist_command},
   };
 }
 

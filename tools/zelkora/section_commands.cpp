@@ -1,5 +1,8 @@
 // Commands of the section properties.
+#include <algorithm>
+#include <cctype>
 #include <charconv>
+#include <optional>
 
 #include "tools/zelkora/cli.h"
 #include "zelkora/frame/cls_character.h"
@@ -22,6 +25,17 @@ Section_Shapes shape_of(const std::string& arg) {
   return chr.Get_Section_Shape(name);
 }
 
+// The dimension `option` ("--B") or its lower-case spelling ("--b").
+std::optional<std::string> take_dimension(Args& args, const std::string& option) {
+  std::string lower = option;
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  std::optional<std::string> value = args.take_option(option);
+  std::optional<std::string> alias = args.take_option(lower);
+  if (value && alias) throw UsageError{"give " + option + " or " + lower + ", not both"};
+  return value ? value : alias;
+}
+
 void section_command(Args& args, std::ostream& out) {
   clsSectionProperties sp;
   using Setter = void (clsSectionProperties::*)(double);
@@ -29,31 +43,36 @@ void section_command(Args& args, std::ostream& out) {
     const char* option;
     Setter set;
   } dimensions[] = {
-      {"--b", &clsSectionProperties::B_SectionWidth},
-      {"--h", &clsSectionProperties::H_SectionDepth},
-      {"--bf", &clsSectionProperties::Bf_FlangeWidth_TensionZone},
-      {"--hf", &clsSectionProperties::Hf_FlangeDepth_TensionZone},
-      {"--bf1", &clsSectionProperties::Bf1_FlangeWidth_CompressionZone},
-      {"--hf1", &clsSectionProperties::Hf1_FlangeDepth_CompressionZone},
-      {"--h1", &clsSectionProperties::H1_SectionDepth_Stepped},
+      {"--B", &clsSectionProperties::B_SectionWidth},
+      {"--H", &clsSectionProperties::H_SectionDepth},
+      {"--Bf", &clsSectionProperties::Bf_FlangeWidth_TensionZone},
+      {"--Hf", &clsSectionProperties::Hf_FlangeDepth_TensionZone},
+      {"--Bf1", &clsSectionProperties::Bf1_FlangeWidth_CompressionZone},
+      {"--Hf1", &clsSectionProperties::Hf1_FlangeDepth_CompressionZone},
+      {"--H1", &clsSectionProperties::H1_SectionDepth_Stepped},
   };
   for (const auto& d : dimensions) {
-    if (auto value = args.take_option(d.option)) (sp.*d.set)(arg_double(*value, d.option + 2));
+    if (auto value = take_dimension(args, d.option)) (sp.*d.set)(arg_double(*value, d.option + 2));
   }
   if (auto steps = args.take_option("--steps")) {
     sp.StepsNumber_SteppedShape(arg_int32(*steps, "steps"));
   }
   args.expect(1);
-  sp.Section_Shape(shape_of(args[0]));
+  const Section_Shapes shape = shape_of(args[0]);
+  sp.Section_Shape(shape);
 
-  // All four first, so that a fault prints nothing.
+  // Everything first, so that a fault prints nothing.
   const double inertia = sp.dIx_InertiaMoment();
   const double modulus = sp.dWx_ElasticResistanceMoment();
   const frame::NumberSymbols dot{u'.', 0};
-  out << "I=" << out_text(frame::general_number_text(inertia, dot)) << "\n";
-  out << "W=" << out_text(frame::general_number_text(modulus, dot)) << "\n";
-  out << "A=" << out_text(frame::general_number_text(sp.A_SectionArea(), dot)) << "\n";
-  out << "Y=" << out_text(frame::general_number_text(sp.Y_CentroidToTensionEdge(), dot)) << "\n";
+  const auto number = [&](double value) {
+    return out_text(frame::general_number_text(value, dot));
+  };
+  out << "code=" << static_cast<int32_t>(shape) << "\n";
+  out << "A=" << number(sp.A_SectionArea()) << "\n";
+  out << "Y=" << number(sp.Y_CentroidToTensionEdge()) << "\n";
+  out << "I=" << number(inertia) << "\n";
+  out << "W=" << number(modulus) << "\n";
 }
 
 }  // namespace
@@ -61,9 +80,10 @@ void section_command(Args& args, std::ostream& out) {
 std::vector<Command> section_commands() {
   return {
       {"section",
-       "SHAPE [--b B] [--h H] [--bf BF] [--hf HF] [--bf1 BF1] [--hf1 HF1] [--h1 H1] [--steps N]",
-       "moment of inertia (m4), section modulus (m3), area (m2) and centroid distance to the "
-       "tension edge (m) of a cross-section; SHAPE is a shape code or name, sizes in mm",
+       "SHAPE [--B mm] [--H mm] [--Bf mm] [--Hf mm] [--Bf1 mm] [--Hf1 mm] [--H1 mm] [--steps N]",
+       "the shape code, area (m2), centroid distance to the tension edge (m), moment of inertia "
+       "(m4) and section modulus (m3) of a cross-section; SHAPE is a shape code or name, sizes "
+       "in mm (the options also in lower case)",
        section_command},
   };
 }

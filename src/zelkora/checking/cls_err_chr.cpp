@@ -392,7 +392,9 @@ int32_t clsErrChr::CheckCriterionErrX(int32_t lCheck) {
 }
 
 int32_t clsErrChr::GenCheckHntQdDj(TextView tC, bool bMsgIgnore) {
-  const std::optional<double> grade = frame::parse_number(trim(tC), character_->number_symbols());
+  // The numeric value of the grade: its leading number with "." ("C30" is 0,
+  // "30abc" 30), whatever the user's decimal symbol.
+  const std::optional<double> grade = frame::leading_value(tC);
   const Text separator = character_->tString(kListSeparator);
   for (const Text& item : split_text(character_->tString(kConcreteGrades), separator)) {
     const std::optional<double> listed = frame::parse_number(item, frame::NumberSymbols{u'.', 0});

@@ -40,6 +40,7 @@
 //     condition  := sign number            sign: >= <= <> > < (two-character
 //                                          signs are looked for first)
 //                 | [open] number "~" number [close]
+//                                          open, close: one character each
 //
 //   - A leading "n" lets the entry be empty: "nS>=0" accepts "" and any
 //     number not below zero.
@@ -54,10 +55,13 @@
 //     "L"); "I" allows -32768 to 32767 (errors 120 and 166 naming the
 //     limit). A fraction in an "I" or "L" entry is accepted: the form rounds
 //     it (half to even) where it takes the number.
-//   - An interval "15~80" holds its bounds; "(" opens it exclusively, "[" or
-//     nothing inclusively; ")" closes it exclusively, "]" or nothing
-//     inclusively. A failure is error 333 with the range in words as the
-//     second caption: "(大于 0、且不大于 100)".
+//   - A part with "~" is an interval "15~80", which holds its bounds. Its
+//     brackets are the characters before the lower and after the upper
+//     bound that no number begins or ends with: "(" opens it exclusively,
+//     any other bracket ("[", "{", "<", ...) or none inclusively; ")"
+//     closes it exclusively, any other or none inclusively. So "{0~100)"
+//     excludes 100 and "<0~100>" is "[0~100]". A failure is error 333 with
+//     the range in words as the second caption: "(大于 0、且不大于 100)".
 //   - An entered number is read with the user's decimal symbol and digit
 //     grouping: "1,000" is 1000 where "," groups digits, and blanks around
 //     it are allowed.

@@ -20,14 +20,23 @@ std::optional<double> read_limit(TextView text) {
   return frame::parse_number(trim(text), frame::NumberSymbols{u'.', 0});
 }
 
+// The brackets of an interval are the characters around its bounds that no
+// number begins or ends with: "(0~100]", "{0~100}", "<0~100>".
+bool may_begin_number(char16_t c) {
+  return (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.';
+}
+bool may_end_number(char16_t c) { return (c >= u'0' && c <= u'9') || c == u'.'; }
+
+// "(" opens exclusively and ")" closes exclusively; any other bracket, or
+// none, is inclusive.
 std::optional<Condition> read_interval(TextView text) {
   Condition c;
   c.interval = true;
-  if (!text.empty() && (text.front() == u'(' || text.front() == u'[')) {
+  if (!text.empty() && !may_begin_number(text.front())) {
     c.lower_open = text.front() == u'(';
     text.remove_prefix(1);
   }
-  if (!text.empty() && (text.back() == u')' || text.back() == u']')) {
+  if (!text.empty() && !may_end_number(text.back())) {
     c.upper_open = text.back() == u')';
     text.remove_suffix(1);
   }
@@ -42,17 +51,17 @@ std::optional<Condition> read_interval(TextView text) {
 }
 
 // A condition, or nothing for a name ("Lx") or a condition that cannot be
-// read.
+// read. A part with "~" is an interval, whatever its brackets.
 std::optional<Condition> read_condition(TextView text) {
   text = trim(text);
+  if (text.find(u'~') != TextView::npos) return read_interval(text);
   Condition c;
-  if (const std::size_t n = read_relation(text, c.relation, false)) {
-    const auto limit = read_limit(text.substr(n));
-    if (!limit) return std::nullopt;
-    c.limit = *limit;
-    return c;
-  }
-  return read_interval(text);
+  const std::size_t n = read_relation(text, c.relation, false);
+  if (n == 0) return std::nullopt;
+  const auto limit = read_limit(text.substr(n));
+  if (!limit) return std::nullopt;
+  c.limit = *limit;
+  return c;
 }
 
 }  // namespace

@@ -122,6 +122,17 @@ TEST(NumericEntry, LimitsAndTheirMessages) {
       {u"S>0", u" 1,000.5 ", 0, u""},
       {u"S>zz_>=q", u"-5", 0, u""},  // unreadable conditions are skipped
       {u"S>0", u"", 101, u"错误：b 为 ，b 应输入有效数值。"},
+      // Only "(" and ")" exclude their bound; any other bracket includes it.
+      {u"{0~100}", u"100", 0, u""},
+      {u"{0~100}", u"100.5", 333,
+       u"错误：b 为 100.5，b 有效数值应在 (不小于 0、且不大于 100) 的范围内。"},
+      {u"<0~100>", u"0", 0, u""},
+      {u"<0~100>", u"-1", 333, u""},
+      {u"S[0~100}", u"100", 0, u""},
+      {u"{0~100)", u"100", 333,
+       u"错误：b 为 100，b 有效数值应在 (不小于 0、且小于 100) 的范围内。"},
+      {u"(0~100}", u"0", 333, u"错误：b 为 0，b 有效数值应在 (大于 0、且不大于 100) 的范围内。"},
+      {u"S>=0_{-5~5>", u"5", 0, u""},
   };
   auto err = checker();
   for (const Case& c : cases) {
@@ -227,14 +238,24 @@ TEST(Lists, CallerListsCatalogueListsAndConcreteGrades) {
   }
   EXPECT_EQ(err->caption2(), u"输入框的下拉列表项目");
 
-  const std::pair<TextView, int32_t> grades[] = {{u"7.5", 0},  {u"60", 0},    {u"30", 0},
-                                                 {u"65", 104}, {u"C30", 104}, {u"", 104}};
-  for (const auto& [grade, error] : grades) {
+  // A grade is read by its leading number with ".", whatever the notation.
+  struct Grade {
+    TextView decimal, grade;
+    int32_t error;
+  };
+  const Grade grades[] = {
+      {u".", u"7.5", 0},   {u".", u"60", 0},    {u".", u" 30abc", 0},  {u".", u"65", 104},
+      {u".", u"C30", 104}, {u".", u"", 104},    {u",", u"7.5", 0},     {u",", u"7,5", 104},
+      {u",", u"1.0", 104}, {u",", u"30abc", 0}, {u",", u"1e400", 104},
+  };
+  for (const Grade& g : grades) {
+    auto grade_checker = checker(g.decimal);
     Text message;
-    EXPECT_EQ(err->GenCheckHntQdDj(grade, true, message), error) << to_utf8(grade);
-    EXPECT_EQ(message.empty(), error == 0);
+    EXPECT_EQ(grade_checker->GenCheckHntQdDj(g.grade, true, message), g.error)
+        << to_utf8(g.decimal) << " " << to_utf8(g.grade);
+    EXPECT_EQ(message.empty(), g.error == 0);
+    EXPECT_EQ(grade_checker->caption1(), g.error ? u"混凝土的强度等级" : u"");
   }
-  EXPECT_EQ(err->caption1(), u"混凝土的强度等级");
 }
 
 TEST(Criteria, ByErrorNumber) {

@@ -39,8 +39,6 @@ constexpr int32_t kErrorDamaged = 2001;
 constexpr int32_t kErrorOpen = 2002;
 constexpr int32_t kErrorSave = 2003;
 
-std::string number_text(int16_t number) { return std::to_string(number); }
-
 Text ascii_lower(Text text) {
   for (char16_t& c : text) {
     if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c + 32);
@@ -73,15 +71,7 @@ Text clsLoadSave::text(int32_t id) const { return Text(catalogue_->find(id).valu
 
 // ---- Opening and closing -------------------------------------------------------
 
-int16_t clsLoadSave::iFreeFileA() const {
-  const int16_t number = datafile::free_file_number();
-  if (number == 0) {
-    throw Fault(FaultKind::File,
-                "no free file number: " + std::to_string(datafile::kMaxFileNumber) +
-                    " data files are open");
-  }
-  return number;
-}
+int16_t clsLoadSave::iFreeFileA() const { return datafile::free_file_number(); }
 
 bool clsLoadSave::backup_switched_on() const {
   if (!platform_->settings) return true;
@@ -114,6 +104,10 @@ bool clsLoadSave::OpenFileA(TextView tFileName, TextView tOpenMode) {
     access = platform::FileAccess::Read;
   } else if (equal_text(tOpenMode, text(kIdOutput), Compare::Text)) {
     access = platform::FileAccess::Replace;
+  }
+  if (number == 0) {  // all file numbers are taken
+    error_ = access == platform::FileAccess::Replace ? kErrorSave : kErrorOpen;
+    return false;
   }
 
   if (access == platform::FileAccess::Replace) {
@@ -148,32 +142,29 @@ bool clsLoadSave::CloseFileA() {
 }
 
 bool clsLoadSave::WriteFileEofAndCloseFileA() {
-  write_record(kRecordRevision, text(kIdEof));
-  return CloseFileA();
+  const bool written = write_record(kRecordRevision, text(kIdEof));
+  return CloseFileA() && written;
 }
 
 bool clsLoadSave::at_end_of_file() const {
-  const datafile::OpenFile& file = file_for(false);
-  return file.file->position() >= file.file->size();
+  const datafile::OpenFile* file = open_for(false);
+  return !file || file->file->position() >= file->file->size();
 }
 
 // ---- Records ------------------------------------------------------------------
 
-datafile::OpenFile& clsLoadSave::file_for(bool writing) const {
+datafile::OpenFile* clsLoadSave::open_for(bool writing) const {
   datafile::OpenFile* file = datafile::open_file(file_number_);
-  if (!file) {
-    throw Fault(FaultKind::File,
-                "bad file number " + number_text(file_number_) + ": no data file is open under it");
-  }
-  if (writing && file->access == platform::FileAccess::Read) {
-    throw Fault(FaultKind::File,
-                "file number " + number_text(file_number_) + " is open for reading only");
-  }
-  if (!writing && file->access == platform::FileAccess::Replace) {
-    throw Fault(FaultKind::File,
-                "file number " + number_text(file_number_) + " is open for writing only");
-  }
-  return *file;
+  if (!file) return nullptr;
+  const platform::FileAccess other =
+      writing ? platform::FileAccess::Read : platform::FileAccess::Replace;
+  return file->access == other ? nullptr : file;
+}
+
+datafile::OpenFile* clsLoadSave::file_for(bool writing) {
+  datafile::OpenFile* file = open_for(writing);
+  if (!file) error_ = writing ? kErrorSave : kErrorDamaged;
+  return file;
 }
 
 bool clsLoadSave::write_encoded(datafile::OpenFile& file, bool encoded) {
@@ -187,30 +178,33 @@ bool clsLoadSave::write_encoded(datafile::OpenFile& file, bool encoded) {
 }
 
 bool clsLoadSave::write_record(int32_t id, TextView member) {
-  datafile::OpenFile& file = file_for(true);
+  datafile::OpenFile* file = file_for(true);
+  if (!file) return false;
   scratch_.clear();
-  return write_encoded(file, datafile::append_record(scratch_, id, member));
+  return write_encoded(*file, datafile::append_record(scratch_, id, member));
 }
 
 bool clsLoadSave::read_into(int32_t& id, Text& member) {
-  datafile::OpenFile& file = file_for(false);
-  if (datafile::read_record(*file.file, scratch_, id, member) != datafile::ReadResult::Ok) {
+  datafile::OpenFile* file = file_for(false);
+  if (!file) return false;
+  if (datafile::read_record(*file->file, scratch_, id, member) != datafile::ReadResult::Ok) {
     error_ = kErrorDamaged;
     return false;
   }
-  if (id == kRecordRevision && !file.revision_read) {
-    file.revision_read = true;
+  if (id == kRecordRevision && !file->revision_read) {
+    file->revision_read = true;
     revision_load_ = member;
   }
   return true;
 }
 
 bool clsLoadSave::WriteFileOneA(int32_t ID, TextView tMember) {
-  datafile::OpenFile& file = file_for(true);
+  datafile::OpenFile* file = file_for(true);
+  if (!file) return false;
   id_ = ID;
   member_ = tMember;
   scratch_.clear();
-  return write_encoded(file, datafile::append_record(scratch_, id_, member_));
+  return write_encoded(*file, datafile::append_record(scratch_, id_, member_));
 }
 
 bool clsLoadSave::ReadFileOneA(UseBinRecord& recBin) { return read_into(recBin.ID, recBin.Member); }
@@ -218,14 +212,16 @@ bool clsLoadSave::ReadFileOneA(UseBinRecord& recBin) { return read_into(recBin.I
 bool clsLoadSave::ReadFileOneW() { return read_into(id_, member_); }
 
 bool clsLoadSave::WriteFileOneStringA(TextView tText) {
-  datafile::OpenFile& file = file_for(true);
+  datafile::OpenFile* file = file_for(true);
+  if (!file) return false;
   scratch_.clear();
-  return write_encoded(file, datafile::append_text_record(scratch_, tText));
+  return write_encoded(*file, datafile::append_text_record(scratch_, tText));
 }
 
 Text clsLoadSave::tReadFileOneStringA() {
-  datafile::OpenFile& file = file_for(false);
-  if (datafile::read_text_record(*file.file, scratch_, one_text_) != datafile::ReadResult::Ok) {
+  datafile::OpenFile* file = file_for(false);
+  if (file &&
+      datafile::read_text_record(*file->file, scratch_, one_text_) != datafile::ReadResult::Ok) {
     error_ = kErrorDamaged;
   }
   return one_text_;

@@ -30,10 +30,15 @@
 //  - 2003: the file could not be saved: it could not be created, the backup
 //    copy could not be made, a write failed, a member was too long, or the
 //    final replacement failed. The previous file is then as it was.
-// A Fault (FaultKind::File) is thrown for a file number that is not open
-// (or not open for what is asked: reading a file opened for "OutPut",
-// writing one opened for "InPut"), and by `iFreeFileA` when all 255 numbers
-// are taken. `CloseFileA` on a number that is not open does nothing.
+// Nothing here throws for a bad file number. A record operation on a number
+// that is not open (a failed OpenFileA leaves FileOpenID 0), or not open for
+// what is asked (reading a file opened for "OutPut", writing one opened for
+// "InPut"), changes nothing and fails: every reader (ReadFileOneA/W,
+// tReadFileOneStringA, the form-state readers) with 2001 and its outputs as
+// they were, every writer with 2003. When all 255 numbers are taken,
+// `iFreeFileA` answers 0 and OpenFileA fails with 2002 (reading) or 2003
+// (writing). `CloseFileA` on a number that is not open does nothing and
+// answers false.
 //
 // Saving never destroys the previous file: "OutPut" writes a new file beside
 // the target, which replaces the target only when it is closed complete
@@ -115,10 +120,11 @@ class clsLoadSave {
   // the mode named by `tOpenMode` (see above). False, with FileOpenID 0 and
   // the error number set, when it could not be opened.
   bool OpenFileA(TextView tFileName, TextView tOpenMode = {});
-  // The lowest free file number.
+  // The lowest free file number, or 0 when all are taken.
   int16_t iFreeFileA() const;
   // Closes FileOpenID; a file being written replaces its target now. False
-  // (2003) when the file could not be saved, or when the number was not open.
+  // (2003) when the file could not be saved; false, with the error number as
+  // it was, when the number was not open.
   bool CloseFileA();
   // Writes record 0 "EOF" (catalogue 32031), then closes the file.
   bool WriteFileEofAndCloseFileA();
@@ -296,7 +302,12 @@ class clsLoadSave {
   Text text(int32_t id) const;
   bool backup_switched_on() const;
   bool make_backup(TextView file_name);
-  datafile::OpenFile& file_for(bool writing) const;
+  // The open file of FileOpenID when it is open for reading (or for
+  // writing), else null.
+  datafile::OpenFile* open_for(bool writing) const;
+  // The same, setting the error number (2001 reading, 2003 writing) when
+  // there is none.
+  datafile::OpenFile* file_for(bool writing);
   bool write_record(int32_t id, TextView member);
   bool write_encoded(datafile::OpenFile& file, bool encoded);
   bool read_into(int32_t& id, Text& member);

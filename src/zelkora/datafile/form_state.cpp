@@ -191,9 +191,10 @@ class FormRecords {
   }
   // The most records the rest of the file can hold.
   int64_t records_left() const {
-    const platform::DataFile& file = *ls_.file_for(false).file;
-    const uint64_t size = file.size();
-    const uint64_t position = file.position();
+    const datafile::OpenFile* open = ls_.open_for(false);
+    if (!open) return 0;
+    const uint64_t size = open->file->size();
+    const uint64_t position = open->file->position();
     return position >= size ? 0 : static_cast<int64_t>((size - position) / kRecordHeaderBytes);
   }
 

@@ -552,6 +552,201 @@ TEST(FormState, DamagedGroupsLeaveTheTarget) {
   }
 }
 
+// A form that forgets to check OpenFileA: on a file number that is not open,
+// or open for the other direction, every reader fails with 2001 and leaves
+// its target as it was, every writer fails with 2003, and nothing throws.
+TEST(FormState, RecordOperationsWithoutAnOpenFileAreErrorNumbers) {
+  // Each returns true when the call failed and left its target alone.
+  using Op = std::function<bool(clsLoadSave&)>;
+  const UseBinRecord name{100, u"name"};
+  const std::vector<Text> keep{u"keep"};
+  const std::pair<const char*, Op> readers[] = {
+      {"ReadFileOneA",
+       [](clsLoadSave& ls) {
+         UseBinRecord r{7, u"keep"};
+         return !ls.ReadFileOneA(r) && r.ID == 7 && r.Member == u"keep";
+       }},
+      {"ReadFileOneW",
+       [](clsLoadSave& ls) {
+         ls.ID(7);
+         ls.Member(u"keep");
+         return !ls.ReadFileOneW() && ls.ID() == 7 && ls.Member() == u"keep";
+       }},
+      {"tReadFileOneStringA", [](clsLoadSave& ls) { return ls.tReadFileOneStringA().empty(); }},
+      {"ReadFile_VariableA",
+       [](clsLoadSave& ls) {
+         Variant v(u"keep");
+         UseBinRecord r{7, u"keep"};
+         return !ls.ReadFile_VariableA(v, r) && v == Variant(u"keep") && r.Member == u"keep";
+       }},
+      {"ReadFile_Check_BA/BW",
+       [&](clsLoadSave& ls) {
+         Checks c;
+         c.add(0).value = 1;
+         UseBinRecord r = name;
+         return !ls.ReadFile_Check_BA(c.array, r) && !ls.ReadFile_Check_BW(c.array) &&
+                c.owned[0]->value == 1;
+       }},
+      {"ReadFile_Option_BA",
+       [&](clsLoadSave& ls) {
+         Options o;
+         o.add(0).value = true;
+         UseBinRecord r = name;
+         return !ls.ReadFile_Option_BA(o.array, r) && o.owned[0]->value;
+       }},
+      {"ReadFile_ComboBox_BA/BW",
+       [&](clsLoadSave& ls) {
+         Combos c;
+         combo(c, 0, u"keep", {u"i"});
+         UseBinRecord r = name;
+         return !ls.ReadFile_ComboBox_BA(c.array, r) && !ls.ReadFile_ComboBox_BW(c.array) &&
+                c.owned[0]->text == u"keep" && c.owned[0]->items.size() == 1;
+       }},
+      {"ReadFile_ListBox_BA/BW",
+       [&](clsLoadSave& ls) {
+         MemoryListBox box;
+         box.items = {u"a"};
+         box.Selected(0, true);
+         ControlArray<platform::ListBox> a;
+         a.set(0, &box);
+         UseBinRecord r = name;
+         return !ls.ReadFile_ListBox_BA(a, r) && !ls.ReadFile_ListBox_BW(a) && box.Selected(0);
+       }},
+      {"ReadFile_Toolbar_EditA",
+       [&](clsLoadSave& ls) {
+         MemoryToolbar bar;
+         bar.values = {1};
+         UseBinRecord r = name;
+         return !ls.ReadFile_Toolbar_EditA(bar, r) && bar.values[0] == 1;
+       }},
+      {"ReadFile_ListViewA",
+       [&](clsLoadSave& ls) {
+         MemoryListView view;
+         view.ListItemsAdd(u"keep");
+         ControlArray<platform::ListView> a;
+         a.set(0, &view);
+         UseBinRecord r = name;
+         return !ls.ReadFile_ListViewA(a, r) && view.ItemText(1) == u"keep";
+       }},
+      {"ReadFile_rColForceA",
+       [&](clsLoadSave& ls) {
+         std::vector<rColForce> f(1, rColForce{true, 1, 2, 3, 4, 5, 6, 7});
+         UseBinRecord r = name;
+         return !ls.ReadFile_rColForceA(f, r) && f[0] == rColForce{true, 1, 2, 3, 4, 5, 6, 7};
+       }},
+      {"ReadFile_Array_1A / Array_2A",
+       [&](clsLoadSave& ls) {
+         std::vector<Variant> a{Variant(1)};
+         Array2<Variant> b(0, 0);
+         UseBinRecord r = name;
+         return !ls.ReadFile_Array_1A(a, r) && !ls.ReadFile_Array_2A(b, r) &&
+                a == std::vector<Variant>{Variant(1)} && b == Array2<Variant>(0, 0);
+       }},
+      {"ReadFile_Array_Str_1A/1W/2A/3A/3W",
+       [&](clsLoadSave& ls) {
+         std::vector<Text> a = keep;
+         Array2<Text> b(0, 0);
+         Array3<Text> c(0, 0, 0);
+         UseBinRecord r = name;
+         return !ls.ReadFile_Array_Str_1A(a, r) && !ls.ReadFile_Array_Str_1W(a) &&
+                !ls.ReadFile_Array_Str_2A(b, r) && !ls.ReadFile_Array_Str_3A(c, r) &&
+                !ls.ReadFile_Array_Str_3W(c) && a == keep && b == Array2<Text>(0, 0) &&
+                c == Array3<Text>(0, 0, 0);
+       }},
+      {"ReadFile_TextA/W, IntegerW, BooleanW",
+       [&](clsLoadSave& ls) {
+         Text t = u"keep";
+         int16_t i = 7;
+         bool b = true;
+         UseBinRecord r = name;
+         return !ls.ReadFile_TextA(t, r) && !ls.ReadFile_TextW(t) && !ls.ReadFile_IntegerW(i) &&
+                !ls.ReadFile_BooleanW(b) && t == u"keep" && i == 7 && b;
+       }},
+  };
+  const std::pair<const char*, Op> writers[] = {
+      {"WriteFileOneA", [](clsLoadSave& ls) { return !ls.WriteFileOneA(1, u"x"); }},
+      {"WriteFileOneStringA", [](clsLoadSave& ls) { return !ls.WriteFileOneStringA(u"x"); }},
+      {"WriteFile_RevisionA", [](clsLoadSave& ls) { return !ls.WriteFile_RevisionA(); }},
+      {"WriteFile_TempStrA", [](clsLoadSave& ls) { return !ls.WriteFile_TempStrA(u"x"); }},
+      {"WriteFile_100A/100_StrA",
+       [](clsLoadSave& ls) {
+         return !ls.WriteFile_100A(u"k", Variant(1)) && !ls.WriteFile_100_StrA(u"k", Variant(1));
+       }},
+      {"control writers",
+       [](clsLoadSave& ls) {
+         Checks c;
+         c.add(0);
+         Options o;
+         o.add(0);
+         Combos b;
+         combo(b, 0, u"x");
+         MemoryListBox box;
+         ControlArray<platform::ListBox> boxes;
+         boxes.set(0, &box);
+         MemoryToolbar bar;
+         bar.values = {0};
+         return !ls.WriteFile_Check_BsA(c.array) && !ls.WriteFile_Option_BsA(o.array) &&
+                !ls.WriteFile_ComboBox_BsA(b.array) && !ls.WriteFile_ComboBox(0, *b.owned[0]) &&
+                !ls.WriteFile_ListBox_BsA(boxes) && !ls.WriteFile_Toolbar_EditA(1, bar) &&
+                !ls.WriteFile_ListViewA(0, MemoryListView{}) &&
+                !ls.WriteFile_rColForceA(0, rColForce{});
+       }},
+      {"array writers",
+       [](clsLoadSave& ls) {
+         return !ls.WriteFile_Array_1A({Variant(1)}, u"a") &&
+                !ls.WriteFile_Array_Str_1A({u"x"}, u"a") &&
+                !ls.WriteFile_Array_2A(Array2<Variant>(0, 0), u"a") &&
+                !ls.WriteFile_Array_2A(Array2<Text>(0, 0), u"a") &&
+                !ls.WriteFile_Array_Str_3A(Array3<Text>(0, 0, 0), u"a");
+       }},
+      {"WriteFileEofAndCloseFileA",
+       [](clsLoadSave& ls) { return !ls.WriteFileEofAndCloseFileA(); }},
+  };
+
+  enum class State { NeverOpened, FailedOpen, Closed, OutOfRange, OpenForOutput, OpenForInput };
+  const auto prepare = [](clsLoadSave& ls, State state) {
+    switch (state) {
+      case State::NeverOpened:
+        break;
+      case State::FailedOpen:
+        ASSERT_FALSE(ls.OpenFileA(u"missing", u"InPut"));
+        break;
+      case State::Closed:
+        ASSERT_TRUE(ls.OpenFileA(u"f", u"InPut"));
+        ASSERT_TRUE(ls.CloseFileA());
+        break;
+      case State::OutOfRange:
+        ls.FileOpenID(256);
+        break;
+      case State::OpenForOutput:
+        ASSERT_TRUE(ls.OpenFileA(u"out", u"OutPut"));
+        break;
+      case State::OpenForInput:
+        ASSERT_TRUE(ls.OpenFileA(u"f", u"InPut"));
+        break;
+    }
+  };
+  const auto expect_failures = [&](const auto& ops, State state, int32_t error) {
+    for (const auto& [what, op] : ops) {
+      Memory m;
+      put_records(m, {{0, u"r"}, {100, u"name"}, {10000, u"a"}, {0, u"EOF"}});
+      clsLoadSave ls(m.platform);
+      prepare(ls, state);
+      bool failed = false;
+      EXPECT_NO_THROW(failed = op(ls)) << what;
+      EXPECT_TRUE(failed) << what << " in state " << static_cast<int>(state);
+      EXPECT_EQ(ls.last_error(), error) << what << " in state " << static_cast<int>(state);
+    }
+  };
+  for (const State state :
+       {State::NeverOpened, State::FailedOpen, State::Closed, State::OutOfRange}) {
+    expect_failures(readers, state, 2001);
+    expect_failures(writers, state, 2003);
+  }
+  expect_failures(readers, State::OpenForOutput, 2001);
+  expect_failures(writers, State::OpenForInput, 2003);
+}
+
 // A form with two combo boxes (0 a drop-down list, 2 editable), a check box
 // and two option buttons.
 struct Form {

@@ -330,7 +330,7 @@ bool is_numeric(TextView text, const NumberSymbols& symbols) {
   return parse_number(text, symbols).has_value();
 }
 
-double leading_number(TextView text) {
+std::optional<double> leading_value(TextView text) {
   Cursor cursor(text);
   cursor.skip_blanks();
   DecimalDigits digits = start_number(cursor);
@@ -338,10 +338,14 @@ double leading_number(TextView text) {
   int64_t exponent10 = 0;
   read_exponent(cursor, exponent10);
   double value = 0;
-  if (digits.value(exponent10, value) == Outcome::Overflow) {
-    throw_overflow(quoted(text) + " is beyond the range of a double");
-  }
+  if (digits.value(exponent10, value) == Outcome::Overflow) return std::nullopt;
   return value;
+}
+
+double leading_number(TextView text) {
+  const std::optional<double> value = leading_value(text);
+  if (!value) throw_overflow(quoted(text) + " is beyond the range of a double");
+  return *value;
 }
 
 int16_t to_int16(double value) { return rounded_integer<int16_t>(value, "a 16-bit integer"); }

@@ -72,6 +72,8 @@ bool is_numeric(TextView text, const NumberSymbols& symbols);
 // read ("1E" gives 1, "1E+x" gives 1). A number beyond the range of double
 // throws Fault(Overflow).
 double leading_number(TextView text);
+// The same without the fault: nothing for a number beyond the range of double.
+std::optional<double> leading_value(TextView text);
 
 // ---- Integers --------------------------------------------------------------
 //

@@ -216,10 +216,12 @@ class clsGridCell {
   // "16"; parts it lacks are empty) and its own parts are rewritten joined
   // with ", " ("2, 16"; "2" alone stays "2");
   // a value of more parts than members is refused with error 200 through the
-  // object's clsErrChr (shown), the cell and the item get the text the row
-  // had when it was entered back, and the leave is cancelled. Leaving a
-  // member row rejoins its group. Every row the rule rewrites has its bold
-  // mark updated along with the edited row.
+  // object's clsErrChr (shown), the cell gets the text the row had when it
+  // was entered back while the item keeps the typed text (so leaving again
+  // without typing is refused again), and the leave is cancelled. Leaving a
+  // member row rejoins its group. Only the edited row's bold mark is
+  // updated: the rows the group rule rewrote keep theirs, and leaving a row
+  // that was not edited changes no mark.
 
   int32_t lCurrentRow() const { return current_row_; }
   void lCurrentRow(int32_t row) { current_row_ = row; }
@@ -243,7 +245,8 @@ class clsGridCell {
   void GridCell_LeaveCellB(int32_t Row, int32_t Col, bool& Cancel);
   // An item was picked from the value cell's list (the cell holds it): the
   // item takes it, the group rule applies as when the cell is left, and the
-  // bold marks follow. A/B then run ControlEnableA / ControlEnableB.
+  // picked row's bold mark follows. A/B then run ControlEnableA /
+  // ControlEnableB.
   void GridCell_ComboClick();
   void GridCell_ComboClickA();
   void GridCell_ComboClickB();
@@ -302,8 +305,9 @@ class clsGridCell {
   // calculate or close: the row's check expression (GetCheckSign) with its
   // list (lListRes) through clsErrChr::GenCheckCboEnterNumErrX, then the
   // group rule of leaving. A refused value is shown as a message, the cell
-  // and the item get the row's text from when it was entered back, and the
-  // answer is true; otherwise the cell is left as GridCell_LeaveCellA/B
+  // gets the row's text from when it was entered back (the item keeps the
+  // typed text, as for a refused group value), and the answer is true;
+  // otherwise the cell is left as GridCell_LeaveCellA/B
   // leaves it (with ControlEnableA / ControlEnableB).
   bool bLeaveCellCanCelA();
   bool bLeaveCellCanCelB();
@@ -372,9 +376,9 @@ class clsGridCell {
   // The leave step on the current cell: with `check`, the row's check
   // expression first. False when the value is refused.
   bool leave_current_cell(bool check);
-  // The group rule on row `row` after its item took a new text; the rows it
-  // rewrote are added to `written`. False when the value is refused.
-  bool apply_group_rule(int32_t row, std::vector<int32_t>& written);
+  // The group rule on row `row` after its item took a new text. False when
+  // the value is refused.
+  bool apply_group_rule(int32_t row);
   void pick_from_list();
   void refill_cells();
   bool save_values(TextView tDataSaveName, TextView tPro1, TextView tAddData);

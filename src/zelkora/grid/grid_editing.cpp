@@ -41,11 +41,15 @@ void clsGridCell::update_bold(int32_t row) {
   grid_->FontBold(row, grid::kValueCol, changed);
 }
 
-void clsGridCell::restore_entered_text(int32_t row) { set_value(row, entered_text_); }
+// A refused value: the cell gets back the text its row had when entered; the
+// item keeps what was typed, so leaving again without typing is refused again.
+void clsGridCell::restore_entered_text(int32_t row) {
+  grid_->Text(row, grid::kValueCol, entered_text_);
+}
 
 // ---- The group rule ------------------------------------------------------------
 
-bool clsGridCell::apply_group_rule(int32_t row, std::vector<int32_t>& written) {
+bool clsGridCell::apply_group_rule(int32_t row) {
   const int32_t kind = kind_of(row);
   if (kind == grid::kKindGroup) {
     const auto i = static_cast<std::size_t>(value_item(row));
@@ -64,11 +68,9 @@ bool clsGridCell::apply_group_rule(int32_t row, std::vector<int32_t>& written) {
       return false;
     }
     set_value(row, grid::join_group_value(parts));
-    written.push_back(row);
     parts.resize(members);
     for (int32_t r = first; r <= last; ++r) {
       set_value(r, parts[static_cast<std::size_t>(r - first)]);
-      written.push_back(r);
     }
   } else if (kind == grid::kKindMember) {
     if (const int32_t group = group_of(row)) {
@@ -79,7 +81,6 @@ bool clsGridCell::apply_group_rule(int32_t row, std::vector<int32_t>& written) {
         parts.push_back(item < 0 ? Text() : items_.current[static_cast<std::size_t>(item)]);
       }
       set_value(group, grid::join_group_value(parts));
-      written.push_back(group);
     }
   }
   return true;
@@ -102,10 +103,10 @@ bool clsGridCell::leave_current_cell(bool check) {
       return false;
     }
   }
-  std::vector<int32_t> written;
-  if (!apply_group_rule(row, written)) return false;
+  if (!apply_group_rule(row)) return false;
+  // Only the edited row's mark follows its value; rows the group rule
+  // rewrote keep theirs.
   if (row == edited_row_) update_bold(row);
-  for (int32_t r : written) update_bold(r);
   return true;
 }
 
@@ -165,9 +166,8 @@ void clsGridCell::pick_from_list() {
   if (item < 0) return;
   items_.current[static_cast<std::size_t>(item)] = grid_->Text(row, grid::kValueCol);
   edited_row_ = row;
-  std::vector<int32_t> written{row};
-  apply_group_rule(row, written);
-  for (int32_t r : written) update_bold(r);
+  apply_group_rule(row);
+  update_bold(row);
 }
 
 void clsGridCell::GridCell_ComboClick() { pick_from_list(); }

@@ -20,17 +20,19 @@ TEST(GridEditing, GroupValuesSplitIntoMembersAndJoinBack) {
     bool open_group;
     const char16_t* typed;
     bool cancel;
-    const char16_t* group;
+    const char16_t* group;       // the group's cell
+    const char16_t* group_item;  // its item's current text
     const char16_t* count;
     const char16_t* diameter;
   } cases[] = {
-      {kRowBars, false, u"2,16", false, u"2, 16", u"2", u"16"},
-      {kRowBars, false, u" 3 , 20 ", false, u"3, 20", u"3", u"20"},
-      {kRowBars, false, u"3", false, u"3", u"3", u""},
-      {kRowBars, false, u"2,16,3", true, u"2, 16", u"2", u"16"},  // refused: the entered text
-      {kRowCount, true, u" 4", false, u"4, 16", u" 4", u"16"},
+      {kRowBars, false, u"2,16", false, u"2, 16", u"2, 16", u"2", u"16"},
+      {kRowBars, false, u" 3 , 20 ", false, u"3, 20", u"3, 20", u"3", u"20"},
+      {kRowBars, false, u"3", false, u"3", u"3", u"3", u""},
+      // Refused: the cell gets the entered text back, the item keeps the typed one.
+      {kRowBars, false, u"2,16,3", true, u"2, 16", u"2,16,3", u"2", u"16"},
+      {kRowCount, true, u" 4", false, u"4, 16", u"4, 16", u" 4", u"16"},
       // A member row of a folded group is not processed when it is left.
-      {kRowCount, false, u"4", false, u"2, 16", u"4", u"16"},
+      {kRowCount, false, u"4", false, u"2, 16", u"2, 16", u"4", u"16"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(to_utf8(c.typed));
@@ -39,7 +41,7 @@ TEST(GridEditing, GroupValuesSplitIntoMembersAndJoinBack) {
     if (c.open_group) cell.ExpandGroupMembers(kRowBars, true);
     EXPECT_EQ(f.enter_type_leave(c.row, c.typed), c.cancel);
     EXPECT_EQ(f.value(kRowBars), c.group);
-    EXPECT_EQ(cell.tGetText(15), c.group);
+    EXPECT_EQ(cell.tGetText(15), c.group_item);
     EXPECT_EQ(f.value(kRowCount), c.count);
     EXPECT_EQ(cell.tGetText(16), c.count);
     EXPECT_EQ(cell.tGetText(17), c.diameter);
@@ -50,6 +52,8 @@ TEST(GridEditing, GroupValuesSplitIntoMembersAndJoinBack) {
       EXPECT_EQ(cell.errors().caption1(), u"通长纵向钢筋");
       EXPECT_EQ(cell.errors().value1(), u"2,16,3");
       EXPECT_NE(f.messages->shown[0].text.find(u"2,16,3"), Text::npos);
+      EXPECT_TRUE(f.leave());  // leaving again without typing is refused again
+      EXPECT_EQ(f.messages->shown.size(), 2u);
     }
   }
 }
@@ -69,10 +73,20 @@ TEST(GridEditing, BoldMarksValuesThatDifferFromTheirDefault) {
     EXPECT_FALSE(f.enter_type_leave(s.row, s.typed));
     EXPECT_EQ(f.bold(s.row), s.bold) << to_utf8(s.typed);
   }
-  // The members the group rule rewrote follow their own defaults.
+  // Only the edited row is marked: the members the group rule rewrote keep
+  // their marks, and leaving a row that was not edited changes none.
   f.enter_type_leave(kRowBars, u"2,20");
-  EXPECT_FALSE(f.bold(kRowCount));
-  EXPECT_TRUE(f.bold(kRowDiameter));
+  EXPECT_TRUE(f.bold(kRowBars));
+  EXPECT_FALSE(f.bold(kRowDiameter));
+  f.enter_type_leave(kRowWidth, u"300");
+  std::vector<Text> texts;
+  f.cell->GetCurrentText(texts);
+  texts[15] = u"2, 16";
+  f.cell->LetCurrentText(texts);
+  f.enter(kRowBars);
+  EXPECT_FALSE(f.leave());
+  EXPECT_EQ(f.value(kRowDiameter), u"16");
+  EXPECT_TRUE(f.bold(kRowBars));
 }
 
 TEST(GridEditing, ChangesOutsideAnItemsValueCellAreIgnored) {
@@ -194,8 +208,10 @@ TEST(GridEditing, LeaveCheckAppliesTheRowsCheckExpression) {
     f.type(c.typed);
     EXPECT_EQ(cell.bLeaveCellCanCelA(), c.cancel);
     EXPECT_EQ(f.value(c.row), c.after);
-    EXPECT_EQ(cell.tGetText(cell.lGetIndexByRow(c.row)), c.after);
+    const Text item = cell.tGetText(cell.lGetIndexByRow(c.row));
+    EXPECT_EQ(item, c.cancel ? Text(c.typed) : Text(c.after));
     EXPECT_EQ(f.messages->shown.size(), c.cancel ? 1u : 0u);
+    EXPECT_EQ(cell.bLeaveCellCanCelA(), c.cancel);  // still the typed value
   }
 }
 
@@ -211,6 +227,7 @@ TEST(GridEditing, ListsFillOnDropDownAndAPickAppliesTheGroupRule) {
   EXPECT_EQ(f.value(kRowCount), u"3");
   EXPECT_EQ(f.value(kRowDiameter), u"20");
   EXPECT_TRUE(f.bold(kRowBars));
+  EXPECT_FALSE(f.bold(kRowDiameter));  // rewritten, not picked
 
   f.grid.ActiveCell(kRowDiameter, 3);
   f.grid.Text(kRowDiameter, 3, u"16");

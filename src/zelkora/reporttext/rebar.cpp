@@ -19,14 +19,7 @@ constexpr std::size_t kNotFound = TextView::npos;
 
 bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
-// The value-of reading, or nothing where the number is beyond double.
-std::optional<double> leading_value(TextView text) {
-  try {
-    return frame::leading_number(text);
-  } catch (const Fault&) {
-    return std::nullopt;
-  }
-}
+using frame::leading_value;
 
 template <class Int>
 std::optional<Int> rounded(double value) {

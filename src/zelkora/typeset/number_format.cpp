@@ -63,28 +63,36 @@ constexpr std::array<Unit, 36> kUnits = {{
     {u"cm3", kNotInTable, u"cm", UnitPower::Cubed},
 }};
 
-const Unit* find_unit(TextView name) {
-  for (const Unit& u : kUnits) {
-    if (u.name == name) return &u;
-  }
-  return nullptr;
-}
-
 char16_t ascii_lower(char16_t c) {
   return (c >= u'A' && c <= u'Z') ? static_cast<char16_t>(c + 32) : c;
+}
+
+constexpr std::size_t kLongestUnit = [] {
+  std::size_t longest = 0;
+  for (const Unit& u : kUnits) longest = std::max(longest, u.name.size());
+  return longest;
+}();
+
+// The unit named by `name`, its ASCII letters in any case.
+const Unit* find_unit(TextView name) {
+  if (name.size() > kLongestUnit) return nullptr;
+  std::array<char16_t, kLongestUnit> lower;
+  for (std::size_t i = 0; i < name.size(); ++i) lower[i] = ascii_lower(name[i]);
+  const TextView key(lower.data(), name.size());
+  for (const Unit& u : kUnits) {
+    if (u.name == key) return &u;
+  }
+  return nullptr;
 }
 
 }  // namespace
 
 FormatCode parse_format_code(TextView code) {
-  // Codes are short; a longer text is a pattern and goes the same way with
-  // only its first characters looked at.
-  constexpr std::size_t kLongest = 16;
-  std::array<char16_t, kLongest> buffer;
+  // A code of any length is read the same way: only its last three
+  // characters and its unit part are looked at, never copied.
   const TextView trimmed = trim(code);
   const std::size_t n = trimmed.size();
-  for (std::size_t i = 0; i < std::min(n, kLongest); ++i) buffer[i] = ascii_lower(trimmed[i]);
-  const auto at = [&](std::size_t i) { return i < kLongest ? buffer[i] : u'\0'; };
+  const auto at = [&](std::size_t i) { return ascii_lower(trimmed[i]); };
 
   FormatCode parsed;
   bool override = false;
@@ -96,8 +104,7 @@ FormatCode parse_format_code(TextView code) {
   if (n >= 2) parsed.display = at(override ? n - 3 : n - 1) == u'd';
   const std::size_t unit_length = n - (parsed.display ? 1 : 0) - (override ? 2 : 0);
 
-  const Unit* unit =
-      unit_length <= kLongest ? find_unit(TextView(buffer.data(), unit_length)) : nullptr;
+  const Unit* unit = find_unit(trimmed.substr(0, unit_length));
   if (!override) parsed.decimals = unit ? unit->decimals : kNotInTable;
   if (unit && parsed.display) {
     parsed.symbol = unit->symbol;

@@ -60,6 +60,10 @@ TEST(FormatCode, PatternsAndDecimals) {
       {u"d", false, u"d", -10},
       {u"cm3d", false, u"cm3dcm3", -10},  // a symbol without decimals of its own
       {u"d_2", false, u"#0.00", 2},
+      // Codes of any length are read the same way.
+      {u"abcdefghijklmno_2", false, u"#0.00", 2},
+      {u"abcdefghijklmnopqrstuvwxyzd_3", false, u"#0.000", 3},
+      {u"#,##0.000000000000;-#,##0.0d", false, u"#,##0.000000000000;-#,##0.0d", -10},
   };
   clsCharacter chr(platform_with_decimal(u".", u","));
   for (const CodeCase& c : cases) {
