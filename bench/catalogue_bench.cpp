@@ -32,8 +32,8 @@ const Synthetic& synthetic() {
     const char* ascii[] = {"M", "V", "b", "h", "_ub(0)ub_", "|", " ", "0", "1", "2", "5", "."};
     // Lengths and the share of Chinese as in the library's own catalogue
     // (12.4 characters and 24 bytes a text on average).
-    std::uniform_int_distribution<int> length(2, 22), pick_cn(0, 21), pick_as(0, 11),
-        kind(0, 9), gap(1, 8);
+    std::uniform_int_distribution<int> length(2, 22), pick_cn(0, 21), pick_as(0, 11), kind(0, 9),
+        gap(1, 8);
     int32_t id = 98;
     out.file = "# synthetic catalogue\n";
     for (int i = 0; i < 8224; ++i) {
@@ -42,7 +42,8 @@ const Synthetic& synthetic() {
       out.ids.push_back(id);
       out.file += std::to_string(id) + "\t";
       const int n = length(rng);
-      for (int k = 0; k < n; ++k) out.file += kind(rng) < 6 ? chinese[pick_cn(rng)] : ascii[pick_as(rng)];
+      for (int k = 0; k < n; ++k)
+        out.file += kind(rng) < 6 ? chinese[pick_cn(rng)] : ascii[pick_as(rng)];
       if (i % 97 == 0) out.file += "\\uE002";
       out.file += "\n";
     }
@@ -93,7 +94,7 @@ void BM_LoadResourceFolder(benchmark::State& state) {
   std::filesystem::create_directories(dir / "catalogue");
   std::ofstream(dir / "catalogue" / "suite.tsv", std::ios::binary) << synthetic().file;
   for (auto _ : state) {
-    auto c = zelkora::frame::load_catalogue(dir, nullptr);
+    auto c = zelkora::frame::load_catalogue(zelkora::platform::standard_resources(dir), nullptr);
     benchmark::DoNotOptimize(c->size());
   }
   std::filesystem::remove_all(dir);

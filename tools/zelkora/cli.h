@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::cli {
@@ -84,6 +85,10 @@ std::vector<Command> datafile_commands();
 std::vector<Command> grid_commands();
 std::vector<Command> menu_commands();
 std::vector<Command> demo_commands();
+
+// In-memory INI files holding the program menu of the platform's resources,
+// under its name "ZK_PROMENU.INI"; Failure when there is none.
+std::shared_ptr<platform::IniFiles> shipped_menu_ini(const platform::Platform& platform);
 
 // Runs one command line (without the program name) and returns the exit code.
 int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);

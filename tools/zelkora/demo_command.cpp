@@ -17,7 +17,6 @@
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/platform/codepage.h"
-#include "zelkora/platform/embedded.h"
 #include "zelkora/platform/headless/headless_grid.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
 #include "zelkora/section/cls_section_properties.h"
@@ -81,11 +80,7 @@ void demo_command(Args& args, std::ostream& out) {
   args.expect(0);
   auto platform = std::make_shared<platform::Platform>(*platform::Platform::current());
   platform->messages = std::make_shared<SessionMessageBox>(out);
-  auto ini = std::make_shared<platform::headless::MemoryIniFiles>();
-  const platform::EmbeddedFile* shipped = platform::embedded_file("ZK_PROMENU.INI");
-  if (!shipped) throw Failure{"the library has no shipped program menu"};
-  ini->put(kMenuFile, codepage::from_ansi(shipped->bytes()));
-  platform->ini = ini;
+  platform->ini = shipped_menu_ini(*platform);
   platform::ScopedPlatform scope(platform);
 
   out << "Zelkora: one session of a calculation program, headless.\n";

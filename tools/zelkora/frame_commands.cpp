@@ -62,10 +62,11 @@ void symbols_command(Args& args, std::ostream& out) {
 
 void check_resources_command(Args& args, std::ostream& out) {
   if (args.size() > 1) args.expect(1);
-  const std::filesystem::path dir = args.size() == 1 ? std::filesystem::path(args[0])
-                                                     : platform::Platform::current()->resource_dir;
+  const platform::ResourceSources sources = args.size() == 1
+                                                ? platform::standard_resources(args[0])
+                                                : platform::Platform::current()->resources;
   std::vector<frame::CatalogueProblem> problems;
-  const auto catalogue = frame::load_catalogue(dir, &problems);
+  const auto catalogue = frame::load_catalogue(sources, &problems);
   out << "texts=" << catalogue->size() << "\n";
   out << "problems=" << problems.size() << "\n";
   for (const frame::CatalogueProblem& p : problems) out << "problem=" << p.describe() << "\n";

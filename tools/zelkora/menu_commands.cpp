@@ -6,7 +6,6 @@
 #include "tools/zelkora/cli.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/platform/codepage.h"
-#include "zelkora/platform/embedded.h"
 #include "zelkora/platform/headless/headless_grid.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
 
@@ -45,6 +44,20 @@ std::vector<Event> read_script(const std::string& path) {
   return events;
 }
 
+}  // namespace
+
+std::shared_ptr<platform::IniFiles> shipped_menu_ini(const platform::Platform& platform) {
+  constexpr std::size_t kMaxMenuBytes = std::size_t{1} << 20;
+  const std::optional<std::string> shipped =
+      platform::read_resource(platform.resources, to_utf8(kShippedMenu), kMaxMenuBytes);
+  if (!shipped) throw Failure{"the resources hold no program menu " + to_utf8(kShippedMenu)};
+  auto ini = std::make_shared<platform::headless::MemoryIniFiles>();
+  ini->put(kShippedMenu, codepage::from_ansi(*shipped));
+  return ini;
+}
+
+namespace {
+
 void menu_command(Args& args, std::ostream& out) {
   const auto script = args.take_option("--script");
   if (args.size() > 1) args.expect(1);
@@ -55,11 +68,7 @@ void menu_command(Args& args, std::ostream& out) {
   if (args.size() == 1) {
     file = arg_text(args[0]);
   } else {
-    const platform::EmbeddedFile* shipped = platform::embedded_file("ZK_PROMENU.INI");
-    if (!shipped) throw UsageError{"the library has no shipped menu"};
-    auto ini = std::make_shared<platform::headless::MemoryIniFiles>();
-    ini->put(kShippedMenu, codepage::from_ansi(shipped->bytes()));
-    platform->ini = ini;
+    platform->ini = shipped_menu_ini(*platform);
     file = kShippedMenu;
   }
 

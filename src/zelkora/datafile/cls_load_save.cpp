@@ -8,8 +8,6 @@
 #include "zelkora/frame/locale_symbols.h"
 #include "zelkora/frame/mod_character.h"
 #include "zelkora/platform/fault.h"
-#include "zelkora/platform/posix/data_files.h"
-#include "zelkora/platform/posix/environment.h"
 
 namespace zelkora {
 
@@ -53,7 +51,7 @@ clsLoadSave::clsLoadSave() : clsLoadSave(platform::Platform::current()) {}
 clsLoadSave::clsLoadSave(std::shared_ptr<const platform::Platform> platform)
     : platform_(std::move(platform)),
       suite_(platform_->suite),
-      files_(platform_->files ? platform_->files : platform::posix::posix_file_service()),
+      files_(platform_->files),
       catalogue_(frame::catalogue_for(*platform_)) {
   if (platform_->locale) symbols_ = frame::number_symbols_of(*platform_->locale);
 }
@@ -84,8 +82,8 @@ bool clsLoadSave::backup_switched_on() const {
 
 bool clsLoadSave::make_backup(TextView file_name) {
   if (!backup_switched_on() || !files_->exists(file_name)) return true;
-  const Text extension = ascii_lower(suite_ ? suite_->extension(file_name)
-                                            : platform::posix::file_name_extension(file_name));
+  const Text extension =
+      ascii_lower(suite_ ? suite_->extension(file_name) : platform::file_name_extension(file_name));
   if (extension != text(kIdExtensionZel) && extension != text(kIdExtensionZks)) return true;
   if (file_name.size() < 3) return true;
   Text backup = Text(file_name.substr(0, file_name.size() - 3)) + text(kIdBackupSuffix);
@@ -105,7 +103,7 @@ bool clsLoadSave::OpenFileA(TextView tFileName, TextView tOpenMode) {
   } else if (equal_text(tOpenMode, text(kIdOutput), Compare::Text)) {
     access = platform::FileAccess::Replace;
   }
-  if (number == 0) {  // all file numbers are taken
+  if (number == 0 || !files_) {  // all file numbers are taken, or no files at all
     error_ = access == platform::FileAccess::Replace ? kErrorSave : kErrorOpen;
     return false;
   }

@@ -6,17 +6,15 @@
 #include <mutex>
 #include <system_error>
 
-#include "zelkora/platform/embedded.h"
-#include "zelkora/platform/posix/file_io.h"
+#include "zelkora/platform/resources.h"
 
 namespace zelkora::frame {
 
 namespace {
 
-constexpr std::string_view kEmbeddedDir = "catalogue/";
+constexpr std::string_view kCatalogueFolder = "catalogue";
 constexpr std::string_view kExtension = ".tsv";
 constexpr std::size_t kMaxFileSize = 64u << 20;
-
 
 // A table at most 70 % full.
 std::size_t table_size_for(std::size_t texts) {
@@ -32,54 +30,51 @@ int hex_value(unsigned char c) {
   return -1;
 }
 
-// The catalogue files of a resource folder, in name order.
-std::vector<std::filesystem::path> catalogue_files(const std::filesystem::path& dir) {
-  std::vector<std::filesystem::path> files;
-  std::error_code ec;
-  std::filesystem::path folder = dir / "catalogue";
-  if (!std::filesystem::is_directory(folder, ec)) folder = dir;
-  for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end;
-       it.increment(ec)) {
-    if (it->path().extension() == kExtension && it->is_regular_file(ec)) {
-      files.push_back(it->path());
-    }
+// The catalogue files of a source, in name order: "catalogue/*.tsv", or the
+// "*.tsv" files at the top of a folder without "catalogue/".
+std::vector<std::string> catalogue_files(const platform::ResourceSource& source) {
+  const std::string folder = platform::folder_of(source, kCatalogueFolder);
+  std::vector<std::string> paths;
+  for (const std::string& name : source.files(folder)) {
+    if (name.ends_with(kExtension)) paths.push_back(folder.empty() ? name : folder + "/" + name);
   }
-  std::sort(files.begin(), files.end());
-  return files;
+  return paths;
 }
 
-std::shared_ptr<Catalogue> build(const std::filesystem::path& resource_dir,
+std::shared_ptr<Catalogue> build(const platform::ResourceSources& sources,
                                  std::vector<CatalogueProblem>& problems) {
   auto catalogue = std::make_shared<Catalogue>();
-  for (const platform::EmbeddedFile& file : platform::embedded_files()) {
-    const std::string_view name = file.name;
-    if (name.starts_with(kEmbeddedDir) && name.ends_with(kExtension)) {
-      if (auto problem = catalogue->add_file(name, file.bytes())) problems.push_back(*problem);
-    }
-  }
-  if (resource_dir.empty()) return catalogue;
-  std::error_code ec;
-  if (!std::filesystem::is_directory(resource_dir, ec)) {
-    problems.push_back({resource_dir.string(), 0, "the resource folder does not exist"});
-    return catalogue;
-  }
   // All files are read first, so that the table is sized once for all.
   std::vector<std::pair<std::string, std::string>> files;
-  std::size_t lines = catalogue->size();
-  for (const std::filesystem::path& path : catalogue_files(resource_dir)) {
-    std::string content;
-    if (platform::posix::read_file(path, kMaxFileSize, content) != platform::posix::ReadStatus::Ok) {
-      problems.push_back({path.string(), 0, "the file cannot be read (or is over 64 MiB)"});
+  std::size_t lines = 0;
+  for (const auto& source : sources) {
+    if (!source->available()) {
+      problems.push_back({source->origin(), 0, "the resource folder does not exist"});
       continue;
     }
-    lines += static_cast<std::size_t>(std::count(content.begin(), content.end(), '\n')) + 1;
-    files.emplace_back(path.string(), std::move(content));
+    for (const std::string& path : catalogue_files(*source)) {
+      std::optional<std::string> content = source->read(path, kMaxFileSize);
+      if (!content) {
+        problems.push_back(
+            {source->location(path), 0, "the file cannot be read (or is over 64 MiB)"});
+        continue;
+      }
+      lines += static_cast<std::size_t>(std::count(content->begin(), content->end(), '\n')) + 1;
+      files.emplace_back(source->location(path), std::move(*content));
+    }
   }
   catalogue->reserve(lines);
   for (const auto& [path, content] : files) {
     if (auto problem = catalogue->add_file(path, content)) problems.push_back(*problem);
   }
   return catalogue;
+}
+
+// The sources as one key: their origins in order.
+std::string key_of(const platform::ResourceSources& sources) {
+  std::string key;
+  for (const auto& source : sources) key += source->origin() + '\n';
+  return key;
 }
 
 }  // namespace
@@ -190,10 +185,18 @@ std::optional<CatalogueProblem> Catalogue::add_file(std::string_view name,
           return fail("a backslash ends the line");
         }
         switch (p[1]) {
-          case 't': *dst++ = u'\t'; break;
-          case 'n': *dst++ = u'\n'; break;
-          case 'r': *dst++ = u'\r'; break;
-          case '\\': *dst++ = u'\\'; break;
+          case 't':
+            *dst++ = u'\t';
+            break;
+          case 'n':
+            *dst++ = u'\n';
+            break;
+          case 'r':
+            *dst++ = u'\r';
+            break;
+          case '\\':
+            *dst++ = u'\\';
+            break;
           case 'u': {
             unsigned value = 0;
             for (int k = 0; k < 4; ++k) {
@@ -254,34 +257,35 @@ std::optional<CatalogueProblem> Catalogue::add_file(std::string_view name,
   return std::nullopt;
 }
 
-std::shared_ptr<const Catalogue> load_catalogue(const std::filesystem::path& resource_dir,
+std::shared_ptr<const Catalogue> load_catalogue(const platform::ResourceSources& sources,
                                                 std::vector<CatalogueProblem>* problems) {
   std::vector<CatalogueProblem> found;
-  auto catalogue = build(resource_dir, found);
+  auto catalogue = build(sources, found);
   if (problems) *problems = std::move(found);
   return catalogue;
 }
 
-std::shared_ptr<const Catalogue> catalogue_for(const std::filesystem::path& resource_dir,
+std::shared_ptr<const Catalogue> catalogue_for(const platform::ResourceSources& sources,
                                                platform::MessageBox* report) {
   static std::mutex mutex;
-  static std::map<std::filesystem::path, std::shared_ptr<const Catalogue>> loaded;
+  static std::map<std::string, std::shared_ptr<const Catalogue>> loaded;
   std::lock_guard lock(mutex);
-  auto it = loaded.find(resource_dir);
+  const std::string key = key_of(sources);
+  auto it = loaded.find(key);
   if (it != loaded.end()) return it->second;
   std::vector<CatalogueProblem> problems;
-  std::shared_ptr<const Catalogue> catalogue = build(resource_dir, problems);
+  std::shared_ptr<const Catalogue> catalogue = build(sources, problems);
   if (report) {
     for (const CatalogueProblem& problem : problems) {
       report->diagnostic("catalogue file refused: " + problem.describe());
     }
   }
-  loaded.emplace(resource_dir, catalogue);
+  loaded.emplace(key, catalogue);
   return catalogue;
 }
 
 std::shared_ptr<const Catalogue> catalogue_for(const platform::Platform& platform) {
-  return catalogue_for(platform.resource_dir, platform.messages.get());
+  return catalogue_for(platform.resources, platform.messages.get());
 }
 
 }  // namespace zelkora::frame

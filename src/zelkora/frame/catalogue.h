@@ -6,15 +6,15 @@
 // significant) and is read-only afterwards. Lookups are O(1) and return views
 // into the catalogue's own storage.
 //
-//   const Catalogue& cat = *catalogue_for(platform.resource_dir, platform.messages.get());
+//   const Catalogue& cat = *catalogue_for(platform);
 //   if (auto text = cat.find(1000)) ...   // "工程名称"
 //
-// `catalogue_for` loads the compiled-in catalogue, overlaid id by id with the
-// catalogue files of a resource folder, once per process and folder.
+// `catalogue_for` loads the catalogue files of the bundle's resource sources
+// (platform/resources.h), each overlaying the ones before it id by id, once
+// per process and list of sources.
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "zelkora/platform/platform.h"
+#include "zelkora/platform/resources.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::frame {
@@ -90,12 +91,13 @@ class Catalogue {
   std::size_t count_ = 0;
 };
 
-// The catalogue compiled into the library, overlaid with the `*.tsv` files of
-// `resource_dir/catalogue/` (or of `resource_dir` itself when it has no such
-// folder) in name order. A damaged file is refused whole and reported through
-// `report` (when given); the texts it would have replaced stay as they were.
-// Loaded once per process and folder; later calls return the same catalogue.
-std::shared_ptr<const Catalogue> catalogue_for(const std::filesystem::path& resource_dir,
+// The catalogue of `sources`: the `catalogue/*.tsv` files of each source (or
+// the `*.tsv` files at its top when it has no such folder) in name order, a
+// later source overriding an earlier one id by id. A damaged file is refused
+// whole and reported through `report` (when given); the texts it would have
+// replaced stay as they were. Loaded once per process and list of sources;
+// later calls return the same catalogue.
+std::shared_ptr<const Catalogue> catalogue_for(const platform::ResourceSources& sources,
                                                platform::MessageBox* report);
 
 // The catalogue of the given platform bundle.
@@ -103,7 +105,7 @@ std::shared_ptr<const Catalogue> catalogue_for(const platform::Platform& platfor
 
 // Builds a catalogue as `catalogue_for` does, without the process cache, and
 // collects the problems instead of reporting them.
-std::shared_ptr<const Catalogue> load_catalogue(const std::filesystem::path& resource_dir,
+std::shared_ptr<const Catalogue> load_catalogue(const platform::ResourceSources& sources,
                                                 std::vector<CatalogueProblem>* problems);
 
 }  // namespace zelkora::frame

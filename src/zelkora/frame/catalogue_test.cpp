@@ -114,7 +114,7 @@ TEST(CatalogueFile, KeepsEveryTextThroughTableGrowth) {
 
 TEST(CompiledInCatalogue, LoadsWithoutProblemsAndHoldsTheLibraryTexts) {
   std::vector<CatalogueProblem> problems;
-  const auto c = load_catalogue({}, &problems);
+  const auto c = load_catalogue(platform::standard_resources(), &problems);
   for (const auto& p : problems) ADD_FAILURE() << p.describe();
   EXPECT_EQ(text_of(*c, 100), u"Zelkora 结构快速设计");
   EXPECT_EQ(text_of(*c, 36105), u"\uE002");
@@ -132,7 +132,7 @@ TEST(ResourceFolder, OverridesIdByIdAndRefusesADamagedFile) {
   write(dir / "catalogue" / "b_damaged.tsv", "1000\treplaced?\n1001\tbad\\q\n");
   write(dir / "catalogue" / "notes.txt", "not a catalogue file");
   std::vector<CatalogueProblem> problems;
-  const auto c = load_catalogue(dir, &problems);
+  const auto c = load_catalogue(platform::standard_resources(dir), &problems);
   EXPECT_EQ(text_of(*c, 100), u"Suite name");
   EXPECT_EQ(text_of(*c, 999999), u"new text");
   EXPECT_EQ(text_of(*c, 1000), u"工程名称");  // the damaged file is refused whole
@@ -146,8 +146,8 @@ TEST(ResourceFolder, ReportsProblemsOnceThroughTheMessageBox) {
   const auto dir = fresh_dir("report");
   write(dir / "catalogue" / "x.tsv", "abc\tdef\n");
   platform::headless::RecordingMessageBox box;
-  const auto first = catalogue_for(dir, &box);
-  const auto second = catalogue_for(dir, &box);
+  const auto first = catalogue_for(platform::standard_resources(dir), &box);
+  const auto second = catalogue_for(platform::standard_resources(dir), &box);
   EXPECT_EQ(first.get(), second.get());
   ASSERT_EQ(box.diagnostics.size(), 1u);
   EXPECT_NE(box.diagnostics[0].find("x.tsv:1: bad id"), std::string::npos);
@@ -156,7 +156,8 @@ TEST(ResourceFolder, ReportsProblemsOnceThroughTheMessageBox) {
 
 TEST(ResourceFolder, AMissingFolderKeepsTheCompiledInTexts) {
   std::vector<CatalogueProblem> problems;
-  const auto c = load_catalogue("/nonexistent/zelkora/resources", &problems);
+  const auto c =
+      load_catalogue(platform::standard_resources("/nonexistent/zelkora/resources"), &problems);
   EXPECT_EQ(text_of(*c, 1000), u"工程名称");
   ASSERT_EQ(problems.size(), 1u);
   EXPECT_NE(problems[0].message.find("does not exist"), std::string::npos);

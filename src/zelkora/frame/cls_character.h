@@ -25,12 +25,12 @@
 #include <vector>
 
 #include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/column_layout.h"
 #include "zelkora/frame/numbers.h"
+#include "zelkora/frame/shared_types.h"
 #include "zelkora/frame/variant.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
-#include "zelkora/reporttext/column_layout.h"
-#include "zelkora/section/section_shapes.h"
 
 namespace zelkora {
 
@@ -297,7 +297,7 @@ class clsCharacter {
   }
   // Hands iSign, panelM, N and L to the platform's progress display, if any.
   void DisplayProcess(int32_t L, int32_t N, platform::Control* panelM, int16_t iSign = 0) const;
-  const reporttext::ColumnLayout& column_layout() const { return columns_; }
+  const frame::ColumnLayout& column_layout() const { return columns_; }
 
   // ---- Rebar notation (reporttext/rebar.cpp) -------------------------------
   // Reinforcement as typed on the forms; the rules, error numbers and the
@@ -423,7 +423,7 @@ class clsCharacter {
   bool pattern_code_valid_ = false;
   // The text between the blank and the equals sign of tFmtEq1; nothing sets it.
   Text equation_prefix_;
-  reporttext::ColumnLayout columns_;
+  frame::ColumnLayout columns_;
 };
 
 }  // namespace zelkora

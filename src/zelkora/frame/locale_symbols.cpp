@@ -1,7 +1,5 @@
 #include "zelkora/frame/locale_symbols.h"
 
-#include "zelkora/typeset/picture_format.h"
-
 namespace zelkora::frame {
 
 NumberSymbols number_symbols_of(const platform::NumberLocale& locale) {
@@ -18,7 +16,9 @@ Text system_decimal_symbol(const NumberSymbols& symbols) {
 }
 
 Text system_thousands_separator(const NumberSymbols& symbols) {
-  return typeset::format_picture(1000, u"Standard", symbols).substr(1, 1);
+  // "Standard" groups the digits with the grouping symbol; without one, 1000
+  // is written "1000.00".
+  return symbols.grouping != 0 ? Text(1, symbols.grouping) : Text(u"0");
 }
 
 }  // namespace zelkora::frame

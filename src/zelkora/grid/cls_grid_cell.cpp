@@ -30,7 +30,7 @@ void clsGridCell::ReadLayoutResource() {
         FaultKind::MissingResource,
         "layout name: catalogue text " + std::to_string(interface_res_id_) + " does not exist");
   }
-  const Text text = grid::load_layout_text(*name, character_->platform().resource_dir);
+  const Text text = grid::load_layout_text(*name, character_->platform().resources);
   rows_ = grid::read_layout(text, to_utf8(*name), character_->catalogue());
   rows_loaded_ = true;
 }

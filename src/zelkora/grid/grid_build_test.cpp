@@ -161,7 +161,7 @@ TEST(GridBuild, TitleBoxShowsTheCaptionInBoldAndItsHelp) {
   std::filesystem::create_directories(dir / "catalogue");
   std::ofstream(dir / "catalogue" / "title.tsv") << "1990\t弯矩值 Mk\n1992\t配筋率\n";
   TestForm f;
-  f.platform->resource_dir = dir;
+  f.platform->resources = platform::standard_resources(dir);
   clsGridCell& cell = f.make();
   const std::vector<Text> rows = {u"", u"10|1346|1|||0|-1", u"100|1372|1|5754|_2|I>=1|0",
                                   u"100|1990|0|1008|_0|S|1", u"100|1992|0|1008|_0|S|2"};

@@ -5,15 +5,14 @@
 
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/codepage.h"
-#include "zelkora/platform/embedded.h"
 #include "zelkora/platform/fault.h"
-#include "zelkora/platform/posix/file_io.h"
+#include "zelkora/platform/resources.h"
 
 namespace zelkora::grid {
 
 namespace {
 
-constexpr std::string_view kEmbeddedDir = "layouts/";
+constexpr std::string_view kLayoutFolder = "layouts";
 constexpr std::size_t kMaxLayoutFile = std::size_t{1} << 20;
 constexpr std::size_t kShownChars = 60;
 
@@ -88,48 +87,44 @@ void ItemTables::resize(int32_t max_item) {
 
 // ---- Layouts -----------------------------------------------------------------
 
+namespace {
+
+// The file of the layout in one source: the exact name "<name>.txt" wins,
+// otherwise the first name in name order that differs only in case.
+std::optional<std::string> layout_file(const platform::ResourceSource& source, TextView wanted) {
+  std::optional<std::string> found;
+  for (const std::string& file : source.files(platform::folder_of(source, kLayoutFolder))) {
+    const Text name = from_utf8(file);
+    if (name == wanted) return file;
+    if (!found && equal_text(name, wanted, Compare::Text)) found = file;
+  }
+  return found;
+}
+
+}  // namespace
+
 std::optional<std::string> find_layout_bytes(TextView name,
-                                             const std::filesystem::path& resource_dir) {
+                                             const platform::ResourceSources& sources) {
   if (name.empty()) return std::nullopt;
   const Text wanted = Text(name) + u".txt";
-  if (!resource_dir.empty()) {
-    std::error_code ec;
-    std::filesystem::path folder = resource_dir / "layouts";
-    if (!std::filesystem::is_directory(folder, ec)) folder = resource_dir;
-    // The exact name wins; otherwise the first match in name order.
-    std::optional<std::filesystem::path> found;
-    for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end;
-         it.increment(ec)) {
-      const Text file = from_utf8(it->path().filename().string());
-      if (!equal_text(file, wanted, Compare::Text) || !it->is_regular_file(ec)) continue;
-      if (file == wanted) {
-        found = it->path();
-        break;
-      }
-      if (!found || it->path() < *found) found = it->path();
+  for (auto it = sources.rbegin(); it != sources.rend(); ++it) {
+    const platform::ResourceSource& source = **it;
+    const std::optional<std::string> file = layout_file(source, wanted);
+    if (!file) continue;
+    const std::string folder = platform::folder_of(source, kLayoutFolder);
+    const std::string path = folder.empty() ? *file : folder + "/" + *file;
+    std::optional<std::string> bytes = source.read(path, kMaxLayoutFile);
+    if (!bytes) {
+      throw Fault(FaultKind::File,
+                  "layout file " + source.location(path) + " cannot be read (or is over 1 MiB)");
     }
-    if (found) {
-      std::string bytes;
-      if (platform::posix::read_file(*found, kMaxLayoutFile, bytes) !=
-          platform::posix::ReadStatus::Ok) {
-        throw Fault(FaultKind::File,
-                    "layout file " + found->string() + " cannot be read (or is over 1 MiB)");
-      }
-      return bytes;
-    }
-  }
-  for (const platform::EmbeddedFile& file : platform::embedded_files()) {
-    const std::string_view path = file.name;
-    if (path.starts_with(kEmbeddedDir) &&
-        equal_text(from_utf8(path.substr(kEmbeddedDir.size())), wanted, Compare::Text)) {
-      return std::string(file.bytes());
-    }
+    return bytes;
   }
   return std::nullopt;
 }
 
-Text load_layout_text(TextView name, const std::filesystem::path& resource_dir) {
-  const std::optional<std::string> bytes = find_layout_bytes(name, resource_dir);
+Text load_layout_text(TextView name, const platform::ResourceSources& sources) {
+  const std::optional<std::string> bytes = find_layout_bytes(name, sources);
   if (!bytes) {
     throw Fault(FaultKind::MissingResource, "layout " + shown(name) + " does not exist");
   }

@@ -26,9 +26,10 @@
 // A form that supplies its rows itself appends a seventh field, the item index
 // ("100|1002|1|9000||0|1").
 //
-// Layouts are found by name, without regard to case: first as
-// `<resource_dir>/layouts/<name>.txt` (or `<resource_dir>/<name>.txt` when the
-// folder has no `layouts/`), then among the layouts compiled into the library.
+// Layouts are found by name, without regard to case, in the bundle's resource
+// sources (platform/resources.h), the last first: as `layouts/<name>.txt` (or
+// `<name>.txt` at the top of a folder without `layouts/`), so a resource
+// folder overrides the layouts compiled into the library.
 //
 // Every damage is a Fault that names the layout and the line (or the row of a
 // form's own descriptors): a layout that does not exist or a descriptor id
@@ -37,13 +38,12 @@
 // type that is no whole number Conversion, a number beyond 32 bits Overflow.
 // Nothing here reads outside a table.
 //
-//   const Text text = grid::load_layout_text(u"clsbeamsteel", platform.resource_dir);
+//   const Text text = grid::load_layout_text(u"clsbeamsteel", platform.resources);
 //   grid::RowTables rows = grid::read_layout(text, "clsBeamSteel", catalogue);
 //   grid::split_row_descriptors(rows, symbols);  // rows.kind[r], rows.caption[r], ...
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,6 +51,7 @@
 
 #include "zelkora/frame/catalogue.h"
 #include "zelkora/frame/numbers.h"
+#include "zelkora/platform/resources.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora {
@@ -113,15 +114,15 @@ struct ItemTables {
 
 // ---- Layouts ---------------------------------------------------------------
 
-// The GBK bytes of the layout `name`, or nothing when there is none. A file of
-// the resource folder that cannot be read (or is over 1 MiB) throws
+// The GBK bytes of the layout `name` from the last source that has it, or
+// nothing when none has. A file that cannot be read (or is over 1 MiB) throws
 // Fault(File).
 std::optional<std::string> find_layout_bytes(TextView name,
-                                             const std::filesystem::path& resource_dir);
+                                             const platform::ResourceSources& sources);
 
 // The decoded text of the layout `name`; Fault(MissingResource) when there is
 // none.
-Text load_layout_text(TextView name, const std::filesystem::path& resource_dir);
+Text load_layout_text(TextView name, const platform::ResourceSources& sources);
 
 // The catalogue id (63700..63752) whose text is `name` without regard to case.
 std::optional<int32_t> layout_name_id(TextView name, const frame::Catalogue& catalogue);

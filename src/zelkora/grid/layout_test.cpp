@@ -262,7 +262,7 @@ TEST_F(Layouts, ResourceFolderOverridesByNameAndTheLayoutIsReadOnce) {
   std::ofstream(file, std::ios::binary)
       << codepage::to_ansi(u"-1,25000\r\n0,25501,'''工程名称\r\n");
   auto folder = platform::Platform::headless();
-  folder->resource_dir = dir;
+  folder->resources = platform::standard_resources(dir);
   clsGridCell grid(folder);
   grid.lInterfaceResID(63706);
   grid.GetTextResID();

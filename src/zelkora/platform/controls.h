@@ -1,8 +1,8 @@
 // The controls of a calling form as the library sees them. A form hands its
 // controls to the library's classes; the library reaches them only through
-// these interfaces (the members a form's controls have under these names),
-// and the headless implementations (platform/headless/headless_controls.h)
-// serve tests and hosts without a user interface.
+// these interfaces (the members a form's controls have under these names).
+// Each host implements them over its toolkit; the in-memory ones of the
+// headless platform serve tests and hosts without a user interface.
 #pragma once
 
 #include <cstdint>

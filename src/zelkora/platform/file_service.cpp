@@ -27,4 +27,11 @@ bool copy_file(FileService& files, TextView from, TextView to, std::error_code& 
   return true;
 }
 
+Text file_name_extension(TextView file_name) {
+  const std::size_t slash = file_name.find_last_of(u"/\\");
+  const TextView base = slash == TextView::npos ? file_name : file_name.substr(slash + 1);
+  const std::size_t dot = base.rfind(u'.');
+  return dot == TextView::npos ? Text() : Text(base.substr(dot + 1));
+}
+
 }  // namespace zelkora::platform

@@ -14,8 +14,8 @@
 //   auto file = files.open(u"/p/a.zks", platform::FileAccess::Replace, error);
 //   if (file && file->write(bytes) && file->commit()) ...  // a.zks replaced
 //
-// The POSIX implementation is platform/posix/data_files.h, the in-memory one
-// (with injectable failures, for tests) platform/headless/memory_files.h.
+// Each system has its implementation in its platform folder; the in-memory
+// one has injectable failures, for tests.
 #pragma once
 
 #include <cstddef>
@@ -78,5 +78,10 @@ class FileService {
 // does (an older `to` stays whole until the copy is complete). False, with
 // the reason in `error`, when it could not be done.
 bool copy_file(FileService& files, TextView from, TextView to, std::error_code& error);
+
+// The extension of a file name, the rule of every implementation: the text
+// after the last "." of the last path component ("/" or "\\" ends a
+// folder), or empty text.
+Text file_name_extension(TextView file_name);
 
 }  // namespace zelkora::platform

@@ -2,8 +2,8 @@
 // library drives them: the grid control, the rich-text title box under it,
 // the panel that holds them, and the form object that the grid asks about
 // the form's items. The library reaches them only through these interfaces
-// (the members carry the controls' own names); the in-memory implementations
-// are in platform/headless/headless_grid.h.
+// (the members carry the controls' own names); the headless platform has
+// in-memory implementations.
 //
 // Units are the controls' own: row heights and column widths in the grid's
 // pixels, placements (`Move`) in twips. Rows and columns count from 0; row 0

@@ -3,13 +3,13 @@
 // object. `Platform` bundles one implementation of each.
 //
 // Every class of the library captures `Platform::current()` when it is
-// created. The process-wide default is built from the environment (POSIX
-// implementations, see platform/posix/); tests and embedding programs swap it
-// for the life of a `ScopedPlatform`, or pass a bundle to a constructor.
-// Nothing here changes process-wide state such as the C locale.
+// created. The process-wide default is built from the environment by the
+// composition root (platform/defaults.cpp), the one place that names the
+// implementations; tests and embedding programs swap it for the life of a
+// `ScopedPlatform`, or pass a bundle to a constructor. Nothing here changes
+// process-wide state such as the C locale.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +18,7 @@
 
 #include "zelkora/platform/file_service.h"
 #include "zelkora/platform/progress.h"
+#include "zelkora/platform/resources.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::platform {
@@ -109,15 +110,16 @@ struct Platform {
   std::shared_ptr<FileService> files;
   // The progress display of DisplayProcess; null for none.
   std::shared_ptr<ProgressDisplay> progress;
-  // A folder whose catalogue and files override the compiled-in resources;
-  // empty for the compiled-in resources alone.
-  std::filesystem::path resource_dir;
+  // The library's catalogue, layouts and menu file, lowest precedence first
+  // (platform/resources.h).
+  ResourceSources resources;
 
   // The bundle in force: the innermost `ScopedPlatform`, else the default.
   static std::shared_ptr<const Platform> current();
-  // The default bundle, built once from the environment: the POSIX settings
-  // file, INI files, data files and locale, message box on stderr,
-  // `ZELKORA_RESOURCES`.
+  // The default bundle, built once from the environment: this system's
+  // settings store, INI files, data files, number locale and suite services,
+  // the message box on stderr, and the compiled-in resources overridden by
+  // the folder `ZELKORA_RESOURCES`.
   static std::shared_ptr<const Platform> environment_default();
   // A bundle of in-memory implementations with "." and "," as number symbols
   // and the compiled-in resources; for tests and headless hosts.

@@ -23,11 +23,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "zelkora/frame/column_layout.h"
 #include "zelkora/frame/numbers.h"
 #include "zelkora/platform/text.h"
-#include "zelkora/reporttext/column_layout.h"
 
 namespace zelkora::reporttext {
+
+using frame::ColumnLayout;
 
 // What the shortening needs of the user's number notation: the symbols of
 // the numeric test and the decimal symbol text (tDecimalSymbol).

@@ -47,7 +47,7 @@
 
 #include <cstdint>
 
-#include "zelkora/section/section_shapes.h"
+#include "zelkora/frame/shared_types.h"
 
 namespace zelkora {
 

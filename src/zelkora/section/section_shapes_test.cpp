@@ -56,7 +56,7 @@ TEST(SectionShapes, NamesFollowTheLanguageOffset) {
   std::ofstream(dir / "catalogue" / "second.tsv")
       << "130264\tT section\n130283\tT\n130265\tI section (symmetric)\n";
   auto p = platform::Platform::headless();
-  p->resource_dir = dir;
+  p->resources = platform::standard_resources(dir);
   clsCharacter chr(p);
   chr.lLanguage(100000);
   for (auto [name, code] : {std::pair<Text, int32_t>{u"T section", 30264},

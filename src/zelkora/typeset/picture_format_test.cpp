@@ -1,5 +1,7 @@
 #include "zelkora/typeset/picture_format.h"
 
+#include "zelkora/frame/locale_symbols.h"
+
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -187,6 +189,16 @@ TEST(PictureFormat, NamedFormats) {
       },
       kDot);
   expect_cases({{1234.5, u"Standard", u"1.234,50"}, {2.5, u"General Number", u"2,5"}}, kComma);
+
+  // A new clsCharacter takes its thousands separator as the second character
+  // of 1000 in "Standard" without formatting it; both must agree.
+  for (const frame::NumberSymbols symbols :
+       {kDot, kComma, frame::NumberSymbols{u'.', 0}, frame::NumberSymbols{u',', u','},
+        frame::NumberSymbols{u',', u' '}, frame::NumberSymbols{u'.', u'\u00A0'}}) {
+    EXPECT_EQ(frame::system_thousands_separator(symbols),
+              format_picture(1000, u"Standard", symbols).substr(1, 1))
+        << to_utf8(Text(1, symbols.grouping));
+  }
 }
 
 TEST(PictureFormat, NonFiniteValuesPrintAClearText) {

@@ -1,11 +1,11 @@
 #include "zelkora/platform/headless/headless.h"
 
-#include "zelkora/platform/posix/environment.h"
+#include "zelkora/platform/file_service.h"
 
 namespace zelkora::platform::headless {
 
 Text MemorySuiteServices::extension(TextView file_name) const {
-  return posix::file_name_extension(file_name);
+  return file_name_extension(file_name);
 }
 
 Text MemorySuiteServices::full_path(TextView suite_file_name) const {

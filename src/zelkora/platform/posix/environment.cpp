@@ -32,7 +32,8 @@ EnvLookup process_environment() {
   };
 }
 
-EnvironmentNumberLocale::EnvironmentNumberLocale(const EnvLookup& env) : decimal_(u"."), grouping_(u",") {
+EnvironmentNumberLocale::EnvironmentNumberLocale(const EnvLookup& env)
+    : decimal_(u"."), grouping_(u",") {
   // The locale name as the C library would choose it for LC_NUMERIC.
   std::string name = "C";
   for (const char* var : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
@@ -59,13 +60,6 @@ void StderrMessageBox::warning(TextView text, TextView title) {
 
 void StderrMessageBox::diagnostic(std::string_view message) {
   std::fprintf(stderr, "zelkora: %.*s\n", static_cast<int>(message.size()), message.data());
-}
-
-Text file_name_extension(TextView file_name) {
-  const std::size_t slash = file_name.find_last_of(u"/\\");
-  const TextView base = slash == TextView::npos ? file_name : file_name.substr(slash + 1);
-  const std::size_t dot = base.rfind(u'.');
-  return dot == TextView::npos ? Text() : Text(base.substr(dot + 1));
 }
 
 bool FileSuiteServices::file_exists(TextView path) const {

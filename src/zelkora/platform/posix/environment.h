@@ -54,8 +54,4 @@ class FileSuiteServices : public SuiteServices {
   std::filesystem::path resource_dir_;
 };
 
-// The file-name extension rule shared by every implementation: the text after
-// the last "." of the last path component, or empty text.
-Text file_name_extension(TextView file_name);
-
 }  // namespace zelkora::platform::posix

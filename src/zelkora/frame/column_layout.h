@@ -16,19 +16,9 @@
 #include <cstdint>
 #include <vector>
 
-namespace zelkora {
+#include "zelkora/frame/shared_types.h"
 
-// The alignment of a report-table column. Other values are accepted and give
-// a cell without padding.
-enum eAlignment : int32_t {
-  zkLeftJustify = -1,
-  zkCenter = 0,
-  zkRightJustify = 1,
-};
-
-}  // namespace zelkora
-
-namespace zelkora::reporttext {
+namespace zelkora::frame {
 
 struct ColumnLayout {
   // The upper column index for the next initialize().
@@ -55,4 +45,4 @@ struct ColumnLayout {
   void set_extra_blanks(int32_t index, int32_t value);
 };
 
-}  // namespace zelkora::reporttext
+}  // namespace zelkora::frame

@@ -1,6 +1,8 @@
-// The cross-section shape codes of the section-property operations
-// (clsSectionProperties, clsCharacter::Get_Section_Shape and lSectionPicture).
+// The small types that the subsystems share: the alignment of a report-table
+// column and the cross-section shape codes.
 //
+// Shape codes are used by clsSectionProperties, clsCharacter::Get_Section_Shape
+// and lSectionPicture.
 // Each code is also the catalogue id of the shape's name, so a form fills its
 // shape combo box with tString(code) and reads the choice back with
 // Get_Section_Shape. Code 30271 lies inside the range but names no shape (its
@@ -10,6 +12,14 @@
 #include <cstdint>
 
 namespace zelkora {
+
+// The alignment of a report-table column. Other values are accepted and give
+// a cell without padding.
+enum eAlignment : int32_t {
+  zkLeftJustify = -1,
+  zkCenter = 0,
+  zkRightJustify = 1,
+};
 
 enum Section_Shapes : int32_t {
   Rectangular_Shaped = 30261,      // "矩形截面"
