@@ -90,6 +90,11 @@ std::vector<Command> demo_commands();
 // under its name "ZK_PROMENU.INI"; Failure when there is none.
 std::shared_ptr<platform::IniFiles> shipped_menu_ini(const platform::Platform& platform);
 
+// What is wrong with a project data file as the suite's readers see it: 2002
+// when it cannot be opened, 2001 when a record is damaged or the revision or
+// the EOF record is missing, 0 when nothing is.
+int32_t data_file_error(const std::string& file);
+
 // Runs one command line (without the program name) and returns the exit code.
 int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 

@@ -12,24 +12,24 @@
 #include "tools/zelkora/cli.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_file.h"
+#include "zelkora/datafile/record_numbers.h"
 #include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
 #include "zelkora/platform/codepage.h"
 
 namespace zelkora::cli {
 
 namespace {
 
-constexpr int32_t kIdEof = 32031;
-constexpr int32_t kRecordRevision = 0;
-
 // The member of the record that ends a file (catalogue 32031, "EOF").
 Text eof_text() {
   const auto catalogue = frame::catalogue_for(*platform::Platform::current());
-  return Text(catalogue->find(kIdEof).value_or(u"EOF"));
+  return Text(catalogue->find(text_id::kEof).value_or(u"EOF"));
 }
 
 bool is_eof(const UseBinRecord& rec, const Text& eof) {
-  return rec.ID == kRecordRevision && rec.Member == eof;
+  return rec.ID == record_id::kRevision && rec.Member == eof;
 }
 
 std::string escape_member(TextView member) {
@@ -158,14 +158,21 @@ void append_json_string(std::string& out, TextView text) {
   out.push_back('"');
 }
 
+std::string error_text(int32_t error) { return " (error " + std::to_string(error) + ")"; }
+
 void open_for_reading(clsLoadSave& ls, const std::string& file) {
   if (!ls.OpenFileA(arg_text(file), u"InPut")) {
-    throw Failure{"cannot open " + file + " (error " + std::to_string(ls.last_error()) + ")"};
+    throw Failure{"cannot open " + file + error_text(ls.last_error())};
   }
 }
 
 std::string damaged(const std::string& file, int records) {
-  return file + " is damaged after " + std::to_string(records) + " record(s) (error 2001)";
+  return file + " is damaged after " + std::to_string(records) + " record(s)" +
+         error_text(error_id::kDataFileDamaged);
+}
+
+std::string no_eof(const std::string& file) {
+  return file + " has no EOF record" + error_text(error_id::kDataFileDamaged);
 }
 
 // Every record of the file, to its end.
@@ -200,42 +207,52 @@ void dump(Args& args, std::ostream& out) {
     eof = eof || is_eof(rec, eof_member);
   }
   if (json) out << (records ? "\n]\n" : "]\n");
-  if (!eof) throw Failure{file + " has no EOF record (error 2001)"};
+  if (!eof) throw Failure{no_eof(file)};
 }
 
-// The frame as the suite's readers see it: the revision first, records up to
-// the first EOF, nothing after it.
+// The frame of a file as the suite's readers see it: the revision first,
+// records up to the first EOF, nothing after it.
+struct Frame {
+  int records = 0;
+  Text revision;
+  bool has_revision = false;
+  bool eof = false;
+  bool damaged = false;
+  bool trailing = false;  // bytes after the EOF record
+};
+
+Frame read_frame(clsLoadSave& ls) {
+  const Text eof_member = eof_text();
+  Frame frame;
+  UseBinRecord rec;
+  while (!frame.eof && !ls.at_end_of_file()) {
+    if (!ls.ReadFileOneA(rec)) {
+      frame.damaged = true;
+      break;
+    }
+    if (frame.records == 0 && rec.ID == record_id::kRevision) {
+      frame.revision = rec.Member;
+      frame.has_revision = true;
+    }
+    ++frame.records;
+    frame.eof = is_eof(rec, eof_member);
+  }
+  frame.trailing = frame.eof && !ls.at_end_of_file();
+  return frame;
+}
+
 void verify(Args& args, std::ostream& out) {
   args.expect(2);
   const std::string& file = args[1];
-  const Text eof_member = eof_text();
   clsLoadSave ls;
   open_for_reading(ls, file);
-  UseBinRecord rec;
-  int records = 0;
-  bool eof = false;
-  bool damage = false;
-  Text revision;
-  bool has_revision = false;
-  while (!eof && !ls.at_end_of_file()) {
-    if (!ls.ReadFileOneA(rec)) {
-      damage = true;
-      break;
-    }
-    if (records == 0 && rec.ID == kRecordRevision) {
-      revision = rec.Member;
-      has_revision = true;
-    }
-    ++records;
-    eof = is_eof(rec, eof_member);
-  }
-  const bool trailing = eof && !ls.at_end_of_file();
-  out << "records=" << records << "\nrevision=" << escape_member(revision)
-      << "\neof=" << (eof ? "true" : "false") << "\n";
-  if (damage) throw Failure{damaged(file, records)};
-  if (!has_revision) throw Failure{file + " does not start with a revision record (ID 0)"};
-  if (!eof) throw Failure{file + " has no EOF record (error 2001)"};
-  if (trailing) throw Failure{file + " has bytes after its EOF record"};
+  const Frame frame = read_frame(ls);
+  out << "records=" << frame.records << "\nrevision=" << escape_member(frame.revision)
+      << "\neof=" << (frame.eof ? "true" : "false") << "\n";
+  if (frame.damaged) throw Failure{damaged(file, frame.records)};
+  if (!frame.has_revision) throw Failure{file + " does not start with a revision record (ID 0)"};
+  if (!frame.eof) throw Failure{no_eof(file)};
+  if (frame.trailing) throw Failure{file + " has bytes after its EOF record"};
 }
 
 // Records from standard input, framed by the revision and EOF records.
@@ -271,19 +288,20 @@ void write(Args& args, std::ostream& out) {
   const Text eof_member = eof_text();
   std::size_t first = 0;
   std::size_t last = records.size();
-  if (first < last && records[first].ID == kRecordRevision && !is_eof(records[first], eof_member))
+  if (first < last && records[first].ID == record_id::kRevision &&
+      !is_eof(records[first], eof_member))
     ++first;
   if (first < last && is_eof(records[last - 1], eof_member)) --last;
 
   clsLoadSave ls;
   if (!ls.OpenFileA(arg_text(file), u"OutPut")) {
-    throw Failure{"cannot save " + file + " (error " + std::to_string(ls.last_error()) + ")"};
+    throw Failure{"cannot save " + file + error_text(ls.last_error())};
   }
   ls.WriteFile_RevisionA();
   for (std::size_t i = first; i < last; ++i) ls.WriteFileOneA(records[i].ID, records[i].Member);
   if (!ls.WriteFileEofAndCloseFileA()) {
-    throw Failure{"cannot save " + file + " (error " + std::to_string(ls.last_error()) +
-                  "); the previous file is unchanged"};
+    throw Failure{"cannot save " + file + error_text(ls.last_error()) +
+                  "; the previous file is unchanged"};
   }
   out << "records=" << (last - first + 2) << "\nbackup=" << out_text(ls.backup_name()) << "\n";
 }
@@ -298,6 +316,13 @@ void datafile_command(Args& args, std::ostream& out) {
 }
 
 }  // namespace
+
+int32_t data_file_error(const std::string& file) {
+  clsLoadSave ls;
+  if (!ls.OpenFileA(arg_text(file), u"InPut")) return ls.last_error();
+  const Frame frame = read_frame(ls);
+  return frame.damaged || !frame.has_revision || !frame.eof ? error_id::kDataFileDamaged : 0;
+}
 
 std::vector<Command> datafile_commands() {
   return {

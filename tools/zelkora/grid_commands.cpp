@@ -2,6 +2,8 @@
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/platform/fault.h"
 #include "zelkora/platform/headless/headless_grid.h"
@@ -17,8 +19,8 @@ int32_t layout_id(TextView name, const clsCharacter& chr) {
   if (!id) {
     throw Fault(FaultKind::MissingResource, "no layout is called \"" + to_utf8(name) +
                                                 "\" (catalogue texts " +
-                                                std::to_string(grid::kFirstLayoutNameId) + " to " +
-                                                std::to_string(grid::kLastLayoutNameId) + ")");
+                                                std::to_string(text_id::kFirstLayoutName) + " to " +
+                                                std::to_string(text_id::kLastLayoutName) + ")");
   }
   return *id;
 }
@@ -196,8 +198,11 @@ void grid_command(Args& args, std::ostream& out) {
 
   Text add_data;
   if (load && !cell.bLoadOrSaveData(u"Load", arg_text(*load), form_name, {}, add_data)) {
+    // The number the datafile commands give the same file; a sound file of
+    // another program is not this form's data file (2001) either.
+    const int32_t error = data_file_error(*load);
     throw Failure{"cannot load the values of " + args[0] + " from " + *load + " (error " +
-                  std::to_string(cell.load_save().lLoadSaveMode(u"Load")) + ")"};
+                  std::to_string(error != 0 ? error : error_id::kDataFileDamaged) + ")"};
   }
   for (const Event& e : events) {
     const platform::CellRef at = grid.ActiveCell();

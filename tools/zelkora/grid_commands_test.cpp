@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
+#include "zelkora/platform/headless/memory_files.h"
 #include "zelkora/platform/platform.h"
 
 namespace zelkora::cli {
@@ -106,6 +107,29 @@ TEST(GridCommands, GridRunsAScriptAndPrintsTheGridAndItsMessages) {
     }
   }
   std::filesystem::remove(script);
+}
+
+// The same file gets the same error number whichever command reads it.
+TEST(GridCommands, ADataFileGetsOneErrorNumberInEveryCommand) {
+  auto bundle = platform::Platform::headless();
+  auto files = std::static_pointer_cast<platform::headless::MemoryFileService>(bundle->files);
+  platform::ScopedPlatform scope(bundle);
+  std::ostringstream saved, saving;
+  ASSERT_EQ(run({"grid", "clsBeamSteel", "--save", "beam.zks"}, saved, saving), kExitOk);
+  const std::string whole = files->bytes(u"beam.zks").value_or("");
+  files->put(u"cut.zks", whole.substr(0, whole.size() - 3));
+  files->put(u"empty.zks", "");
+  const std::pair<std::string, std::string> cases[] = {
+      {"cut.zks", "(error 2001)"}, {"empty.zks", "(error 2001)"}, {"none.zks", "(error 2002)"}};
+  for (const auto& [file, number] : cases) {
+    for (const std::vector<std::string>& args :
+         {std::vector<std::string>{"datafile", "dump", file},
+          std::vector<std::string>{"grid", "clsBeamSteel", "--load", file}}) {
+      std::ostringstream out, err;
+      EXPECT_EQ(run(args, out, err), kExitFailed) << args[0] << " " << file;
+      EXPECT_NE(err.str().find(number), std::string::npos) << args[0] << ": " << err.str();
+    }
+  }
 }
 
 }  // namespace

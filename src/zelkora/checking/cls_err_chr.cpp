@@ -4,32 +4,15 @@
 
 #include "zelkora/checking/compose_message.h"
 #include "zelkora/checking/entry_descriptor.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
 #include "zelkora/typeset/markup.h"
 
 namespace zelkora {
 
 namespace {
 
-constexpr int32_t kDefaultTitle = 53110;  // "输入错误！"
 constexpr TextView kShownSeparator = u"  \r\n\r\n";
-constexpr int32_t kMoreThan = 53300;         // "多于"
-constexpr int32_t kFewerThan = 53302;        // "少于"
-constexpr int32_t kRemove = 53304;           // "删除"
-constexpr int32_t kAdd = 53306;              // "添加"
-constexpr int32_t kAboveWord = 53308;        // "大于 "
-constexpr int32_t kNotBelowWord = 53310;     // "不小于 "
-constexpr int32_t kAndBelowWord = 53312;     // "、且小于 "
-constexpr int32_t kAndNotAboveWord = 53314;  // "、且不大于 "
-constexpr int32_t kListItemsName = 53316;    // "输入框的下拉列表项目"
-constexpr int32_t kAutomaticWord = 500;      // "自动"
-constexpr int32_t kConcreteGrades = 45298;   // "7.5|10|...|60"
-constexpr int32_t kListSeparator = 32196;    // "|"
-constexpr int32_t kConcreteGradeCaption = 1010;
-
-constexpr int32_t kNotANumber = 101;
-constexpr int32_t kNotInList = 106;
-constexpr int32_t kOutOfRange = 333;
-constexpr int32_t kInternalError = 39999;
 
 }  // namespace
 
@@ -79,7 +62,7 @@ void clsErrChr::GenMsgErrorX() {
   }
   const bool show = !message_ignore_;
   const TextView separator = show ? kShownSeparator : TextView();
-  Text title = show ? character_->tString(kDefaultTitle) : Text();
+  Text title = show ? character_->tString(text_id::kInputErrorTitle) : Text();
   if (const checking::Composition* c = checking::find_composition(error_id_)) {
     const checking::MessageFields fields{error_id_, caption1_, value1_, caption2_, value2_};
     error_text_ =
@@ -111,8 +94,8 @@ void clsErrChr::ColumnNumberCheck(int32_t lError, int32_t lCount) {
   const int32_t required = lError == 4603002 ? 2 : lError == 4603003 ? 3 : 0;
   if (required != 0) {
     const bool too_many = lCount > required;
-    caption1_ = character_->tString(too_many ? kMoreThan : kFewerThan);
-    caption2_ = character_->tString(too_many ? kRemove : kAdd);
+    caption1_ = character_->tString(too_many ? text_id::kMoreThan : text_id::kFewerThan);
+    caption2_ = character_->tString(too_many ? text_id::kRemove : text_id::kAdd);
   }
   GenMsgErrorX();
 }
@@ -174,23 +157,24 @@ int32_t clsErrChr::check_numeric_entry(bool accept_list_items) {
   }
   const TextView entry = trim(value1_);
   if (entry.empty() && d.allow_empty) return 0;
-  if (d.allow_auto && character_->bTextEqResString(entry, kAutomaticWord)) return 0;
+  if (d.allow_auto && character_->bTextEqResString(entry, text_id::kAutomatic)) return 0;
   if (accept_list_items && in_catalogue_list(value1_, Compare::Binary)) return 0;
   const std::optional<double> value = frame::parse_number(entry, character_->number_symbols());
-  if (!value) return refuse(kNotANumber);
+  if (!value) return refuse(error_id::kNotANumber);
 
   for (const checking::Condition& c : d.conditions) {
     if (c.interval) {
       if (checking::within(c, *value)) continue;
       Text range = u"(";
-      range += character_->tString(c.lower_open ? kAboveWord : kNotBelowWord);
+      range += character_->tString(c.lower_open ? text_id::kAboveWord : text_id::kNotBelowWord);
       range += number_text(c.lower);
-      range += character_->tString(c.upper_open ? kAndBelowWord : kAndNotAboveWord);
+      range +=
+          character_->tString(c.upper_open ? text_id::kAndBelowWord : text_id::kAndNotAboveWord);
       range += number_text(c.upper);
       range += u")";
       caption2_ = range;
       value2_ = std::move(range);
-      return refuse(kOutOfRange);
+      return refuse(error_id::kOutOfRange);
     }
     if (checking::holds(c.relation, *value, c.limit)) continue;
     value2_ = number_text(c.limit);
@@ -205,7 +189,7 @@ int32_t clsErrChr::check_numeric_entry(bool accept_list_items) {
     if (fixed != 0) return refuse(fixed);
     value2_ = number_text(above ? type.largest : type.least);
     caption2_ = value2_;
-    return refuse(above ? 120 : 166);
+    return refuse(above ? error_id::kAboveLimit : error_id::kFailsGreaterEqual);
   }
   return 0;
 }
@@ -225,7 +209,7 @@ int32_t clsErrChr::check_coordinate_pair() {
   }
   bool valid = parts.size() == 2;
   for (const Text& p : parts) valid = valid && frame::parse_number(trim(p), symbols).has_value();
-  return valid ? 0 : refuse(200);
+  return valid ? 0 : refuse(error_id::kPartCount);
 }
 
 int32_t clsErrChr::check_slab_bar() {
@@ -268,7 +252,7 @@ int32_t clsErrChr::GenCheckListErrW(TextView tCap1, TextView Text,
   caption1_ = tCap1;
   value1_ = Text;
   caption2_ = tListName;
-  return refuse(kNotInList);
+  return refuse(error_id::kNotInList);
 }
 
 int32_t clsErrChr::CheckCboListErr(int32_t lList, TextView tCaption, const Variant& vText,
@@ -287,8 +271,8 @@ int32_t clsErrChr::CheckCboListErrW(int32_t lList, TextView tCaption, TextView T
 }
 
 int32_t clsErrChr::CheckCboListErrX(Compare compare) {
-  error_id_ = in_catalogue_list(value1_, compare) ? 0 : kNotInList;
-  caption2_ = character_->tString(kListItemsName);
+  error_id_ = in_catalogue_list(value1_, compare) ? 0 : error_id::kNotInList;
+  caption2_ = character_->tString(text_id::kListItemsName);
   GenMsgErrorX();
   return error_id_;
 }
@@ -304,7 +288,7 @@ int32_t clsErrChr::GenCheckConErr(TextView tCheck, TextView tCap1, const Variant
   const std::optional<double> second = number(vValue2);
   if (!first || !second) {
     const bool first_bad = !first;
-    GenMsgErrorW(kNotANumber, first_bad ? tCap1 : tCap2,
+    GenMsgErrorW(error_id::kNotANumber, first_bad ? tCap1 : tCap2,
                  (first_bad ? vValue1 : vValue2).to_text(symbols), {}, {}, bMsgIgnore);
     return error_id_;
   }
@@ -375,16 +359,16 @@ int32_t clsErrChr::CheckCriterionErrX(int32_t lCheck) {
   for (const Criterion& c : kCriteria) {
     if (c.error == lCheck) criterion = &c;
   }
-  if (criterion == nullptr) return refuse(kInternalError);
+  if (criterion == nullptr) return refuse(error_id::kInternal);
   const std::optional<double> value = frame::parse_number(entry, symbols);
-  if (!value) return refuse(kNotANumber);
+  if (!value) return refuse(error_id::kNotANumber);
   double limit = 0;
   if (criterion->against_second) {
     const std::optional<double> second = frame::parse_number(trim(value2_), symbols);
     if (!second) {
       caption1_ = caption2_;
       value1_ = value2_;
-      return refuse(kNotANumber);
+      return refuse(error_id::kNotANumber);
     }
     limit = *second;
   }
@@ -395,12 +379,13 @@ int32_t clsErrChr::GenCheckHntQdDj(TextView tC, bool bMsgIgnore) {
   // The numeric value of the grade: its leading number with "." ("C30" is 0,
   // "30abc" 30), whatever the user's decimal symbol.
   const std::optional<double> grade = frame::leading_value(tC);
-  const Text separator = character_->tString(kListSeparator);
-  for (const Text& item : split_text(character_->tString(kConcreteGrades), separator)) {
+  const Text separator = character_->tString(text_id::kListSeparator);
+  for (const Text& item : split_text(character_->tString(text_id::kConcreteGrades), separator)) {
     const std::optional<double> listed = frame::parse_number(item, frame::NumberSymbols{u'.', 0});
     if (grade && listed && *grade == *listed) return accept();
   }
-  GenMsgErrorW(104, character_->tString(kConcreteGradeCaption), tC, {}, {}, bMsgIgnore);
+  GenMsgErrorW(error_id::kNotAGrade, character_->tString(text_id::kConcreteGradeCaption), tC, {},
+               {}, bMsgIgnore);
   return error_id_;
 }
 

@@ -4,15 +4,16 @@
 #include <limits>
 #include <optional>
 
+#include "zelkora/frame/error_numbers.h"
 #include "zelkora/frame/numbers.h"
 
 namespace zelkora::checking {
 
 namespace {
 
-constexpr NumberType kWidest{3e14, -3e14, 122, 123};
+constexpr NumberType kWidest{3e14, -3e14, error_id::kAboveSingle, error_id::kBelowSingle};
 constexpr NumberType kInteger{32767, -32768, 0, 0};
-constexpr NumberType kLong{1e9, -3e14, 121, 123};
+constexpr NumberType kLong{1e9, -3e14, error_id::kAboveLong, error_id::kBelowSingle};
 
 // A limit in a descriptor: a number written with "." and without grouping,
 // whatever the user's notation; nothing else may follow it.
@@ -105,17 +106,17 @@ bool holds(Relation relation, double value, double limit) {
 int32_t relation_error(Relation relation) {
   switch (relation) {
     case Relation::kGreater:
-      return 155;
+      return error_id::kFailsGreater;
     case Relation::kGreaterEqual:
-      return 166;
+      return error_id::kFailsGreaterEqual;
     case Relation::kLess:
-      return 153;
+      return error_id::kFailsLess;
     case Relation::kLessEqual:
-      return 154;
+      return error_id::kFailsLessEqual;
     case Relation::kNotEqual:
-      return 169;
+      return error_id::kFailsNotEqual;
     case Relation::kEqual:
-      return 168;
+      return error_id::kFailsEqual;
   }
   return 0;
 }

@@ -5,6 +5,9 @@
 #include <string>
 
 #include "zelkora/datafile/record_file.h"
+#include "zelkora/datafile/record_numbers.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
 #include "zelkora/frame/locale_symbols.h"
 #include "zelkora/frame/mod_character.h"
 #include "zelkora/platform/fault.h"
@@ -12,30 +15,6 @@
 namespace zelkora {
 
 namespace {
-
-constexpr int32_t kIdApplication = 100;
-constexpr int32_t kIdOptionsSection = 101;
-constexpr int32_t kIdCheckKeySuffix = 103;
-constexpr int32_t kIdRevisionKey = 202;
-constexpr int32_t kIdEof = 32031;
-constexpr int32_t kIdOutput = 35150;
-constexpr int32_t kIdSave = 35151;
-constexpr int32_t kIdInput = 35152;
-constexpr int32_t kIdLoad = 35153;
-constexpr int32_t kIdDefault = 35154;
-constexpr int32_t kIdSaveAsNewVersion = 35155;
-constexpr int32_t kIdExtensionZks = 35168;
-constexpr int32_t kIdExtensionZel = 35169;
-constexpr int32_t kIdBackupSuffix = 35170;
-
-constexpr int32_t kRecordRevision = 0;
-constexpr int32_t kRecordKey = 100;
-constexpr int32_t kRecordTempText = 198;
-constexpr int32_t kRecordValue = 2000;
-
-constexpr int32_t kErrorDamaged = 2001;
-constexpr int32_t kErrorOpen = 2002;
-constexpr int32_t kErrorSave = 2003;
 
 Text ascii_lower(Text text) {
   for (char16_t& c : text) {
@@ -73,8 +52,9 @@ int16_t clsLoadSave::iFreeFileA() const { return datafile::free_file_number(); }
 
 bool clsLoadSave::backup_switched_on() const {
   if (!platform_->settings) return true;
-  const std::optional<Text> value = platform_->settings->get(
-      text(kIdApplication), text(kIdOptionsSection), text(kIdCheckKeySuffix) + u"2");
+  const std::optional<Text> value =
+      platform_->settings->get(text(text_id::kApplication), text(text_id::kOptionsSection),
+                               text(text_id::kCheckKeySuffix) + u"2");
   if (!value) return true;
   const std::optional<double> number = frame::parse_number(*value, symbols_);
   return !number || *number != 0;
@@ -84,9 +64,10 @@ bool clsLoadSave::make_backup(TextView file_name) {
   if (!backup_switched_on() || !files_->exists(file_name)) return true;
   const Text extension =
       ascii_lower(suite_ ? suite_->extension(file_name) : platform::file_name_extension(file_name));
-  if (extension != text(kIdExtensionZel) && extension != text(kIdExtensionZks)) return true;
+  if (extension != text(text_id::kExtensionZel) && extension != text(text_id::kExtensionZks))
+    return true;
   if (file_name.size() < 3) return true;
-  Text backup = Text(file_name.substr(0, file_name.size() - 3)) + text(kIdBackupSuffix);
+  Text backup = Text(file_name.substr(0, file_name.size() - 3)) + text(text_id::kBackupExtension);
   std::error_code error;
   if (!platform::copy_file(*files_, file_name, backup, error)) return false;
   backup_name_ = std::move(backup);
@@ -98,27 +79,29 @@ bool clsLoadSave::OpenFileA(TextView tFileName, TextView tOpenMode) {
   const int16_t number = iFreeFileA();
   file_number_ = 0;
   platform::FileAccess access = platform::FileAccess::Update;
-  if (equal_text(tOpenMode, text(kIdInput), Compare::Text)) {
+  if (equal_text(tOpenMode, text(text_id::kInput), Compare::Text)) {
     access = platform::FileAccess::Read;
-  } else if (equal_text(tOpenMode, text(kIdOutput), Compare::Text)) {
+  } else if (equal_text(tOpenMode, text(text_id::kOutput), Compare::Text)) {
     access = platform::FileAccess::Replace;
   }
   if (number == 0 || !files_) {  // all file numbers are taken, or no files at all
-    error_ = access == platform::FileAccess::Replace ? kErrorSave : kErrorOpen;
+    error_ = access == platform::FileAccess::Replace ? error_id::kDataFileNotSaved
+                                                     : error_id::kDataFileNotOpened;
     return false;
   }
 
   if (access == platform::FileAccess::Replace) {
     backup_name_.clear();
     if (!make_backup(tFileName)) {
-      error_ = kErrorSave;
+      error_ = error_id::kDataFileNotSaved;
       return false;
     }
   }
   std::error_code error;
   std::unique_ptr<platform::DataFile> file = files_->open(tFileName, access, error);
   if (!file) {
-    error_ = access == platform::FileAccess::Replace ? kErrorSave : kErrorOpen;
+    error_ = access == platform::FileAccess::Replace ? error_id::kDataFileNotSaved
+                                                     : error_id::kDataFileNotOpened;
     return false;
   }
   if (access != platform::FileAccess::Replace) revision_load_.clear();
@@ -135,13 +118,22 @@ bool clsLoadSave::CloseFileA() {
   const std::unique_ptr<datafile::OpenFile> file = datafile::take_file(file_number_);
   if (!file) return false;
   const bool saved = !file->write_failed && file->file->commit();
-  if (!saved) error_ = kErrorSave;
+  if (!saved) error_ = error_id::kDataFileNotSaved;
   return saved;
 }
 
 bool clsLoadSave::WriteFileEofAndCloseFileA() {
-  const bool written = write_record(kRecordRevision, text(kIdEof));
+  const bool written = write_record(record_id::kRevision, text(text_id::kEof));
   return CloseFileA() && written;
+}
+
+int64_t clsLoadSave::records_left() const {
+  const datafile::OpenFile* file = open_for(false);
+  if (!file) return 0;
+  const uint64_t size = file->file->size();
+  const uint64_t position = file->file->position();
+  return position >= size ? 0
+                          : static_cast<int64_t>((size - position) / datafile::kRecordHeaderBytes);
 }
 
 bool clsLoadSave::at_end_of_file() const {
@@ -161,7 +153,7 @@ datafile::OpenFile* clsLoadSave::open_for(bool writing) const {
 
 datafile::OpenFile* clsLoadSave::file_for(bool writing) {
   datafile::OpenFile* file = open_for(writing);
-  if (!file) error_ = writing ? kErrorSave : kErrorDamaged;
+  if (!file) error_ = writing ? error_id::kDataFileNotSaved : error_id::kDataFileDamaged;
   return file;
 }
 
@@ -170,7 +162,7 @@ bool clsLoadSave::write_encoded(datafile::OpenFile& file, bool encoded) {
   scratch_.clear();
   if (!written) {
     file.write_failed = true;
-    error_ = kErrorSave;
+    error_ = error_id::kDataFileNotSaved;
   }
   return written;
 }
@@ -186,10 +178,10 @@ bool clsLoadSave::read_into(int32_t& id, Text& member) {
   datafile::OpenFile* file = file_for(false);
   if (!file) return false;
   if (datafile::read_record(*file->file, scratch_, id, member) != datafile::ReadResult::Ok) {
-    error_ = kErrorDamaged;
+    error_ = error_id::kDataFileDamaged;
     return false;
   }
-  if (id == kRecordRevision && !file->revision_read) {
+  if (id == record_id::kRevision && !file->revision_read) {
     file->revision_read = true;
     revision_load_ = member;
   }
@@ -220,25 +212,28 @@ Text clsLoadSave::tReadFileOneStringA() {
   datafile::OpenFile* file = file_for(false);
   if (file &&
       datafile::read_text_record(*file->file, scratch_, one_text_) != datafile::ReadResult::Ok) {
-    error_ = kErrorDamaged;
+    error_ = error_id::kDataFileDamaged;
   }
   return one_text_;
 }
 
 bool clsLoadSave::WriteFile_RevisionA() {
-  const Text revision = ModCharacter::tGetSetting(
-      *platform_, text(kIdApplication), text(kIdOptionsSection), text(kIdRevisionKey), {});
-  return write_record(kRecordRevision, revision);
+  const Text revision =
+      ModCharacter::tGetSetting(*platform_, text(text_id::kApplication),
+                                text(text_id::kOptionsSection), text(text_id::kRevisionKey), {});
+  return write_record(record_id::kRevision, revision);
 }
 
-bool clsLoadSave::WriteFile_TempStrA(TextView tAdd) { return write_record(kRecordTempText, tAdd); }
+bool clsLoadSave::WriteFile_TempStrA(TextView tAdd) {
+  return write_record(record_id::kProgram, tAdd);
+}
 
 bool clsLoadSave::WriteFile_100A(TextView tKey, const frame::Variant& vValue) {
   const Text value = vValue.to_text(symbols_);
   variable_key_ = tKey;
   variable_value_ = vValue;
-  const bool key_written = write_record(kRecordKey, tKey);
-  const bool value_written = write_record(kRecordValue, value);
+  const bool key_written = write_record(record_id::kName, tKey);
+  const bool value_written = write_record(record_id::kIndex, value);
   return key_written && value_written;
 }
 
@@ -262,11 +257,11 @@ bool clsLoadSave::bReadMsgError(int32_t& L, int32_t lMax) const {
 }
 
 int32_t clsLoadSave::lLoadSaveMode(TextView tMode) const {
-  for (const int32_t id : {kIdLoad, kIdInput, kIdDefault}) {
-    if (equal_text(tMode, text(id), Compare::Text)) return kErrorOpen;
+  for (const int32_t id : {text_id::kLoad, text_id::kInput, text_id::kDefault}) {
+    if (equal_text(tMode, text(id), Compare::Text)) return error_id::kDataFileNotOpened;
   }
-  for (const int32_t id : {kIdSave, kIdSaveAsNewVersion, kIdOutput}) {
-    if (equal_text(tMode, text(id), Compare::Text)) return kErrorSave;
+  for (const int32_t id : {text_id::kSave, text_id::kSaveAsNewVersion, text_id::kOutput}) {
+    if (equal_text(tMode, text(id), Compare::Text)) return error_id::kDataFileNotSaved;
   }
   return 0;
 }

@@ -86,6 +86,7 @@
 #include <string>
 #include <vector>
 
+#include "zelkora/datafile/form_file.h"
 #include "zelkora/datafile/form_state.h"
 #include "zelkora/frame/catalogue.h"
 #include "zelkora/frame/numbers.h"
@@ -311,11 +312,13 @@ class clsLoadSave {
   bool write_record(int32_t id, TextView member);
   bool write_encoded(datafile::OpenFile& file, bool encoded);
   bool read_into(int32_t& id, Text& member);
-  bool load_form(TextView tPro1, TextView tPro2, bool bRestrainComboBox,
-                 platform::ControlArray<platform::ComboBox>& CboB,
-                 platform::ControlArray<platform::CheckBox>* ChkB,
-                 platform::ControlArray<platform::OptionButton>* OptB, bool* bDisplayTuLi);
+  // The most records the rest of the open file can hold.
+  int64_t records_left() const;
   friend class datafile::FormRecords;
+  friend bool datafile::save_form_file(clsLoadSave&, TextView, TextView,
+                                       const std::function<bool()>&);
+  friend bool datafile::load_form_file(clsLoadSave&, TextView, TextView, TextView,
+                                       const std::function<bool()>&);
 
   std::shared_ptr<const platform::Platform> platform_;
   std::shared_ptr<platform::SuiteServices> suite_;

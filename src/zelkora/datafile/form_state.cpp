@@ -1,6 +1,7 @@
 // clsLoadSave: the writers and readers of the form state, and the load/save
 // driver of a form. The record patterns are in form_state.h.
 #include "zelkora/datafile/form_state.h"
+#include "zelkora/datafile/form_file.h"
 
 #include <algorithm>
 #include <array>
@@ -12,12 +13,14 @@
 
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_file.h"
+#include "zelkora/datafile/record_numbers.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
 
 namespace zelkora {
 
 namespace {
 
-namespace fr = datafile::form_record;
 using platform::CheckBox;
 using platform::ComboBox;
 using platform::ControlArray;
@@ -25,18 +28,8 @@ using platform::ListBox;
 using platform::ListView;
 using platform::OptionButton;
 
-constexpr int32_t kIdEof = 32031;
-constexpr int32_t kIdOutput = 35150;
-constexpr int32_t kIdInput = 35152;
-constexpr int32_t kIdDisplayTuLi = 37000;
-
-constexpr int32_t kErrorDamaged = 2001;
-constexpr int32_t kErrorLoad = 2002;
-constexpr int32_t kErrorSave = 2003;
-
 constexpr int32_t kInt32Min = std::numeric_limits<int32_t>::min();
 constexpr int32_t kInt32Max = std::numeric_limits<int32_t>::max();
-constexpr int64_t kRecordHeaderBytes = 6;
 
 // The names under which bLoadOrSaveData keeps a form's controls.
 constexpr TextView kComboBoxes = u"CboB";
@@ -107,7 +100,7 @@ class FormRecords {
   int32_t id() const { return id_; }
   const Text& member() const { return member_; }
   bool fail() {
-    ls_.error_ = kErrorDamaged;
+    ls_.error_ = error_id::kDataFileDamaged;
     return false;
   }
 
@@ -164,7 +157,7 @@ class FormRecords {
   bool bounds(std::span<int32_t> upper, std::size_t& elements) {
     int64_t total = 1;
     for (std::size_t d = 0; d < upper.size(); ++d) {
-      if (!integer(fr::kBound1 + static_cast<int32_t>(d), -1, kInt32Max - 1, upper[d])) {
+      if (!integer(record_id::kBound1 + static_cast<int32_t>(d), -1, kInt32Max - 1, upper[d])) {
         return false;
       }
       if (int64_t{upper[d]} + 1 > kMaxDimension) return fail();
@@ -184,19 +177,13 @@ class FormRecords {
     out.reserve(n);
     Text element;
     for (std::size_t i = 0; i < n; ++i) {
-      if (!text(fr::kElement, element)) return false;
+      if (!text(record_id::kElement, element)) return false;
       out.emplace_back(element);
     }
     return true;
   }
   // The most records the rest of the file can hold.
-  int64_t records_left() const {
-    const datafile::OpenFile* open = ls_.open_for(false);
-    if (!open) return 0;
-    const uint64_t size = open->file->size();
-    const uint64_t position = open->file->position();
-    return position >= size ? 0 : static_cast<int64_t>((size - position) / kRecordHeaderBytes);
-  }
+  int64_t records_left() const { return ls_.records_left(); }
 
  private:
   clsLoadSave& ls_;
@@ -241,37 +228,39 @@ struct ListViewGroup {
 };
 
 bool read_check(FormRecords& r, CheckGroup& g) {
-  return r.integer(fr::kIndex, kInt32Min, kInt32Max, g.index) &&
-         r.integer16(fr::kValue, 0, 2, g.value);
+  return r.integer(record_id::kIndex, kInt32Min, kInt32Max, g.index) &&
+         r.integer16(record_id::kValue, 0, 2, g.value);
 }
 
 bool read_option(FormRecords& r, OptionGroup& g) {
-  return r.integer(fr::kIndex, kInt32Min, kInt32Max, g.index) && r.boolean(fr::kValue, g.value);
+  return r.integer(record_id::kIndex, kInt32Min, kInt32Max, g.index) &&
+         r.boolean(record_id::kValue, g.value);
 }
 
 bool read_combo(FormRecords& r, ComboGroup& g) {
-  if (!r.integer(fr::kIndex, kInt32Min, kInt32Max, g.index) || !r.read()) return false;
-  if (r.id() == fr::kCount) {
+  if (!r.integer(record_id::kIndex, kInt32Min, kInt32Max, g.index) || !r.read()) return false;
+  if (r.id() == record_id::kCount) {
     int32_t n = 0;
     if (!r.to_integer(0, kInt32Max, n)) return false;
     if (n >= r.records_left()) return r.fail();  // the items and the text
     g.has_list = true;
     if (!r.elements(static_cast<std::size_t>(n), g.list) || !r.read()) return false;
   }
-  if (r.id() != fr::kValue) return r.fail();
+  if (r.id() != record_id::kValue) return r.fail();
   g.text = r.member();
   return true;
 }
 
 bool read_list_box(FormRecords& r, ListBoxGroup& g) {
   int32_t n = 0;
-  if (!r.integer(fr::kIndex, kInt32Min, kInt32Max, g.index) || !r.count(fr::kCount, 1, n)) {
+  if (!r.integer(record_id::kIndex, kInt32Min, kInt32Max, g.index) ||
+      !r.count(record_id::kCount, 1, n)) {
     return false;
   }
   g.selected.reserve(static_cast<std::size_t>(n));
   for (int32_t i = 0; i < n; ++i) {
     bool selected = false;
-    if (!r.boolean(fr::kValue, selected)) return false;
+    if (!r.boolean(record_id::kValue, selected)) return false;
     g.selected.push_back(selected);
   }
   return true;
@@ -279,19 +268,19 @@ bool read_list_box(FormRecords& r, ListBoxGroup& g) {
 
 bool read_list_view(FormRecords& r, ListViewGroup& g) {
   int32_t items = 0;
-  if (!r.integer(fr::kIndex, kInt32Min, kInt32Max, g.index) ||
-      !r.integer(fr::kCount, 0, kInt32Max, g.columns) ||
-      !r.count(fr::kItemCount, std::max(g.columns, 1), items)) {
+  if (!r.integer(record_id::kIndex, kInt32Min, kInt32Max, g.index) ||
+      !r.integer(record_id::kCount, 0, kInt32Max, g.columns) ||
+      !r.count(record_id::kItemCount, std::max(g.columns, 1), items)) {
     return false;
   }
   g.texts.reserve(static_cast<std::size_t>(items) *
                   static_cast<std::size_t>(std::max(g.columns, 1)));
   Text text;
   for (int32_t item = 0; item < items; ++item) {
-    if (!r.text(fr::kElement, text)) return false;
+    if (!r.text(record_id::kElement, text)) return false;
     g.texts.push_back(text);
     for (int32_t sub = 1; sub < g.columns; ++sub) {
-      if (!r.text(fr::kSubItem, text)) return false;
+      if (!r.text(record_id::kSubItem, text)) return false;
       g.texts.push_back(text);
     }
   }
@@ -396,14 +385,14 @@ template <class T>
 bool write_array(FormRecords& w, TextView tName, std::initializer_list<int32_t> upper,
                  const std::vector<T>& values) {
   const std::size_t n = checked_count(upper, values);
-  bool ok = w.write(fr::kArray, tName);
-  int32_t bound_id = fr::kBound1;
+  bool ok = w.write(record_id::kName, tName);
+  int32_t bound_id = record_id::kBound1;
   for (const int32_t u : upper) ok &= w.write_number(bound_id++, u);
   for (std::size_t i = 0; i < n; ++i) {
     if constexpr (std::is_same_v<T, frame::Variant>) {
-      ok &= w.write_variant(fr::kElement, values[i]);
+      ok &= w.write_variant(record_id::kElement, values[i]);
     } else {
-      ok &= w.write(fr::kElement, values[i]);
+      ok &= w.write(record_id::kElement, values[i]);
     }
   }
   return ok;
@@ -417,9 +406,9 @@ bool clsLoadSave::WriteFile_Check_BsA(const ControlArray<CheckBox>& ChkB, TextVi
   FormRecords w(*this, nullptr);
   bool ok = true;
   for_each_element(ChkB, [&](int32_t index, const CheckBox& box) {
-    ok &= w.write(fr::kCheckBox, tName);
-    ok &= w.write_number(fr::kIndex, index);
-    ok &= w.write_number(fr::kValue, box.Value());
+    ok &= w.write(record_id::kCheckBox, tName);
+    ok &= w.write_number(record_id::kIndex, index);
+    ok &= w.write_number(record_id::kValue, box.Value());
   });
   return ok;
 }
@@ -428,9 +417,9 @@ bool clsLoadSave::WriteFile_Option_BsA(const ControlArray<OptionButton>& OptB, T
   FormRecords w(*this, nullptr);
   bool ok = true;
   for_each_element(OptB, [&](int32_t index, const OptionButton& button) {
-    ok &= w.write(fr::kOptionButton, tName);
-    ok &= w.write_number(fr::kIndex, index);
-    ok &= w.write_bool(fr::kValue, button.Value());
+    ok &= w.write(record_id::kOptionButton, tName);
+    ok &= w.write_number(record_id::kIndex, index);
+    ok &= w.write_bool(record_id::kValue, button.Value());
   });
   return ok;
 }
@@ -438,14 +427,14 @@ bool clsLoadSave::WriteFile_Option_BsA(const ControlArray<OptionButton>& OptB, T
 bool clsLoadSave::WriteFile_ComboBox(int32_t Index, const ComboBox& Cbo, bool bAutoWriteList,
                                      TextView tName) {
   FormRecords w(*this, nullptr);
-  bool ok = w.write(fr::kComboBox, tName);
-  ok &= w.write_number(fr::kIndex, Index);
+  bool ok = w.write(record_id::kComboBox, tName);
+  ok &= w.write_number(record_id::kIndex, Index);
   if (bAutoWriteList) {
     const int32_t n = Cbo.ListCount();
-    ok &= w.write_number(fr::kCount, n);
-    for (int32_t i = 0; i < n; ++i) ok &= w.write(fr::kElement, Cbo.List(i));
+    ok &= w.write_number(record_id::kCount, n);
+    for (int32_t i = 0; i < n; ++i) ok &= w.write(record_id::kElement, Cbo.List(i));
   }
-  return w.write(fr::kValue, Cbo.Text()) && ok;
+  return w.write(record_id::kValue, Cbo.Text()) && ok;
 }
 
 bool clsLoadSave::WriteFile_ComboBox_BsA(const ControlArray<ComboBox>& CboB, bool bAutoWriteList,
@@ -463,10 +452,10 @@ bool clsLoadSave::WriteFile_ListBox_BsA(const ControlArray<ListBox>& lstB, TextV
   bool ok = true;
   for_each_element(lstB, [&](int32_t index, const ListBox& box) {
     const int32_t n = box.ListCount();
-    ok &= w.write(fr::kListBox, tName);
-    ok &= w.write_number(fr::kIndex, index);
-    ok &= w.write_number(fr::kCount, n);
-    for (int32_t i = 0; i < n; ++i) ok &= w.write_bool(fr::kValue, box.Selected(i));
+    ok &= w.write(record_id::kListBox, tName);
+    ok &= w.write_number(record_id::kIndex, index);
+    ok &= w.write_number(record_id::kCount, n);
+    for (int32_t i = 0; i < n; ++i) ok &= w.write_bool(record_id::kValue, box.Selected(i));
   });
   return ok;
 }
@@ -474,24 +463,24 @@ bool clsLoadSave::WriteFile_ListBox_BsA(const ControlArray<ListBox>& lstB, TextV
 bool clsLoadSave::WriteFile_Toolbar_EditA(int32_t Index, const platform::Toolbar& ToolbarEdit,
                                           TextView tName) {
   FormRecords w(*this, nullptr);
-  bool ok = w.write(fr::kToolbar, tName);
-  ok &= w.write_number(fr::kIndex, Index);
-  ok &= w.write(fr::kToolbarMark, u"1");
-  return w.write_number(fr::kToolbarValue, ToolbarEdit.ButtonValue(Index)) && ok;
+  bool ok = w.write(record_id::kToolbar, tName);
+  ok &= w.write_number(record_id::kIndex, Index);
+  ok &= w.write(record_id::kToolbarMark, u"1");
+  return w.write_number(record_id::kToolbarValue, ToolbarEdit.ButtonValue(Index)) && ok;
 }
 
 bool clsLoadSave::WriteFile_ListViewA(int32_t Index, const ListView& lstView, TextView tName) {
   FormRecords w(*this, nullptr);
   const int32_t columns = std::max(lstView.ColumnHeadersCount(), 0);
   const int32_t items = lstView.ListItemsCount();
-  bool ok = w.write(fr::kListView, tName);
-  ok &= w.write_number(fr::kIndex, Index);
-  ok &= w.write_number(fr::kCount, columns);
-  ok &= w.write_number(fr::kItemCount, items);
+  bool ok = w.write(record_id::kListView, tName);
+  ok &= w.write_number(record_id::kIndex, Index);
+  ok &= w.write_number(record_id::kCount, columns);
+  ok &= w.write_number(record_id::kItemCount, items);
   for (int32_t item = 1; item <= items; ++item) {
-    ok &= w.write(fr::kElement, lstView.ItemText(item));
+    ok &= w.write(record_id::kElement, lstView.ItemText(item));
     for (int32_t sub = 1; sub < columns; ++sub) {
-      ok &= w.write(fr::kSubItem, lstView.SubItem(item, sub));
+      ok &= w.write(record_id::kSubItem, lstView.SubItem(item, sub));
     }
   }
   return ok;
@@ -499,12 +488,12 @@ bool clsLoadSave::WriteFile_ListViewA(int32_t Index, const ListView& lstView, Te
 
 bool clsLoadSave::WriteFile_rColForceA(int32_t Index, const rColForce& force, TextView tName) {
   FormRecords w(*this, nullptr);
-  bool ok = w.write(fr::kColForce, tName);
-  ok &= w.write_number(fr::kIndex, Index);
-  ok &= w.write_bool(fr::kColForceFirst, force.bCal);
-  ok &= w.write_number(fr::kColForceFirst + 1, force.iLoadCase);
+  bool ok = w.write(record_id::kColForce, tName);
+  ok &= w.write_number(record_id::kIndex, Index);
+  ok &= w.write_bool(record_id::kColForceFirst, force.bCal);
+  ok &= w.write_number(record_id::kColForceFirst + 1, force.iLoadCase);
   const double fields[] = {force.N, force.Mx, force.My, force.Vx, force.Vy, force.T};
-  int32_t id = fr::kColForceFirst + 2;
+  int32_t id = record_id::kColForceFirst + 2;
   for (const double field : fields) ok &= w.write_number(id++, field);
   return ok;
 }
@@ -577,8 +566,8 @@ bool clsLoadSave::ReadFile_Toolbar_EditA(platform::Toolbar& ToolbarEdit, UseBinR
   FormRecords r(*this, &uDR);
   int32_t index = 0;
   int16_t value = 0;
-  if (!r.integer(fr::kIndex, kInt32Min, kInt32Max, index) || !r.expect(fr::kToolbarMark) ||
-      !r.integer16(fr::kToolbarValue, 0, 1, value)) {
+  if (!r.integer(record_id::kIndex, kInt32Min, kInt32Max, index) ||
+      !r.expect(record_id::kToolbarMark) || !r.integer16(record_id::kToolbarValue, 0, 1, value)) {
     return false;
   }
   ToolbarEdit.ButtonValue(index, value);
@@ -595,12 +584,12 @@ bool clsLoadSave::ReadFile_rColForceA(std::vector<rColForce>& forces, UseBinReco
   int32_t index = 0;
   rColForce f;
   double* fields[] = {&f.N, &f.Mx, &f.My, &f.Vx, &f.Vy, &f.T};
-  if (!r.integer(fr::kIndex, kInt32Min, kInt32Max, index) ||
-      !r.boolean(fr::kColForceFirst, f.bCal) ||
-      !r.integer16(fr::kColForceFirst + 1, -32768, 32767, f.iLoadCase)) {
+  if (!r.integer(record_id::kIndex, kInt32Min, kInt32Max, index) ||
+      !r.boolean(record_id::kColForceFirst, f.bCal) ||
+      !r.integer16(record_id::kColForceFirst + 1, -32768, 32767, f.iLoadCase)) {
     return false;
   }
-  int32_t id = fr::kColForceFirst + 2;
+  int32_t id = record_id::kColForceFirst + 2;
   for (double* field : fields) {
     if (!r.number(id++, *field)) return false;
   }
@@ -647,22 +636,22 @@ bool clsLoadSave::ReadFile_Array_Str_3W(Array3<Text>& tArray) {
 
 bool clsLoadSave::ReadFile_TextA(Text& tText, UseBinRecord& uDR) {
   FormRecords r(*this, &uDR);
-  return r.text(fr::kIndex, tText);
+  return r.text(record_id::kIndex, tText);
 }
 
 bool clsLoadSave::ReadFile_TextW(Text& tText) {
   FormRecords r(*this, nullptr);
-  return r.text(fr::kIndex, tText);
+  return r.text(record_id::kIndex, tText);
 }
 
 bool clsLoadSave::ReadFile_IntegerW(int16_t& iValue) {
   FormRecords r(*this, nullptr);
-  return r.integer16(fr::kIndex, -32768, 32767, iValue);
+  return r.integer16(record_id::kIndex, -32768, 32767, iValue);
 }
 
 bool clsLoadSave::ReadFile_BooleanW(bool& bValue) {
   FormRecords r(*this, nullptr);
-  return r.boolean(fr::kIndex, bValue);
+  return r.boolean(record_id::kIndex, bValue);
 }
 
 // ---- The held combo-box texts --------------------------------------------------
@@ -682,103 +671,93 @@ void clsLoadSave::Let_ComboBox_TextA() const {
 
 // ---- Loading and saving a form -------------------------------------------------
 
-bool clsLoadSave::bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextView tPro1,
-                                  TextView tPro2, bool bRestrainComboBox,
-                                  ControlArray<ComboBox>& CboB, ControlArray<CheckBox>* ChkB,
-                                  ControlArray<OptionButton>* OptB, bool* bDisplayTuLi) {
-  const int32_t mode = lLoadSaveMode(tMode);
-  if (mode == kErrorSave) {
-    bool ok = OpenFileA(tDataSaveName, text(kIdOutput));
-    if (ok) {
-      ok = WriteFile_RevisionA();
-      if (!tPro1.empty()) ok &= WriteFile_TempStrA(tPro1);
-      if (bDisplayTuLi != nullptr) ok &= WriteFile_100_StrA(text(kIdDisplayTuLi), *bDisplayTuLi);
-      ok &= WriteFile_ComboBox_BsA(CboB, false, kComboBoxes);
-      if (ChkB) ok &= WriteFile_Check_BsA(*ChkB, kCheckBoxes);
-      if (OptB) ok &= WriteFile_Option_BsA(*OptB, kOptionButtons);
-      ok = WriteFileEofAndCloseFileA() && ok;
-    }
-    if (!ok) error_ = kErrorSave;
-    return ok;
-  }
-  if (mode == kErrorLoad) {
-    bool ok = OpenFileA(tDataSaveName, text(kIdInput));
-    if (ok) {
-      ok = load_form(tPro1, tPro2, bRestrainComboBox, CboB, ChkB, OptB, bDisplayTuLi);
-      CloseFileA();
-    }
-    if (!ok) error_ = kErrorLoad;
-    return ok;
-  }
-  return false;
-}
+namespace {
 
-bool clsLoadSave::load_form(TextView tPro1, TextView tPro2, bool bRestrainComboBox,
-                            ControlArray<ComboBox>& CboB, ControlArray<CheckBox>* ChkB,
-                            ControlArray<OptionButton>* OptB, bool* bDisplayTuLi) {
-  FormRecords r(*this, nullptr);
-  const int32_t limit =
-      static_cast<int32_t>(std::min<int64_t>(r.records_left(), kInt32Max - 1)) + 1;
-  // The revision, then the program's identifier.
-  if (!r.read() || r.id() != 0) return r.fail();
-  if (!tPro1.empty()) {
-    if (!r.read()) return false;
-    const bool ours = r.member() == tPro1 || (!tPro2.empty() && r.member() == tPro2);
-    if (r.id() != fr::kProgram || !ours) return r.fail();
-  }
-
-  const Text eof = text(kIdEof);
-  const Text flag_name = text(kIdDisplayTuLi);
+// A form's groups as read from its file, applied only once the whole file is.
+struct FormGroups {
   std::optional<bool> flag;
   std::vector<ComboGroup> combos;
   std::vector<CheckGroup> checks;
   std::vector<OptionGroup> options;
-  int32_t count = 0;
-  for (;;) {
-    if (!r.read()) return false;
-    if (bReadMsgError(count, limit)) return r.fail();
-    const int32_t id = r.id();
-    if (id == 0 && r.member() == eof) break;
-    bool ok = true;
-    if (id == fr::kArray && bDisplayTuLi != nullptr && r.member() == flag_name) {
-      bool value = false;
-      ok = r.boolean(fr::kIndex, value);
-      flag = value;
-    } else if (id == fr::kComboBox && r.member() == kComboBoxes) {
-      ok = read_combo(r, combos.emplace_back());
-    } else if (id == fr::kCheckBox && ChkB && r.member() == kCheckBoxes) {
-      ok = read_check(r, checks.emplace_back());
-    } else if (id == fr::kOptionButton && OptB && r.member() == kOptionButtons) {
-      ok = read_option(r, options.emplace_back());
-    }
-    if (!ok) return false;
-  }
+};
 
-  // The whole file has been read: now the form changes.
-  if (flag) *bDisplayTuLi = *flag;
-  for (const CheckGroup& g : checks) {
+// Applies what was read to the form. With `restrain` the combo boxes stay as
+// they are and the texts they would take are returned instead.
+std::optional<std::vector<Text>> apply_form(const FormGroups& read, bool restrain,
+                                            ControlArray<ComboBox>& CboB,
+                                            ControlArray<CheckBox>* ChkB,
+                                            ControlArray<OptionButton>* OptB, bool* bDisplayTuLi) {
+  if (read.flag) *bDisplayTuLi = *read.flag;
+  for (const CheckGroup& g : read.checks) {
     if (CheckBox* box = ChkB->Item(g.index)) box->Value(g.value);
   }
-  for (const OptionGroup& g : options) {
+  for (const OptionGroup& g : read.options) {
     if (OptionButton* button = OptB->Item(g.index)) button->Value(g.value);
   }
-  if (!bRestrainComboBox) {
-    for (const ComboGroup& g : combos) {
+  if (!restrain) {
+    for (const ComboGroup& g : read.combos) {
       if (ComboBox* box = CboB.Item(g.index)) apply_combo(*box, g);
     }
-    return true;
+    return std::nullopt;
   }
   std::vector<Text> texts(static_cast<std::size_t>(CboB.UBound() + 1));
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (const ComboBox* box = CboB.Item(static_cast<int32_t>(i))) texts[i] = box->Text();
   }
-  for (const ComboGroup& g : combos) {
+  for (const ComboGroup& g : read.combos) {
     if (g.index >= 0 && static_cast<std::size_t>(g.index) < texts.size()) {
       texts[static_cast<std::size_t>(g.index)] = g.text;
     }
   }
-  val_text_ = std::move(texts);
-  held_combos_ = &CboB;
+  return texts;
+}
+
+}  // namespace
+
+bool clsLoadSave::bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextView tPro1,
+                                  TextView tPro2, bool bRestrainComboBox,
+                                  ControlArray<ComboBox>& CboB, ControlArray<CheckBox>* ChkB,
+                                  ControlArray<OptionButton>* OptB, bool* bDisplayTuLi) {
+  const int32_t mode = lLoadSaveMode(tMode);
+  const Text flag_name = text(text_id::kDisplayTuLiName);
+  if (mode == error_id::kDataFileNotSaved) {
+    return datafile::save_form_file(*this, tDataSaveName, tPro1, [&] {
+      bool ok = true;
+      if (bDisplayTuLi != nullptr) ok = WriteFile_100_StrA(flag_name, *bDisplayTuLi);
+      ok = WriteFile_ComboBox_BsA(CboB, false, kComboBoxes) && ok;
+      if (ChkB) ok = WriteFile_Check_BsA(*ChkB, kCheckBoxes) && ok;
+      if (OptB) ok = WriteFile_Option_BsA(*OptB, kOptionButtons) && ok;
+      return ok;
+    });
+  }
+  if (mode != error_id::kDataFileNotOpened) return false;
+
+  FormGroups read;
+  FormRecords r(*this, nullptr);
+  const bool loaded = datafile::load_form_file(*this, tDataSaveName, tPro1, tPro2, [&] {
+    const int32_t id = r.id();
+    if (id == record_id::kName && bDisplayTuLi != nullptr && r.member() == flag_name) {
+      bool value = false;
+      if (!r.boolean(record_id::kIndex, value)) return false;
+      read.flag = value;
+      return true;
+    }
+    if (id == record_id::kComboBox && r.member() == kComboBoxes) {
+      return read_combo(r, read.combos.emplace_back());
+    }
+    if (id == record_id::kCheckBox && ChkB && r.member() == kCheckBoxes) {
+      return read_check(r, read.checks.emplace_back());
+    }
+    if (id == record_id::kOptionButton && OptB && r.member() == kOptionButtons) {
+      return read_option(r, read.options.emplace_back());
+    }
+    return true;
+  });
+  if (!loaded) return false;
+  if (auto held = apply_form(read, bRestrainComboBox, CboB, ChkB, OptB, bDisplayTuLi)) {
+    val_text_ = std::move(*held);
+    held_combos_ = &CboB;
+  }
   return true;
 }
 

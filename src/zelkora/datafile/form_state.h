@@ -161,31 +161,6 @@ struct Array3 {
 
 namespace datafile {
 
-// The record numbers of the form state (see the table above).
-namespace form_record {
-inline constexpr int32_t kArray = 100;    // also the key record of WriteFile_100A
-inline constexpr int32_t kProgram = 198;  // bLoadOrSaveData: the program's file identifier
-inline constexpr int32_t kCheckBox = 202;
-inline constexpr int32_t kComboBox = 204;
-inline constexpr int32_t kOptionButton = 207;
-inline constexpr int32_t kListBox = 209;
-inline constexpr int32_t kToolbar = 220;
-inline constexpr int32_t kListView = 225;
-inline constexpr int32_t kColForce = 453;
-inline constexpr int32_t kBound1 = 1001;
-inline constexpr int32_t kBound2 = 1002;
-inline constexpr int32_t kBound3 = 1003;
-inline constexpr int32_t kIndex = 2000;      // also the value record of WriteFile_100A
-inline constexpr int32_t kCount = 2001;      // list count; list view columns
-inline constexpr int32_t kItemCount = 2002;  // list view items
-inline constexpr int32_t kValue = 2005;
-inline constexpr int32_t kColForceFirst = 4001;  // to 4008
-inline constexpr int32_t kElement = 10000;       // array element, list item, list view item
-inline constexpr int32_t kSubItem = 10001;
-inline constexpr int32_t kToolbarMark = 20000;
-inline constexpr int32_t kToolbarValue = 200005;
-}  // namespace form_record
-
 // The most elements a reader accepts in one dimension of an array (whatever
 // the file holds, the elements of all dimensions together must also fit in
 // the records it has left).

@@ -29,6 +29,8 @@ namespace zelkora::datafile {
 
 // The most bytes a member may take in code page 936 (the 2-byte length).
 inline constexpr std::size_t kMaxMemberBytes = 65535;
+// The bytes of a record before its member: the ID and the length.
+inline constexpr int64_t kRecordHeaderBytes = 6;
 
 // ---- Writing ---------------------------------------------------------------
 

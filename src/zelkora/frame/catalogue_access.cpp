@@ -2,6 +2,7 @@
 // placeholders "%%1%", "%%2%" and "%%3%".
 #include <string>
 
+#include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/frame/mod_character.h"
 #include "zelkora/platform/fault.h"
@@ -15,7 +16,6 @@ constexpr TextView kPlaceholder2 = u"%%2%";
 constexpr TextView kPlaceholder3 = u"%%3%";
 
 // The value lists built from the INI files named in the user settings.
-constexpr int32_t kIdSettingsSection = 104;
 constexpr TextView kLegendListSetting = u"TuLiIniFile";
 constexpr TextView kSchemeListSetting = u"BanPjFaIniFile";
 constexpr TextView kListSection = u"List";
@@ -68,7 +68,7 @@ bool clsCharacter::bTextEqResString(TextView text, int32_t lRes, Compare compare
 
 std::vector<Text> clsCharacter::ComboBoxList(int32_t lList) const {
   if (lList == 0 || lList == 100 || lList == 200) {
-    const Text section(catalogue_->find(kIdSettingsSection).value_or(TextView()));
+    const Text section(catalogue_->find(text_id::kSettingsSection).value_or(TextView()));
     const TextView key = lList == 200 ? kSchemeListSetting : kLegendListSetting;
     const Text file = ModCharacter::tGetSetting(*platform_, application_, section, key, u"");
     std::vector<Text> items;
@@ -81,9 +81,8 @@ std::vector<Text> clsCharacter::ComboBoxList(int32_t lList) const {
     }
     return items;
   }
-  constexpr int32_t kListBase = 40000;
   int32_t id = 0;
-  if (__builtin_add_overflow(lList, kListBase, &id)) return {};
+  if (__builtin_add_overflow(lList, text_id::kListBase, &id)) return {};
   return split_text(tString(id), u"|");
 }
 

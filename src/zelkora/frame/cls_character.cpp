@@ -1,6 +1,7 @@
 // clsCharacter: start and end, the symbol table, the accumulator and the
 // other shared state.
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/frame/catalogue_ids.h"
 
 #include "zelkora/frame/locale_symbols.h"
 #include "zelkora/frame/mod_character.h"
@@ -8,10 +9,6 @@
 namespace zelkora {
 
 namespace {
-
-constexpr int32_t kIdApplication = 100;
-constexpr int32_t kIdOptionsSection = 101;
-constexpr int32_t kIdComboKeySuffix = 102;
 
 // The settings read at start, in the order they are read: key number, entry
 // and the catalogue id of the default.
@@ -50,9 +47,9 @@ void clsCharacter::start() {
 
   // While the settings are read, entries 13 and 14 name the section and the
   // key suffix.
-  application_ = text_of(kIdApplication);
-  symbols_[kSquaredMarkup] = text_of(kIdOptionsSection);
-  symbols_[kCubedMarkup] = text_of(kIdComboKeySuffix);
+  application_ = text_of(text_id::kApplication);
+  symbols_[kSquaredMarkup] = text_of(text_id::kOptionsSection);
+  symbols_[kCubedMarkup] = text_of(text_id::kComboKeySuffix);
   const Text section = symbols_[kSquaredMarkup];
   const Text suffix = symbols_[kCubedMarkup];
   for (const SymbolSetting& s : kSymbolSettings) {
@@ -116,23 +113,39 @@ void clsCharacter::tFyLine2_RF(TextView text) {
 
 Text clsCharacter::tValue(int32_t index) const {
   switch (index) {
-    case 1: return symbols_[7];
-    case 14: return symbols_[11];
+    case 1:
+      return symbols_[7];
+    case 14:
+      return symbols_[11];
     // Entries 8 to 10 are read only inside the library; the value behind
     // 18121 is not settled and reads as empty text.
-    default: return {};
+    default:
+      return {};
   }
 }
 
 void clsCharacter::tValue(int32_t index, TextView text) {
   switch (index) {
-    case 1: symbols_[7] = text; break;
-    case 6: symbols_[8] = text; break;
-    case 7: symbols_[9] = text; break;
-    case 9: symbols_[10] = text; break;
-    case 14: symbols_[11] = text; break;
-    case 18121: symbols_[12] = text; break;
-    default: break;
+    case 1:
+      symbols_[7] = text;
+      break;
+    case 6:
+      symbols_[8] = text;
+      break;
+    case 7:
+      symbols_[9] = text;
+      break;
+    case 9:
+      symbols_[10] = text;
+      break;
+    case 14:
+      symbols_[11] = text;
+      break;
+    case 18121:
+      symbols_[12] = text;
+      break;
+    default:
+      break;
   }
 }
 

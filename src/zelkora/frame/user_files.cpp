@@ -1,14 +1,10 @@
 // clsCharacter: reading the suite's INI files and asking the user.
+#include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/cls_character.h"
 
 namespace zelkora {
 
-namespace {
-
-constexpr int32_t kLoadDefaultsQuestion = 32032;
-constexpr int32_t kLoadDefaultsTitle = 32033;
-
-}  // namespace
+namespace {}  // namespace
 
 Text clsCharacter::ReadOneString(TextView Section, TextView Key, TextView tIniFile,
                                  TextView tDefault) const {
@@ -17,7 +13,8 @@ Text clsCharacter::ReadOneString(TextView Section, TextView Key, TextView tIniFi
 
 int32_t clsCharacter::vbLoadDefaultData(bool bMsg) const {
   if (!bMsg) return platform::MessageBox::kYes;
-  return platform_->messages->question(tString(kLoadDefaultsQuestion), tString(kLoadDefaultsTitle));
+  return platform_->messages->question(tString(text_id::kLoadDefaultsQuestion),
+                                       tString(text_id::kLoadDefaultsTitle));
 }
 
 }  // namespace zelkora

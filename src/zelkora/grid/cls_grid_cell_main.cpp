@@ -1,4 +1,5 @@
 #include "zelkora/grid/cls_grid_cell_main.h"
+#include "zelkora/frame/catalogue_ids.h"
 
 #include <string>
 
@@ -9,7 +10,6 @@ namespace zelkora {
 
 namespace {
 
-constexpr int32_t kOthersSectionId = 20012;  // "Others"
 constexpr int kMostSections = 99;
 constexpr int kMostKeys = 99;
 // The caption column of the menu, in the units of the grid's widths.
@@ -68,7 +68,7 @@ void clsGridCellMain::read_menu() {
     read_entries(section);
   }
   // [Others] is added even when its caption is empty.
-  const Text others = character_->tResStr(kOthersSectionId);
+  const Text others = character_->tResStr(text_id::kOthersSection);
   const Text caption = read(others, 0);
   if (bAddMenuLine(caption, kGroupLine)) {
     lines_.push_back(MenuLine{caption, kGroupLine, false, caption, {}, caption});

@@ -1,4 +1,5 @@
 #include "zelkora/grid/grid_appearance.h"
+#include "zelkora/frame/catalogue_ids.h"
 
 #include <cmath>
 
@@ -8,9 +9,6 @@ namespace zelkora::grid {
 
 namespace {
 
-constexpr int32_t kOptionsSectionId = 101;
-constexpr int32_t kComboOptionId = 102;  // "cboOpt"
-constexpr int32_t kDefaultRowHeightId = 36111;
 constexpr int32_t kFallbackRowHeight = 19;
 
 constexpr int32_t kPictureColWidth = 17;
@@ -26,15 +24,17 @@ std::optional<int32_t> whole_number(TextView text, const frame::NumberSymbols& s
 
 int32_t saved_row_height(const clsCharacter& chr) {
   const frame::NumberSymbols symbols = chr.number_symbols();
-  const Text key = chr.tString(kComboOptionId) + u"11";
+  const Text key = chr.tString(text_id::kComboKeySuffix) + u"11";
   const std::optional<Text> saved =
-      chr.platform().settings ? chr.platform().settings->get(chr.settings_application(),
-                                                             chr.tString(kOptionsSectionId), key)
-                              : std::nullopt;
+      chr.platform().settings
+          ? chr.platform().settings->get(chr.settings_application(),
+                                         chr.tString(text_id::kOptionsSection), key)
+          : std::nullopt;
   if (saved) {
     if (auto height = whole_number(*saved, symbols)) return *height;
   }
-  return whole_number(chr.tString(kDefaultRowHeightId), symbols).value_or(kFallbackRowHeight);
+  return whole_number(chr.tString(text_id::kDefaultRowHeight), symbols)
+      .value_or(kFallbackRowHeight);
 }
 
 void prepare_grid(platform::GridControl& grid, int32_t rows, int32_t row_height,

@@ -3,6 +3,7 @@
 // and the default values.
 #include <string>
 
+#include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/group_value.h"
@@ -14,7 +15,6 @@ namespace {
 constexpr int16_t kSpaceKey = 32;
 constexpr int16_t kEnterKey = 13;
 // "The value has more parts than the group has members."
-constexpr int32_t kErrorGroupParts = 200;
 
 }  // namespace
 
@@ -60,7 +60,7 @@ bool clsGridCell::apply_group_rule(int32_t row) {
     if (parts.size() > members) {
       clsErrChr& err = *errors_;
       err.bMessageIgnore(false);
-      err.lError_ID(kErrorGroupParts);
+      err.lError_ID(error_id::kPartCount);
       err.tCaption1(character_->tString(caption_of(row)));
       err.TextValue1(items_.current[i]);
       err.GenMsgErrorX();

@@ -132,7 +132,7 @@ Text load_layout_text(TextView name, const platform::ResourceSources& sources) {
 }
 
 std::optional<int32_t> layout_name_id(TextView name, const frame::Catalogue& catalogue) {
-  for (int32_t id = kFirstLayoutNameId; id <= kLastLayoutNameId; ++id) {
+  for (int32_t id = text_id::kFirstLayoutName; id <= text_id::kLastLayoutName; ++id) {
     const std::optional<TextView> text = catalogue.find(id);
     if (text && equal_text(*text, name, Compare::Text)) return id;
   }

@@ -50,6 +50,7 @@
 #include <vector>
 
 #include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/numbers.h"
 #include "zelkora/platform/resources.h"
 #include "zelkora/platform/text.h"
@@ -67,8 +68,6 @@ inline constexpr int32_t kKindGroup = 110;
 inline constexpr int32_t kKindMember = 1100;
 
 // The catalogue ids of the layout names.
-inline constexpr int32_t kFirstLayoutNameId = 63700;
-inline constexpr int32_t kLastLayoutNameId = 63752;
 
 // The most items a form may declare for its own rows (LetGridCellText), so
 // that a wrong count cannot allocate without bound.

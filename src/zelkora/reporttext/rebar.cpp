@@ -75,33 +75,33 @@ BarReading read_bar_text(TextView text, std::span<const Text> separators,
 
   if (p == kNotFound) {
     if (!frame::is_numeric(t, symbols)) {
-      r.error = kBarNotNumber;
+      r.error = error_id::kBarNotNumber;
       return r;
     }
     const std::optional<double> d = leading_value(t);
     if (!d) {
-      r.error = kBarNotNumber;
+      r.error = error_id::kBarNotNumber;
       return r;
     }
     r.diameter = *d;
     r.count = 1;
-    if (*d <= 0) r.error = kBarNotPositive;
+    if (*d <= 0) r.error = error_id::kBarNotPositive;
     return r;
   }
 
   const TextView diameter_text = t.substr(p + length);
   if (!frame::is_numeric(diameter_text, symbols)) {
-    r.error = kBarDiameterNotNumber;
+    r.error = error_id::kBarDiameterNotNumber;
     return r;
   }
   const std::optional<double> d = leading_value(diameter_text);
   if (!d) {
-    r.error = kBarDiameterNotNumber;
+    r.error = error_id::kBarDiameterNotNumber;
     return r;
   }
   r.diameter = *d;
   if (*d <= 0) {
-    r.error = kBarDiameterNotPositive;
+    r.error = error_id::kBarDiameterNotPositive;
     return r;
   }
   if (p == 0) {
@@ -111,11 +111,11 @@ BarReading read_bar_text(TextView text, std::span<const Text> separators,
   const std::optional<double> count = frame::parse_number(t.substr(0, p), symbols);
   const std::optional<int32_t> n = count ? rounded<int32_t>(*count) : std::nullopt;
   if (!n) {
-    r.error = kBarCountNotNumber;
+    r.error = error_id::kBarCountNotNumber;
     return r;
   }
   r.count = *n;
-  if (*n < 1) r.error = kBarCountBelowOne;
+  if (*n < 1) r.error = error_id::kBarCountBelowOne;
   return r;
 }
 
@@ -377,7 +377,7 @@ TextView catalogue_or_empty(const clsCharacter& chr, int32_t id) {
 
 void clsCharacter::GjTextTurnW(TextView tText, int32_t& lN, double& dD, int32_t& lErr) const {
   const reporttext::BarSeparators separators = reporttext::bar_separators(
-      tPubF1(), tPubF2(), tPubF3(), tPubF4(), catalogue_or_empty(*this, reporttext::kIdBarDash));
+      tPubF1(), tPubF2(), tPubF3(), tPubF4(), catalogue_or_empty(*this, text_id::kBarDash));
   const reporttext::BarReading r = reporttext::read_bar_text(tText, separators, number_symbols());
   if (r.diameter) dD = *r.diameter;
   if (r.count) lN = *r.count;
@@ -517,35 +517,34 @@ double clsCharacter::dChangeGanJinD(const Variant& D, int16_t lChange) const {
 }
 
 int16_t clsCharacter::iGJListW(Text& tGjBh, TextView tFirst) const {
-  return reporttext::bar_list_number(tGjBh, tFirst,
-                                     catalogue_or_empty(*this, reporttext::kIdAutomatic));
+  return reporttext::bar_list_number(tGjBh, tFirst, catalogue_or_empty(*this, text_id::kAutomatic));
 }
 
 int16_t clsCharacter::iGJList(const Variant& tGjBh) const {
   Text label = tGjBh.to_text(number_symbols());
-  return iGJListW(label, catalogue_or_empty(*this, reporttext::kIdAutomatic));
+  return iGJListW(label, catalogue_or_empty(*this, text_id::kAutomatic));
 }
 
 bool clsCharacter::bAutoText(TextView tText) const {
-  return bTextEqResString(tText, reporttext::kIdAutomatic, Compare::Text);
+  return bTextEqResString(tText, text_id::kAutomatic, Compare::Text);
 }
 
 bool clsCharacter::bYesText(TextView tText) const {
-  return bTextEqResString(tText, reporttext::kIdYes, Compare::Text);
+  return bTextEqResString(tText, text_id::kYes, Compare::Text);
 }
 
 bool clsCharacter::bMinorFlexuralMember(TextView tText) const {
-  return bTextEqResString(tText, reporttext::kIdMinorMember, Compare::Text);
+  return bTextEqResString(tText, text_id::kMinorMember, Compare::Text);
 }
 
 bool clsCharacter::bDisplaySpGj(TextView tText) const {
-  return !bTextEqResString(tText, reporttext::kIdHideProvided, Compare::Text);
+  return !bTextEqResString(tText, text_id::kHideProvided, Compare::Text);
 }
 
 void clsCharacter::TxtReplaceFy2() {
   fy_lines_.resize(4);
   const bool second_line = !fy_lines_[2].empty();
-  const TextView mark = catalogue_or_empty(*this, reporttext::kIdSecondGradeMark);
+  const TextView mark = catalogue_or_empty(*this, text_id::kSecondGradeMark);
   if (!mark.empty() && contains_text(accumulator_, mark)) {
     // The lines stay whole, only wrapped.
     accumulator_ = replace_all(accumulator_, fy_lines_[0], SplitSP26(fy_lines_[0]));

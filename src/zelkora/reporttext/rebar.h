@@ -58,29 +58,12 @@
 #include <span>
 
 #include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
 #include "zelkora/frame/numbers.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::reporttext {
-
-// ---- Error numbers ---------------------------------------------------------
-
-inline constexpr int32_t kBarNotPositive = 3000100;  // no separator, number <= 0
-inline constexpr int32_t kBarNotNumber = 3000110;    // no separator, not a number
-inline constexpr int32_t kBarDiameterNotPositive = 3000120;
-inline constexpr int32_t kBarDiameterNotNumber = 3000130;
-inline constexpr int32_t kBarCountBelowOne = 3000140;
-inline constexpr int32_t kBarCountNotNumber = 3000150;
-inline constexpr int32_t kSlabBarInvalid = 503;
-
-// ---- Catalogue ids -----------------------------------------------------------
-
-inline constexpr int32_t kIdBarDash = 32205;          // "-"
-inline constexpr int32_t kIdAutomatic = 500;          // "自动"
-inline constexpr int32_t kIdYes = 30500;              // "是"
-inline constexpr int32_t kIdMinorMember = 30505;      // "次要构件"
-inline constexpr int32_t kIdHideProvided = 30050;     // "不显示实配钢筋"
-inline constexpr int32_t kIdSecondGradeMark = 30049;  // "（Ⅱ）"
 
 // ---- Bar text: count, separator, diameter ----------------------------------
 
@@ -115,7 +98,7 @@ BarReading read_bar_text(TextView text, std::span<const Text> separators,
 // What a slab bar text gave: `error` 0 or kSlabBarInvalid; the spacing may
 // be set on a failed reading (the diameter part failed).
 struct SlabBarReading {
-  int32_t error = kSlabBarInvalid;
+  int32_t error = error_id::kSlabBarInvalid;
   std::optional<float> diameter;
   std::optional<float> spacing;
 };

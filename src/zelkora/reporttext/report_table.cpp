@@ -1,4 +1,5 @@
 #include "zelkora/reporttext/report_table.h"
+#include "zelkora/frame/catalogue_ids.h"
 
 #include <algorithm>
 #include <limits>
@@ -186,10 +187,6 @@ namespace zelkora {
 
 namespace {
 
-constexpr int32_t kIdColumnNumber = 50186;  // "柱号"
-constexpr int32_t kIdControl = 50474;       // "控制"
-constexpr int32_t kIdSeismic = 50476;       // "地震"
-
 reporttext::Notation notation_of(const clsCharacter& chr) {
   return {chr.number_symbols(), chr.tDecimalSymbol()};
 }
@@ -266,8 +263,9 @@ Text clsCharacter::ListOut_ConCaptionListCap_Text() {
   columns_.set_width(2, 5);
   columns_.set_alignment(2, zkCenter);
   columns_.set_extra_blanks(2, 1);
-  return u"    " + tFormatByLenA(tString(kIdColumnNumber), 0) +
-         tFormatByLenA(tString(kIdControl), 1) + tFormatByLenA(tString(kIdSeismic), 2);
+  return u"    " + tFormatByLenA(tString(text_id::kColumnNumber), 0) +
+         tFormatByLenA(tString(text_id::kControl), 1) +
+         tFormatByLenA(tString(text_id::kSeismic), 2);
 }
 
 int16_t clsCharacter::iValiTextEnter(int16_t KeyIn, int32_t lResStr) const {

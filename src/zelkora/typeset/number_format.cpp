@@ -1,5 +1,6 @@
 // Format codes and the tFmt family of clsCharacter.
 #include "zelkora/typeset/number_format.h"
+#include "zelkora/frame/catalogue_ids.h"
 
 #include <algorithm>
 #include <array>
@@ -168,7 +169,6 @@ namespace zelkora {
 
 namespace {
 
-constexpr int32_t kIdEquals = 60033;
 constexpr TextView kEquationEquals = u" ＝ ";
 constexpr TextView kFourthMarkup = u"_up(4)up_";
 constexpr TextView kFourthPlain = u"4";
@@ -285,7 +285,7 @@ Text clsCharacter::tFmtS(double dVal, TextView tEnter, bool bFix, bool bSpace) {
 Text clsCharacter::tExpRes(int32_t lRes, double dVal, TextView tEnter, bool bFix) {
   Text name;
   try {
-    name = tString(lRes) + tString(kIdEquals);
+    name = tString(lRes) + tString(text_id::kEquals);
   } catch (const Fault&) {
     // A failed lookup (an id beyond the range with the offset) is trapped:
     // the value stands alone.
@@ -294,7 +294,7 @@ Text clsCharacter::tExpRes(int32_t lRes, double dVal, TextView tEnter, bool bFix
 }
 
 Text clsCharacter::tExpStr(TextView tStr, double dVal, TextView tEnter, bool bFix) {
-  return Text(tStr) + tString(kIdEquals) + tFmt(dVal, tEnter, bFix);
+  return Text(tStr) + tString(text_id::kEquals) + tFmt(dVal, tEnter, bFix);
 }
 
 Text clsCharacter::tTurn_MultipleLastChr(TextView tOldText, TextView tLastChr, double dChr,
