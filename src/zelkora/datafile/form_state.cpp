@@ -115,10 +115,9 @@ class FormRecords {
   // within lo..hi.
   bool to_integer(int32_t lo, int32_t hi, int32_t& out) {
     const std::optional<double> value = frame::parse_number(member_, ls_.symbols_);
-    if (!value || !(*value >= -2147483648.5 && *value < 2147483647.5)) return fail();
-    const int32_t rounded = frame::to_int32(*value);
-    if (rounded < lo || rounded > hi) return fail();
-    out = rounded;
+    const std::optional<int32_t> rounded = value ? frame::rounded_int32(*value) : std::nullopt;
+    if (!rounded || *rounded < lo || *rounded > hi) return fail();
+    out = *rounded;
     return true;
   }
   bool integer(int32_t id, int32_t lo, int32_t hi, int32_t& out) {

@@ -36,13 +36,19 @@ Text clsCharacter::tResStr(int32_t id) const {
   return Text(*text);
 }
 
-Text clsCharacter::tString(int32_t id) const {
+std::optional<TextView> clsCharacter::language_text(int32_t id) const {
   int32_t shifted = 0;
-  if (__builtin_add_overflow(id, language_, &shifted)) {
+  if (__builtin_add_overflow(id, language_, &shifted)) return std::nullopt;
+  return catalogue_->find(shifted).value_or(TextView());
+}
+
+Text clsCharacter::tString(int32_t id) const {
+  const std::optional<TextView> text = language_text(id);
+  if (!text) {
     throw Fault(FaultKind::Overflow, "catalogue id " + std::to_string(id) + " + language offset " +
                                          std::to_string(language_) + " overflows");
   }
-  return Text(catalogue_->find(shifted).value_or(TextView()));
+  return Text(*text);
 }
 
 // The substitutions run in the order %%1%, %%2%, %%3%, so a replacement that

@@ -395,6 +395,9 @@ class clsCharacter {
 
  private:
   void start();
+  // The text of `id` + lLanguage (empty when there is none), or nothing when
+  // the sum overflows.
+  std::optional<TextView> language_text(int32_t id) const;
   // Sets the decimals and the pattern of a format code; the pattern stays in
   // a buffer of the object, reused from call to call.
   const Text& format_pattern(TextView tEnter);

@@ -226,14 +226,21 @@ double round_half_even(double value) {
 }
 
 template <class Int>
-Int rounded_integer(double value, const char* type_name) {
+std::optional<Int> rounded_integer(double value) {
   if (std::isfinite(value)) {
     const double rounded = round_half_even(value);
     if (rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max()) {
       return static_cast<Int>(rounded);
     }
   }
-  throw_overflow(shortest(value) + " does not fit " + type_name);
+  return std::nullopt;
+}
+
+template <class Int>
+Int rounded_or_fault(double value, const char* type_name) {
+  const std::optional<Int> rounded = rounded_integer<Int>(value);
+  if (!rounded) throw_overflow(shortest(value) + " does not fit " + type_name);
+  return *rounded;
 }
 
 // ---- Writing ---------------------------------------------------------------
@@ -348,9 +355,13 @@ double leading_number(TextView text) {
   return *value;
 }
 
-int16_t to_int16(double value) { return rounded_integer<int16_t>(value, "a 16-bit integer"); }
+std::optional<int16_t> rounded_int16(double value) { return rounded_integer<int16_t>(value); }
 
-int32_t to_int32(double value) { return rounded_integer<int32_t>(value, "a 32-bit integer"); }
+std::optional<int32_t> rounded_int32(double value) { return rounded_integer<int32_t>(value); }
+
+int16_t to_int16(double value) { return rounded_or_fault<int16_t>(value, "a 16-bit integer"); }
+
+int32_t to_int32(double value) { return rounded_or_fault<int32_t>(value, "a 32-bit integer"); }
 
 double text_to_double(TextView text, const NumberSymbols& symbols) {
   double value = 0;

@@ -19,11 +19,14 @@
 // Blanks around a number are spaces and horizontal tabs (a value pasted from a
 // spreadsheet keeps its tab). Digits are the ASCII digits only.
 //
-// Faults: the integer conversions throw `Fault(FaultKind::Overflow)` for a
-// value outside the type (and for NaN); the text conversions throw
-// `Fault(FaultKind::Conversion)` for a text that is not a number, and
-// `Fault(FaultKind::Overflow)` for a well-formed number beyond the range of
-// double ("1E400"). Nothing else here throws.
+// Inside the library the readings that cannot fail are used: parse_number,
+// leading_value, rounded_int16 and rounded_int32 answer nothing where there
+// is no value. The throwing forms are for the operations whose run-time
+// errors reach the caller: the integer conversions throw
+// `Fault(FaultKind::Overflow)` for a value outside the type (and for NaN);
+// the text conversions throw `Fault(FaultKind::Conversion)` for a text that is
+// not a number, and `Fault(FaultKind::Overflow)` for a well-formed number
+// beyond the range of double ("1E400"). Nothing else here throws.
 #pragma once
 
 #include <cstdint>
@@ -60,7 +63,7 @@ struct NumberSymbols {
 // "2.5" is 25, because "." is then a grouping symbol between digits.
 
 // The value of `text`, or nothing when it is not a number in this notation.
-std::optional<double> parse_number(TextView text, const NumberSymbols& symbols);
+[[nodiscard]] std::optional<double> parse_number(TextView text, const NumberSymbols& symbols);
 
 // True when `text` is a number in this notation (parse_number has a value).
 bool is_numeric(TextView text, const NumberSymbols& symbols);
@@ -73,7 +76,7 @@ bool is_numeric(TextView text, const NumberSymbols& symbols);
 // throws Fault(Overflow).
 double leading_number(TextView text);
 // The same without the fault: nothing for a number beyond the range of double.
-std::optional<double> leading_value(TextView text);
+[[nodiscard]] std::optional<double> leading_value(TextView text);
 
 // ---- Integers --------------------------------------------------------------
 //
@@ -84,6 +87,9 @@ std::optional<double> leading_value(TextView text);
 
 int16_t to_int16(double value);
 int32_t to_int32(double value);
+// The same without the fault: nothing where the value does not fit.
+[[nodiscard]] std::optional<int16_t> rounded_int16(double value);
+[[nodiscard]] std::optional<int32_t> rounded_int32(double value);
 
 // The text conversions: parse_number, then (for the integers) the rounding
 // above. Not a number: Fault(Conversion); beyond double or the integer type:

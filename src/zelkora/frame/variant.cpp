@@ -56,6 +56,11 @@ double Variant::to_double(const NumberSymbols& symbols) const {
                     value_);
 }
 
+std::optional<double> Variant::number(const NumberSymbols& symbols) const {
+  if (const auto* text = std::get_if<Text>(&value_)) return parse_number(*text, symbols);
+  return to_double(symbols);
+}
+
 int32_t Variant::to_int32(const NumberSymbols& symbols) const {
   if (const auto* integer = std::get_if<int32_t>(&value_)) return *integer;
   return frame::to_int32(to_double(symbols));

@@ -20,6 +20,8 @@
 //   to_bool    empty false, a number true when nonzero (NaN too), a text
 //              "True" or "False" in any case and with surrounding blanks, or
 //              a numeric text; any other text -> Fault(Conversion).
+//   number     to_double without the faults: nothing for a text that is no
+//              number (or beyond double), for the library's own use.
 //
 // Two variants are equal when they have the same kind and the same value; no
 // conversion takes place (Variant(2) != Variant(2.0)).
@@ -27,6 +29,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <utility>
 #include <variant>
 
@@ -58,6 +61,7 @@ class Variant {
 
   Text to_text(const NumberSymbols& symbols) const;
   double to_double(const NumberSymbols& symbols) const;
+  [[nodiscard]] std::optional<double> number(const NumberSymbols& symbols) const;
   int32_t to_int32(const NumberSymbols& symbols) const;
   int16_t to_int16(const NumberSymbols& symbols) const;
   bool to_bool(const NumberSymbols& symbols) const;

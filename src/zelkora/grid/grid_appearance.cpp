@@ -17,7 +17,7 @@ constexpr int32_t kCaptionColExtra = 15;
 std::optional<int32_t> whole_number(TextView text, const frame::NumberSymbols& symbols) {
   const std::optional<double> value = frame::parse_number(text, symbols);
   if (!value || !std::isfinite(*value) || std::fabs(*value) > 2147483647.0) return std::nullopt;
-  return frame::to_int32(*value);
+  return frame::rounded_int32(*value);
 }
 
 }  // namespace

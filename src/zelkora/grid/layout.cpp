@@ -30,11 +30,13 @@ std::string shown(TextView text) {
 
 // The numeric reading of a field as a 32-bit integer.
 int32_t numeric_reading(TextView field, const std::string& place, const char* what) {
-  try {
-    return frame::to_int32(frame::leading_number(field));
-  } catch (const Fault& fault) {
-    throw Fault(fault.kind(), place + ": " + what + " " + shown(field) + " is beyond 32 bits");
+  const std::optional<double> value = frame::leading_value(field);
+  const std::optional<int32_t> number = value ? frame::rounded_int32(*value) : std::nullopt;
+  if (!number) {
+    throw Fault(FaultKind::Overflow,
+                place + ": " + what + " " + shown(field) + " is beyond 32 bits");
   }
+  return *number;
 }
 
 // The integer conversion of a descriptor field.
@@ -44,11 +46,9 @@ int32_t whole_number(TextView field, const frame::NumberSymbols& symbols, const 
   const std::string which =
       place + ": field " + std::to_string(number) + " of descriptor " + shown(descriptor) + " is ";
   if (!value) throw Fault(FaultKind::Conversion, which + shown(field) + ", not a whole number");
-  try {
-    return frame::to_int32(*value);
-  } catch (const Fault&) {
-    throw Fault(FaultKind::Overflow, which + shown(field) + ", beyond 32 bits");
-  }
+  const std::optional<int32_t> whole = frame::rounded_int32(*value);
+  if (!whole) throw Fault(FaultKind::Overflow, which + shown(field) + ", beyond 32 bits");
+  return *whole;
 }
 
 std::vector<Text> descriptor_fields(TextView descriptor, std::size_t needed,

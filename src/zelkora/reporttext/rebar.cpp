@@ -23,14 +23,10 @@ using frame::leading_value;
 
 template <class Int>
 std::optional<Int> rounded(double value) {
-  try {
-    if constexpr (sizeof(Int) == 2) {
-      return frame::to_int16(value);
-    } else {
-      return frame::to_int32(value);
-    }
-  } catch (const Fault&) {
-    return std::nullopt;
+  if constexpr (sizeof(Int) == 2) {
+    return frame::rounded_int16(value);
+  } else {
+    return frame::rounded_int32(value);
   }
 }
 
@@ -450,11 +446,7 @@ Text clsCharacter::tGjFhByFy(const Variant& Fy) const {
   const Text t = vYsfTextTurnW(tOpinionZeroText(Fy.to_text(symbols)));
   double fy = 0;
   if (frame::is_numeric(t, symbols)) {
-    try {
-      fy = frame::leading_number(t);
-    } catch (const Fault&) {
-      fy = 0;  // beyond double: as an unknown grade
-    }
+    fy = frame::leading_value(t).value_or(0);  // beyond double: as an unknown grade
   } else {
     bSignEnter_SteelFy(t, fy);
   }

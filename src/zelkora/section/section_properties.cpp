@@ -4,8 +4,7 @@
 #include "zelkora/section/section_properties.h"
 
 #include <cmath>
-
-#include "zelkora/platform/fault.h"
+#include <optional>
 
 namespace zelkora::section {
 
@@ -14,17 +13,16 @@ namespace {
 double sq(double x) { return std::pow(x, 2.0); }
 double cube(double x) { return std::pow(x, 3.0); }
 
-// A first moment divided by the area (or a multiple of it).
-double over_area(double moment, double area) {
-  if (area == 0) {
-    throw Fault(FaultKind::DivisionByZero, "the section has an area of zero");
-  }
+// A first moment divided by the area (or a multiple of it); nothing for an
+// area of zero.
+std::optional<double> over_area(double moment, double area) {
+  if (area == 0) return std::nullopt;
   return moment / area;
 }
 
 }  // namespace
 
-SectionProperties rectangle(double b, double h) {
+std::optional<SectionProperties> rectangle(double b, double h) {
   SectionProperties p;
   p.area = b * h;
   p.centroid = h / 2;
@@ -32,25 +30,29 @@ SectionProperties rectangle(double b, double h) {
   return p;
 }
 
-SectionProperties bottom_flange(double b, double h, double bf, double hf) {
+std::optional<SectionProperties> bottom_flange(double b, double h, double bf, double hf) {
   SectionProperties p;
   p.area = bf * hf + (h - hf) * b;
-  const double y = over_area(((bf - b) * sq(hf) + b * sq(h)) * 0.5, p.area);
+  const std::optional<double> y_ = over_area(((bf - b) * sq(hf) + b * sq(h)) * 0.5, p.area);
+  if (!y_) return std::nullopt;
+  const double y = *y_;
   p.centroid = y;
   p.inertia = (b * cube(h - y) + bf * cube(y) - (bf - b) * cube(y - hf)) / 3;
   return p;
 }
 
-SectionProperties top_flange(double b, double h, double bf1, double hf1) {
+std::optional<SectionProperties> top_flange(double b, double h, double bf1, double hf1) {
   SectionProperties p;
   p.area = (h - hf1) * b + bf1 * hf1;
-  const double c = over_area(((bf1 - b) * sq(hf1) + b * sq(h)) * 0.5, p.area);
+  const std::optional<double> c_ = over_area(((bf1 - b) * sq(hf1) + b * sq(h)) * 0.5, p.area);
+  if (!c_) return std::nullopt;
+  const double c = *c_;
   p.centroid = h - c;
   p.inertia = (bf1 * cube(c) + b * cube(h - c) - (bf1 - b) * cube(c - hf1)) / 3;
   return p;
 }
 
-SectionProperties symmetric_i(double b, double h, double bf, double hf) {
+std::optional<SectionProperties> symmetric_i(double b, double h, double bf, double hf) {
   SectionProperties p;
   p.area = (h - 2 * hf) * b + 2 * bf * hf;
   p.centroid = h / 2;
@@ -58,11 +60,14 @@ SectionProperties symmetric_i(double b, double h, double bf, double hf) {
   return p;
 }
 
-SectionProperties i_section(double b, double h, double bf, double hf, double bf1, double hf1) {
+std::optional<SectionProperties> i_section(double b, double h, double bf, double hf, double bf1,
+                                           double hf1) {
   SectionProperties p;
   p.area = bf * hf + (h - hf1 - hf) * b + bf1 * hf1;
-  const double y =
+  const std::optional<double> y_ =
       over_area(((2 * h - hf1) * (bf1 - b) * hf1 + (bf - b) * sq(hf) + b * sq(h)) * 0.5, p.area);
+  if (!y_) return std::nullopt;
+  const double y = *y_;
   p.centroid = y;
   p.inertia =
       (bf1 * cube(h - y) + bf * cube(y) - (bf - b) * cube(y - hf) - (bf1 - b) * cube(h - y - hf1)) /
@@ -70,7 +75,7 @@ SectionProperties i_section(double b, double h, double bf, double hf, double bf1
   return p;
 }
 
-SectionProperties circle(double d) {
+std::optional<SectionProperties> circle(double d) {
   SectionProperties p;
   p.area = kQuarterPi * sq(d);
   p.centroid = d / 2;
@@ -78,7 +83,7 @@ SectionProperties circle(double d) {
   return p;
 }
 
-SectionProperties ring(double d, double d_inner) {
+std::optional<SectionProperties> ring(double d, double d_inner) {
   SectionProperties p;
   p.area = kQuarterPi * (sq(d) - sq(d_inner));
   p.centroid = d / 2;
@@ -86,31 +91,38 @@ SectionProperties ring(double d, double d_inner) {
   return p;
 }
 
-SectionProperties cone(double b, double h, double bf, double hf) {
+std::optional<SectionProperties> cone(double b, double h, double bf, double hf) {
   SectionProperties p;
   const double d = h - hf;  // height of the sloping part
   p.area = (b + bf) * d * 0.5 + b * hf;
-  const double y = over_area((2 * bf + b) * sq(d) + 3 * hf * (d * bf + b * h), 6 * p.area);
+  const std::optional<double> y_ =
+      over_area((2 * bf + b) * sq(d) + 3 * hf * (d * bf + b * h), 6 * p.area);
+  if (!y_) return std::nullopt;
+  const double y = *y_;
   p.centroid = y;
   p.inertia = (cube(d) * (3 * bf + b) + 4 * b * cube(hf)) / 12 - p.area * sq(y - hf);
   return p;
 }
 
-SectionProperties two_steps(double b, double h, double h1, double bf, double hf) {
+std::optional<SectionProperties> two_steps(double b, double h, double h1, double bf, double hf) {
   SectionProperties p;
   p.area = b * h1 + bf * hf;
-  const double y = over_area((sq(h1) * (b - bf) + sq(h) * bf) * 0.5, p.area);
+  const std::optional<double> y_ = over_area((sq(h1) * (b - bf) + sq(h) * bf) * 0.5, p.area);
+  if (!y_) return std::nullopt;
+  const double y = *y_;
   p.centroid = y;
   p.inertia = (b * cube(y) + bf * cube(h - y) - (b - bf) * cube(y - h1)) / 3;
   return p;
 }
 
-SectionProperties three_steps(double b, double h, double h1, double bf, double hf, double bf1,
-                              double hf1) {
+std::optional<SectionProperties> three_steps(double b, double h, double h1, double bf, double hf,
+                                             double bf1, double hf1) {
   SectionProperties p;
   p.area = b * h1 + bf * hf + bf1 * hf1;
-  const double y =
+  const std::optional<double> y_ =
       over_area((sq(h1) * (b - bf) + sq(h1 + hf) * (bf - bf1) + sq(h) * bf1) * 0.5, p.area);
+  if (!y_) return std::nullopt;
+  const double y = *y_;
   p.centroid = y;
   p.inertia =
       (b * cube(y) + bf1 * cube(h - y) - (b - bf) * cube(y - h1) - (bf - bf1) * cube(y - h1 - hf)) /
@@ -118,10 +130,13 @@ SectionProperties three_steps(double b, double h, double h1, double bf, double h
   return p;
 }
 
-SectionProperties box(double b, double h, double bf, double hf, double hf1) {
+std::optional<SectionProperties> box(double b, double h, double bf, double hf, double hf1) {
   SectionProperties p;
   p.area = b * h + (hf + hf1) * (bf - b);
-  const double y = over_area((((2 * h - hf1) * hf1 + sq(hf)) * (bf - b) + b * sq(h)) * 0.5, p.area);
+  const std::optional<double> y_ =
+      over_area((((2 * h - hf1) * hf1 + sq(hf)) * (bf - b) + b * sq(h)) * 0.5, p.area);
+  if (!y_) return std::nullopt;
+  const double y = *y_;
   p.centroid = y;
   p.inertia = (bf * (cube(h - y) + cube(y)) - (bf - b) * (cube(y - hf) + cube(h - y - hf1))) / 3;
   return p;

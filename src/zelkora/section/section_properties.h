@@ -11,12 +11,15 @@
 //   section::bottom_flange(0.2, 0.6, 0.5, 0.12)
 //
 // No dimension is checked: negative or inconsistent sizes are computed as
-// given. The families whose centroid is a moment divided by the area throw
-// Fault(DivisionByZero) for an area of zero.
+// given. The families whose centroid is a moment divided by the area give
+// nothing for an area of zero (clsSectionProperties turns that into its
+// Fault(DivisionByZero)).
 //
 // clsSectionProperties (cls_section_properties.h) maps the shape codes onto
 // these families and keeps the suite's conventions for the result.
 #pragma once
+
+#include <optional>
 
 namespace zelkora::section {
 
@@ -30,46 +33,47 @@ struct SectionProperties {
 constexpr double kQuarterPi = 0.785398163397448;
 
 // A rectangle b wide and h deep.
-SectionProperties rectangle(double b, double h);
+std::optional<SectionProperties> rectangle(double b, double h);
 
 // A web b wide, h deep in all, with a flange bf × hf at the bottom (the
 // inverted T).
-SectionProperties bottom_flange(double b, double h, double bf, double hf);
+std::optional<SectionProperties> bottom_flange(double b, double h, double bf, double hf);
 
 // A web b wide, h deep in all, with a flange bf1 × hf1 at the top (the T).
 // The centroid depth below the top edge is computed first; `centroid` is h
 // minus it.
-SectionProperties top_flange(double b, double h, double bf1, double hf1);
+std::optional<SectionProperties> top_flange(double b, double h, double bf1, double hf1);
 
 // A symmetric I: web b, depth h, two flanges bf × hf. The centroid is at h/2.
-SectionProperties symmetric_i(double b, double h, double bf, double hf);
+std::optional<SectionProperties> symmetric_i(double b, double h, double bf, double hf);
 
 // An I with a bottom flange bf × hf and a top flange bf1 × hf1 on a web b,
 // h deep in all.
-SectionProperties i_section(double b, double h, double bf, double hf, double bf1, double hf1);
+std::optional<SectionProperties> i_section(double b, double h, double bf, double hf, double bf1,
+                                           double hf1);
 
 // A full circle of diameter d.
-SectionProperties circle(double d);
+std::optional<SectionProperties> circle(double d);
 
 // A ring of outer diameter d and inner diameter d_inner; the centroid is at
 // d/2.
-SectionProperties ring(double d, double d_inner);
+std::optional<SectionProperties> ring(double d, double d_inner);
 
 // A foundation cross-section: a rectangle b × hf at the bottom under a
 // trapezoid that narrows from b to the top width bf, h deep in all.
-SectionProperties cone(double b, double h, double bf, double hf);
+std::optional<SectionProperties> cone(double b, double h, double bf, double hf);
 
 // A stepped section of two steps: b × h1 at the bottom, bf × hf on it; h is
 // taken as the total depth as given.
-SectionProperties two_steps(double b, double h, double h1, double bf, double hf);
+std::optional<SectionProperties> two_steps(double b, double h, double h1, double bf, double hf);
 
 // A stepped section of three steps: b × h1, bf × hf and bf1 × hf1 from the
 // bottom up; h is taken as the total depth as given.
-SectionProperties three_steps(double b, double h, double h1, double bf, double hf, double bf1,
-                              double hf1);
+std::optional<SectionProperties> three_steps(double b, double h, double h1, double bf, double hf,
+                                             double bf1, double hf1);
 
 // A box: outer width bf, depth h, bottom slab hf, top slab hf1 and webs of
 // total width b.
-SectionProperties box(double b, double h, double bf, double hf, double hf1);
+std::optional<SectionProperties> box(double b, double h, double bf, double hf, double hf1);
 
 }  // namespace zelkora::section

@@ -202,16 +202,13 @@ Text clsCharacter::tCFD(TextView tEnter, const frame::Variant& vVal) {
   const bool override = code.size() >= 3 && code[code.size() - 2] == u'_';
   const std::size_t unit_length = code.size() - (override ? 2 : 0) - (parsed.display ? 1 : 0);
   Text suffix = override ? code.substr(code.size() - 2) : Text();
-  if (!vVal.is_empty()) {
-    try {
-      const int32_t decimals = vVal.to_int32(number_symbols());
-      if (decimals >= 0 && decimals <= 9) {
-        suffix = u"_";
-        suffix.push_back(static_cast<char16_t>(u'0' + decimals));
-      }
-    } catch (const Fault&) {
-      // Not a count of decimals: the code's own stay.
-    }
+  // Anything else than a count of decimals leaves the code's own.
+  const std::optional<double> value =
+      vVal.is_empty() ? std::nullopt : vVal.number(number_symbols());
+  const std::optional<int32_t> decimals = value ? frame::rounded_int32(*value) : std::nullopt;
+  if (decimals && *decimals >= 0 && *decimals <= 9) {
+    suffix = u"_";
+    suffix.push_back(static_cast<char16_t>(u'0' + *decimals));
   }
   return format_pattern(code.substr(0, unit_length) + u"d" + suffix);
 }
@@ -283,14 +280,12 @@ Text clsCharacter::tFmtS(double dVal, TextView tEnter, bool bFix, bool bSpace) {
 }
 
 Text clsCharacter::tExpRes(int32_t lRes, double dVal, TextView tEnter, bool bFix) {
-  Text name;
-  try {
-    name = tString(lRes) + tString(text_id::kEquals);
-  } catch (const Fault&) {
-    // A failed lookup (an id beyond the range with the offset) is trapped:
-    // the value stands alone.
-  }
-  return name + tFmt(dVal, tEnter, bFix);
+  // A failed lookup (an id beyond the range with the offset) is trapped: the
+  // value stands alone.
+  const std::optional<TextView> name = language_text(lRes);
+  const std::optional<TextView> equals = language_text(text_id::kEquals);
+  Text expression = name && equals ? Text(*name) + Text(*equals) : Text();
+  return expression + tFmt(dVal, tEnter, bFix);
 }
 
 Text clsCharacter::tExpStr(TextView tStr, double dVal, TextView tEnter, bool bFix) {
