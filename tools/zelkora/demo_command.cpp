@@ -15,9 +15,10 @@
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
+#include "zelkora/grid/form_session.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/platform/codepage.h"
-#include "zelkora/platform/headless/headless_grid.h"
+#include "zelkora/platform/headless/headless_form.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
 #include "zelkora/section/cls_section_properties.h"
 
@@ -29,7 +30,6 @@ constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
 // The program of the menu that the session opens, and its form's layout.
 constexpr TextView kProgram = u"梁配筋计算";
 constexpr TextView kLayout = u"clsBeamSteel";
-constexpr int32_t kLabelColWidth = 150;
 
 // The message box of the session: prints what it shows at once, framed.
 class SessionMessageBox : public platform::MessageBox {
@@ -58,22 +58,17 @@ void indent(std::ostream& out, const std::string& text) {
   for (std::string line; std::getline(lines, line);) out << "  " << line << "\n";
 }
 
-// The row of the grid whose item is `item`.
-int32_t row_of(clsGridCell& form, int32_t item) { return form.lGetRowByIndex(item); }
-
 // Enters the row of `item`, types `text` into its value cell and leaves it,
-// as the grid control would report it. True when the leave was accepted.
-bool edit(clsGridCell& form, platform::headless::MemoryGrid& grid, int32_t item, TextView text,
-          std::ostream& out) {
-  const int32_t row = row_of(form, item);
-  grid.ActiveCell(row, grid::kValueCol);
-  form.GridCell_EnterRow();
-  grid.Text(row, grid::kValueCol, text);
-  form.GridCell_CellChanging();
-  out << "  " << out_text(form.tGetCaption(item)) << ": \"" << out_text(text) << "\"\n";
+// as a user would. True when the leave was accepted.
+bool edit(grid::FormSession& form, platform::headless::HeadlessForm& view, int32_t item,
+          TextView text, std::ostream& out) {
+  clsGridCell& cell = form.cell();
+  view.enter(cell.lGetRowByIndex(item));
+  view.type(text);
+  out << "  " << out_text(cell.tGetCaption(item)) << ": \"" << out_text(text) << "\"\n";
   // The form checks the entry with the row's check expression before it
   // lets the cell go; the grid applies the group rule.
-  return !form.bLeaveCellCanCelA();
+  return !cell.bLeaveCellCanCelA();
 }
 
 void demo_command(Args& args, std::ostream& out) {
@@ -108,39 +103,35 @@ void demo_command(Args& args, std::ostream& out) {
 
   // 2. The program's form grid, from its layout, at its default values.
   step(out, "The form " + out_text(kLayout) + ": its grid at the default values");
-  platform::headless::MemoryGrid grid;
-  platform::headless::MemoryRichTextBox title;
-  platform::headless::MemoryPanel panel;
-  platform::headless::MemoryGridForm form_object;
-  form_object.label_col_width = kLabelColWidth;
-  clsGridCell form(platform);
+  platform::headless::HeadlessForm view;
+  grid::FormSession session(platform, view.grid, view.title, view.panel, view.form);
+  view.connect(&session);
+  clsGridCell& form = session.cell();
   const std::optional<int32_t> layout = grid::layout_name_id(kLayout, form.character().catalogue());
   if (!layout) throw Failure{"the layout clsBeamSteel is missing"};
-  form.lInterfaceResID(*layout);
-  form.GridCell_InitializeA(&grid, &title, &panel, &form_object);
-  form.GridTitle_Initialize();
-  form.LoadDefaultEnter(false);
-  indent(out, grid.render());
+  session.build(*layout);
+  indent(out, view.grid.render());
 
   // 3. The engineer's edits.
   step(out, "Edits: a refused width, a group split, a default typed back");
   constexpr int32_t kWidth = 10, kDepth = 11, kBars = 15, kBarCount = 16, kBarDiameter = 17;
   constexpr int32_t kProject = 0, kMoment = 4;
-  edit(form, grid, kProject, u"某办公楼 KL-3", out);
-  if (!edit(form, grid, kWidth, u"-250", out)) out << "  -> refused; the cell keeps its value\n";
-  edit(form, grid, kWidth, u"300", out);
-  edit(form, grid, kDepth, u"650", out);
-  edit(form, grid, kDepth, u"500", out);
+  edit(session, view, kProject, u"某办公楼 KL-3", out);
+  if (!edit(session, view, kWidth, u"-250", out)) {
+    out << "  -> refused; the cell keeps its value\n";
+  }
+  edit(session, view, kWidth, u"300", out);
+  edit(session, view, kDepth, u"650", out);
+  edit(session, view, kDepth, u"500", out);
   out << "  -> 500 is the default again: its value is no longer bold\n";
-  form.ExpandGroupMembers(row_of(form, kBars), true);
-  edit(form, grid, kBars, u"3,20", out);
+  form.ExpandGroupMembers(form.lGetRowByIndex(kBars), true);
+  edit(session, view, kBars, u"3,20", out);
   out << "  -> the group reads \"" << out_text(form.tGetText(kBars)) << "\", its members \""
       << out_text(form.tGetText(kBarCount)) << "\" and \"" << out_text(form.tGetText(kBarDiameter))
       << "\"\n";
-  edit(form, grid, kMoment, u"180", out);
-  grid.ActiveCell(row_of(form, kDepth), grid::kValueCol);
-  form.GridCell_EnterRow();
-  indent(out, grid.render(&title));
+  edit(session, view, kMoment, u"180", out);
+  view.enter(form.lGetRowByIndex(kDepth));
+  indent(out, view.grid.render(&view.title));
 
   // 4. Every value against its check expression.
   step(out, "Every value checked with its check expression");
@@ -174,13 +165,11 @@ void demo_command(Args& args, std::ostream& out) {
   const Text form_name = form.character().tResStr(*layout);
   Text add_data = u"演示";
   const bool saved = form.bLoadOrSaveData(u"Save", file, form_name, {}, add_data);
-  platform::headless::MemoryGrid grid2;
-  platform::headless::MemoryRichTextBox title2;
-  platform::headless::MemoryGridForm form_object2;
-  form_object2.label_col_width = kLabelColWidth;
-  clsGridCell reloaded(platform);
+  platform::headless::HeadlessForm view2;
+  grid::FormSession session2(platform, view2.grid, view2.title, view2.panel, view2.form);
+  clsGridCell& reloaded = session2.cell();
   reloaded.lInterfaceResID(*layout);
-  reloaded.GridCell_InitializeA(&grid2, &title2, &panel, &form_object2);
+  reloaded.GridCell_InitializeA(&view2.grid, &view2.title, &view2.panel, &view2.form);
   Text add_back;
   const bool loaded = reloaded.bLoadOrSaveData(u"Load", file, form_name, {}, add_back);
   std::vector<Text> texts2;

@@ -1,13 +1,15 @@
 // Commands of the property grid and the program menu.
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
+#include "zelkora/grid/form_session.h"
 #include "zelkora/platform/fault.h"
-#include "zelkora/platform/headless/headless_grid.h"
-#include "zelkora/platform/posix/file_io.h"
+#include "zelkora/platform/headless/headless_form.h"
 
 namespace zelkora::cli {
 
@@ -74,18 +76,20 @@ struct Event {
   std::vector<int32_t> args;  // enter ROW, key CODE, click ROW COL, defaults answer, hide ITEMs
 };
 
-constexpr int32_t kFormLabelColWidth = 150;
 constexpr std::size_t kMaxScript = std::size_t{1} << 20;
 
 std::vector<std::string> script_lines(const std::string& file) {
-  std::string bytes;
-  if (platform::posix::read_file(platform::posix::path_from_text(from_utf8(file)), kMaxScript,
-                                 bytes) != platform::posix::ReadStatus::Ok) {
+  const std::filesystem::path path(std::u8string(file.begin(), file.end()));
+  std::error_code ec;
+  const std::uintmax_t size = std::filesystem::file_size(path, ec);
+  std::ifstream in(path, std::ios::binary);
+  std::string bytes(ec || size > kMaxScript ? 0 : static_cast<std::size_t>(size), '\0');
+  if (ec || size > kMaxScript || !in.read(bytes.data(), static_cast<std::streamsize>(size))) {
     throw UsageError{"cannot read the script " + file + " (or it is over 1 MiB)"};
   }
   std::vector<std::string> lines;
-  std::istringstream in(bytes);
-  for (std::string line; std::getline(in, line);) {
+  std::istringstream split(bytes);
+  for (std::string line; std::getline(split, line);) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     lines.push_back(std::move(line));
   }
@@ -180,19 +184,14 @@ void grid_command(Args& args, std::ostream& out) {
   auto box = std::make_shared<ScriptMessageBox>();
   auto bundle = std::make_shared<platform::Platform>(*platform::Platform::current());
   bundle->messages = box;
-  clsGridCell cell(bundle);
-  platform::headless::MemoryGrid grid;
-  platform::headless::MemoryRichTextBox title;
-  platform::headless::MemoryPanel panel;
-  platform::headless::MemoryGridForm form;
-  form.label_col_width = kFormLabelColWidth;
+  platform::headless::HeadlessForm view;
+  grid::FormSession session(bundle, view.grid, view.title, view.panel, view.form);
+  view.connect(&session);
+  clsGridCell& cell = session.cell();
   const int32_t id = layout_id(name, cell.character());
   // The form's name as the catalogue writes it identifies its data files.
   const Text form_name = cell.character().tResStr(id);
-  cell.lInterfaceResID(id);
-  cell.GridCell_InitializeA(&grid, &title, &panel, &form);
-  cell.GridTitle_Initialize();
-  cell.LoadDefaultEnter(false);
+  session.build(id);
   const std::vector<Event> events =
       parse_script(lines, cell.row_tables().rows, cell.lMaxTextIndex());
 
@@ -205,34 +204,24 @@ void grid_command(Args& args, std::ostream& out) {
                   std::to_string(error != 0 ? error : error_id::kDataFileDamaged) + ")"};
   }
   for (const Event& e : events) {
-    const platform::CellRef at = grid.ActiveCell();
     switch (e.kind) {
       case Event::kEnter:
-        grid.ActiveCell(e.args[0], 3);
-        cell.GridCell_EnterRow();
+        view.enter(e.args[0]);
         break;
       case Event::kType:
-        grid.Text(at.row, at.col, e.text);
-        cell.GridCell_CellChanging();
+        view.type(e.text);
         break;
-      case Event::kLeave: {
-        bool cancel = false;
-        cell.GridCell_LeaveCellA(at.row, at.col, cancel);
-        if (cancel) out << "line " << e.line << ": leave cancelled\n";
+      case Event::kLeave:
+        if (view.leave()) out << "line " << e.line << ": leave cancelled\n";
         break;
-      }
       case Event::kPick:
-        grid.Text(at.row, at.col, e.text);
-        cell.GridCell_ComboClickA();
+        view.pick(e.text);
         break;
-      case Event::kKey: {
-        auto code = static_cast<int16_t>(e.args[0]);
-        cell.GridCell_KeyDown(code, 0);
+      case Event::kKey:
+        view.key(static_cast<int16_t>(e.args[0]));
         break;
-      }
       case Event::kClick:
-        grid.ActiveCell(e.args[0], e.args[1]);
-        cell.GridCell_Click();
+        view.click(e.args[0], e.args[1]);
         break;
       case Event::kDefaults:
         box->answer = e.args[0];
@@ -251,7 +240,7 @@ void grid_command(Args& args, std::ostream& out) {
     throw Failure{"cannot save the values of " + args[0] + " to " + *save + " (error " +
                   std::to_string(cell.load_save().lLoadSaveMode(u"Save")) + ")"};
   }
-  out << out_text(from_utf8(grid.render(&title)));
+  out << out_text(from_utf8(view.grid.render(&view.title)));
   const std::string shown = box->shown.str();
   if (!shown.empty()) out << "========\n" << shown;
 }

@@ -5,7 +5,9 @@
 #include <memory>
 
 #include "zelkora/grid/cls_grid_cell.h"
+#include "zelkora/grid/form_session.h"
 #include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/headless/headless_form.h"
 #include "zelkora/platform/headless/headless_grid.h"
 
 namespace zelkora::grid::test_support {
@@ -29,52 +31,42 @@ inline constexpr int32_t kRowOptions = 26;   // heading 选项, folded
 inline constexpr int32_t kRowName = 31;      // [0] 工程名称
 inline constexpr int32_t kBeamSteelRows = 31;
 
+// The headless form session of a test: a fresh headless platform whose
+// message box records what it shows, the form's in-memory controls, and its
+// clsGridCell with the grid's events connected.
 struct TestForm {
   std::shared_ptr<platform::Platform> platform = platform::Platform::headless();
   std::shared_ptr<platform::headless::RecordingMessageBox> messages =
       std::make_shared<platform::headless::RecordingMessageBox>();
-  platform::headless::MemoryGrid grid;
-  platform::headless::MemoryRichTextBox title;
-  platform::headless::MemoryPanel panel;
-  platform::headless::MemoryGridForm form;
-  std::unique_ptr<clsGridCell> cell;
+  platform::headless::HeadlessForm view;
+  platform::headless::MemoryGrid& grid = view.grid;
+  platform::headless::MemoryRichTextBox& title = view.title;
+  platform::headless::MemoryPanel& panel = view.panel;
+  platform::headless::MemoryGridForm& form = view.form;
+  std::unique_ptr<FormSession> session;
+  clsGridCell* cell = nullptr;
 
-  TestForm() {
-    platform->messages = messages;
-    form.label_col_width = 150;
-  }
+  TestForm() { platform->messages = messages; }
 
   // Makes the object (now, so that it reads the settings as they are) and
   // builds the grid of the layout, with the values at their defaults.
   clsGridCell& build(int32_t layout = kBeamSteel) {
     make();
-    cell->lInterfaceResID(layout);
-    cell->GridCell_InitializeA(&grid, &title, &panel, &form);
-    cell->LoadDefaultEnter(false);
+    session->build(layout);
     return *cell;
   }
   clsGridCell& make() {
-    cell = std::make_unique<clsGridCell>(platform);
+    session = std::make_unique<FormSession>(platform, grid, title, panel, form);
+    view.connect(session.get());
+    cell = &session->cell();
     return *cell;
   }
 
-  // The events of a user, as a form forwards them.
-  void enter(int32_t row, int32_t col = 3) {
-    grid.ActiveCell(row, col);
-    cell->GridCell_EnterRow();
-  }
-  void type(TextView text) {
-    const platform::CellRef at = grid.ActiveCell();
-    grid.Text(at.row, at.col, text);
-    cell->GridCell_CellChanging();
-  }
+  // The events of a user, as the grid control raises them.
+  void enter(int32_t row, int32_t col = 3) { view.enter(row, col); }
+  void type(TextView text) { view.type(text); }
   // True when the leave was cancelled.
-  bool leave() {
-    bool cancel = false;
-    const platform::CellRef at = grid.ActiveCell();
-    cell->GridCell_LeaveCellA(at.row, at.col, cancel);
-    return cancel;
-  }
+  bool leave() { return view.leave(); }
   bool enter_type_leave(int32_t row, TextView text) {
     enter(row);
     type(text);

@@ -243,4 +243,28 @@ class GridForm : public Control {
   virtual void Let_Text(std::vector<zelkora::Text>& texts) = 0;
 };
 
+// What a grid control raises, in the order it raises them while a user works
+// it. A host hands them to the form's handlers (grid/form_session.h connects
+// them to a clsGridCell); row and column are the grid's own.
+class GridEvents {
+ public:
+  virtual ~GridEvents() = default;
+  // A row was entered (the active cell is in it).
+  virtual void EnterRow() = 0;
+  // The text of the active cell changed while it was edited.
+  virtual void CellChanging() = 0;
+  // The cell is about to be left; `cancel` true keeps the focus in it.
+  virtual void LeaveCell(int32_t row, int32_t col, bool& cancel) = 0;
+  // The list of the active cell is about to open.
+  virtual void ComboDropDown() = 0;
+  // An item was picked from the list (the cell holds it).
+  virtual void ComboClick() = 0;
+  virtual void Click(int32_t row, int32_t col) = 0;
+  virtual void DblClick() = 0;
+  // A key went down in the grid: 32 Space, 13 Enter, ...
+  virtual void KeyDown(int16_t& key_code, int16_t shift) = 0;
+  // The grid lost the focus.
+  virtual void LostFocus() = 0;
+};
+
 }  // namespace zelkora::platform

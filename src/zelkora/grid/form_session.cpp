@@ -1,0 +1,17 @@
+#include "zelkora/grid/form_session.h"
+
+namespace zelkora::grid {
+
+FormSession::FormSession(std::shared_ptr<const platform::Platform> platform,
+                         platform::GridControl& grid, platform::RichTextBox& title,
+                         platform::Panel& panel, platform::GridForm& form)
+    : cell_(std::move(platform)), grid_(grid), title_(title), panel_(panel), form_(form) {}
+
+void FormSession::build(int32_t layout) {
+  cell_.lInterfaceResID(layout);
+  cell_.GridCell_InitializeA(&grid_, &title_, &panel_, &form_);
+  cell_.GridTitle_Initialize();
+  cell_.LoadDefaultEnter(false);
+}
+
+}  // namespace zelkora::grid

@@ -1,0 +1,54 @@
+// One calculation form: its clsGridCell on the form's controls, with the
+// grid control's events connected to the handlers the suite's forms use (the
+// A variants, which let the form mark the items that no longer apply). Every
+// host assembles a form this way: the headless one of the demo, the `grid`
+// command and the tests, and a desktop one.
+//
+//   grid::FormSession form(platform, grid, title, panel, form_object);
+//   form.build(63706);              // "clsBeamSteel", values at their defaults
+//   host_grid.connect(&form);       // the grid's events reach the form
+#pragma once
+
+#include <memory>
+
+#include "zelkora/grid/cls_grid_cell.h"
+#include "zelkora/platform/grid_control.h"
+
+namespace zelkora::grid {
+
+class FormSession : public platform::GridEvents {
+ public:
+  FormSession(std::shared_ptr<const platform::Platform> platform, platform::GridControl& grid,
+              platform::RichTextBox& title, platform::Panel& panel, platform::GridForm& form);
+  FormSession(const FormSession&) = delete;
+  FormSession& operator=(const FormSession&) = delete;
+
+  clsGridCell& cell() { return cell_; }
+
+  // Builds the grid of the layout named by catalogue text `layout`, the
+  // title box's font, and the values at their defaults.
+  void build(int32_t layout);
+
+  void EnterRow() override { cell_.GridCell_EnterRow(); }
+  void CellChanging() override { cell_.GridCell_CellChanging(); }
+  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
+    cell_.GridCell_LeaveCellA(row, col, cancel);
+  }
+  void ComboDropDown() override { cell_.GridCell_ComboDropDown(); }
+  void ComboClick() override { cell_.GridCell_ComboClickA(); }
+  void Click(int32_t row, int32_t col) override { cell_.GridCell_ClickA(row, col); }
+  void DblClick() override { cell_.GridCell_DblClickA(); }
+  void KeyDown(int16_t& key_code, int16_t shift) override {
+    cell_.GridCell_KeyDown(key_code, shift);
+  }
+  void LostFocus() override { cell_.GridCell_LostFocus(); }
+
+ private:
+  clsGridCell cell_;
+  platform::GridControl& grid_;
+  platform::RichTextBox& title_;
+  platform::Panel& panel_;
+  platform::GridForm& form_;
+};
+
+}  // namespace zelkora::grid
