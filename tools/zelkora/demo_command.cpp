@@ -13,6 +13,7 @@
 
 #include "tools/zelkora/cli.h"
 #include "zelkora/checking/cls_err_chr.h"
+#include "zelkora/frame/character_internals.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/grid/form_session.h"
@@ -107,7 +108,8 @@ void demo_command(Args& args, std::ostream& out) {
   grid::FormSession session(platform, view.grid, view.title, view.panel, view.form);
   view.connect(&session);
   clsGridCell& form = session.cell();
-  const std::optional<int32_t> layout = grid::layout_name_id(kLayout, form.character().catalogue());
+  const std::optional<int32_t> layout =
+      grid::layout_name_id(kLayout, clsCharacter::Internals::catalogue(form.character()));
   if (!layout) throw Failure{"the layout clsBeamSteel is missing"};
   session.build(*layout);
   indent(out, view.grid.render());

@@ -1,6 +1,7 @@
 // Commands of the library frame: catalogue texts and the shared symbols.
 #include "tools/zelkora/cli.h"
 #include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/character_internals.h"
 #include "zelkora/frame/cls_character.h"
 
 namespace zelkora::cli {
@@ -52,8 +53,8 @@ void symbols_command(Args& args, std::ostream& out) {
       {"tPubF4", chr.tPubF4()},
       {"tPubPf", chr.tPubPf()},
       {"tPubLf", chr.tPubLf()},
-      {"squared", chr.squared_sign_markup()},
-      {"cubed", chr.cubed_sign_markup()},
+      {"squared", clsCharacter::Internals::squared_sign_markup(chr)},
+      {"cubed", clsCharacter::Internals::cubed_sign_markup(chr)},
       {"tDecimalSymbol", chr.tDecimalSymbol()},
       {"ThousandsSeparator", chr.ThousandsSeparator()},
   };

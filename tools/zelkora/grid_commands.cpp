@@ -5,6 +5,7 @@
 
 #include "tools/zelkora/cli.h"
 #include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/character_internals.h"
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/form_session.h"
@@ -17,7 +18,8 @@ namespace {
 
 // The layout id of a form name, or a fault naming the name.
 int32_t layout_id(TextView name, const clsCharacter& chr) {
-  const std::optional<int32_t> id = grid::layout_name_id(name, chr.catalogue());
+  const std::optional<int32_t> id =
+      grid::layout_name_id(name, clsCharacter::Internals::catalogue(chr));
   if (!id) {
     throw Fault(FaultKind::MissingResource, "no layout is called \"" + to_utf8(name) +
                                                 "\" (catalogue texts " +

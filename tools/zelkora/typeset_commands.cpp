@@ -1,5 +1,6 @@
 // Commands of number formatting and formula markup.
 #include "tools/zelkora/cli.h"
+#include "zelkora/frame/character_internals.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/typeset/markup.h"
 #include "zelkora/typeset/picture_format.h"
@@ -31,7 +32,7 @@ void cf_command(Args& args, std::ostream& out) {
   args.expect(1);
   const Text pattern = chr.tCF(arg_text(args[0]));
   out << "pattern=" << out_text(pattern) << "\n";
-  out << "decimals=" << chr.format_decimals() << "\n";
+  out << "decimals=" << clsCharacter::Internals::format_decimals(chr) << "\n";
 }
 
 void fmt_command(Args& args, std::ostream& out) {

@@ -1,4 +1,6 @@
 #include "zelkora/checking/cls_err_chr.h"
+#include "zelkora/frame/character_internals.h"
+#include "zelkora/frame/numbers.h"
 
 #include <cmath>
 
@@ -70,7 +72,8 @@ void clsErrChr::GenMsgErrorX() {
   }
   error_text_.append(separator);
   if (show) {
-    character_->platform().messages->warning(typeset::strip_fields_and_markup(error_text_), title);
+    clsCharacter::Internals::platform(*character_)
+        .messages->warning(typeset::strip_fields_and_markup(error_text_), title);
   }
 }
 

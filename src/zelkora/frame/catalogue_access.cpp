@@ -2,6 +2,7 @@
 // placeholders "%%1%", "%%2%" and "%%3%".
 #include <string>
 
+#include "zelkora/frame/catalogue.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/frame/mod_character.h"

@@ -1,8 +1,10 @@
 // clsCharacter: start and end, the symbol table, the accumulator and the
 // other shared state.
 #include "zelkora/frame/cls_character.h"
-#include "zelkora/frame/catalogue_ids.h"
 
+#include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/column_layout.h"
 #include "zelkora/frame/locale_symbols.h"
 #include "zelkora/frame/mod_character.h"
 
@@ -31,7 +33,7 @@ constexpr char16_t kIdeographicSpace = u'\u3000';
 clsCharacter::clsCharacter() : clsCharacter(platform::Platform::current()) {}
 
 clsCharacter::clsCharacter(std::shared_ptr<const platform::Platform> platform)
-    : platform_(std::move(platform)) {
+    : platform_(std::move(platform)), columns_(std::make_unique<frame::ColumnLayout>()) {
   start();
 }
 

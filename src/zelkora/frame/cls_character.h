@@ -22,17 +22,21 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
-#include "zelkora/frame/catalogue.h"
-#include "zelkora/frame/column_layout.h"
-#include "zelkora/frame/numbers.h"
+#include "zelkora/frame/number_symbols.h"
 #include "zelkora/frame/shared_types.h"
 #include "zelkora/frame/variant.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora {
+
+namespace frame {
+class Catalogue;
+struct ColumnLayout;
+}  // namespace frame
 
 class clsCharacter {
  public:
@@ -253,7 +257,7 @@ class clsCharacter {
 
   // The upper column index of the next ListOut_Initialize; negative for a
   // table without columns.
-  void ListOut_Ubound(int32_t ubound) { columns_.ubound = ubound; }
+  void ListOut_Ubound(int32_t ubound);
   // Makes columns 0 to the upper index, all zero, and sets lStart and up.
   void ListOut_Initialize(int32_t lStart, int32_t lWidth, eAlignment lAlign = zkRightJustify,
                           int32_t lSpcAdd = 1);
@@ -297,7 +301,6 @@ class clsCharacter {
   }
   // Hands iSign, panelM, N and L to the platform's progress display, if any.
   void DisplayProcess(int32_t L, int32_t N, platform::Control* panelM, int16_t iSign = 0) const;
-  const frame::ColumnLayout& column_layout() const { return columns_; }
 
   // ---- Rebar notation (reporttext/rebar.cpp) -------------------------------
   // Reinforcement as typed on the forms; the rules, error numbers and the
@@ -368,30 +371,15 @@ class clsCharacter {
   // any other text.
   int32_t lSectionPicture(TextView tSectionShape) const;
 
-  // ---- For the library's own subsystems ------------------------------------
-
-  const platform::Platform& platform() const { return *platform_; }
-  const frame::Catalogue& catalogue() const { return *catalogue_; }
-  // The catalogue text of `id` (no offset), or nothing.
-  std::optional<TextView> catalogue_text(int32_t id) const { return catalogue_->find(id); }
-  // The number symbols in use, for reading and writing numbers: the first
-  // characters of tDecimalSymbol and ThousandsSeparator (a digit there, as
-  // where the locale groups no digits, means no grouping).
+  // The number symbols in use, for reading and writing numbers (Variant's
+  // conversions take them): the first characters of tDecimalSymbol and
+  // ThousandsSeparator (a digit there, as where the locale groups no digits,
+  // means no grouping).
   frame::NumberSymbols number_symbols() const;
-  bool markup_switch() const { return super_sub_; }
-  // The squared and cubed signs in markup form (entries 13 and 14).
-  const Text& squared_sign_markup() const { return symbols_[kSquaredMarkup]; }
-  const Text& cubed_sign_markup() const { return symbols_[kCubedMarkup]; }
-  const Text& delimiter() const { return delimiter_; }
-  const std::vector<Text>& steel_grade_lines() const { return fy_lines_; }
-  int16_t first_line_indent() const { return first_indent_; }
-  int16_t following_line_indent() const { return following_indent_; }
-  // The settings application name (catalogue text 100).
-  const Text& settings_application() const { return application_; }
-  // The decimals left by the last tCF.
-  int16_t format_decimals() const { return decimals_; }
-  // The steel-grade line store, for the operations that rewrite it.
-  std::vector<Text>& steel_grade_lines() { return fy_lines_; }
+
+  // The library's own access to the object's state; defined in
+  // frame/character_internals.h, which is not installed.
+  struct Internals;
 
  private:
   void start();
@@ -426,7 +414,7 @@ class clsCharacter {
   bool pattern_code_valid_ = false;
   // The text between the blank and the equals sign of tFmtEq1; nothing sets it.
   Text equation_prefix_;
-  frame::ColumnLayout columns_;
+  std::unique_ptr<frame::ColumnLayout> columns_;
 };
 
 }  // namespace zelkora

@@ -1,4 +1,5 @@
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/frame/character_internals.h"
 
 #include <gtest/gtest.h>
 
@@ -29,14 +30,14 @@ TEST(ClsCharacterStart, DefaultsComeFromTheCatalogue) {
   EXPECT_EQ(chr.tPubF4(), u"\uE003");
   EXPECT_EQ(chr.tPubPf(), u"2");
   EXPECT_EQ(chr.tPubLf(), u"3");
-  EXPECT_EQ(chr.squared_sign_markup(), u"_up(2)up_");
-  EXPECT_EQ(chr.cubed_sign_markup(), u"_up(3)up_");
+  EXPECT_EQ(clsCharacter::Internals::squared_sign_markup(chr), u"_up(2)up_");
+  EXPECT_EQ(clsCharacter::Internals::cubed_sign_markup(chr), u"_up(3)up_");
   EXPECT_EQ(chr.tDecimalSymbol(), u".");
   EXPECT_EQ(chr.ThousandsSeparator(), u",");
   EXPECT_EQ(chr.iMaxChrNow(), 80);
-  EXPECT_EQ(chr.first_line_indent(), 0);
-  EXPECT_EQ(chr.following_line_indent(), 4);
-  EXPECT_EQ(chr.delimiter(), u"|");
+  EXPECT_EQ(clsCharacter::Internals::first_line_indent(chr), 0);
+  EXPECT_EQ(clsCharacter::Internals::following_line_indent(chr), 4);
+  EXPECT_EQ(clsCharacter::Internals::delimiter(chr), u"|");
   EXPECT_EQ(chr.lLanguage(), 0);
   EXPECT_EQ(chr.Txt(), u"");
 }
@@ -78,11 +79,12 @@ TEST(ClsCharacterStart, MarkupPowerSignsFollowThePlainOnes) {
       {u"3", u"2", u"3", u"3", u"2", u"2"},  // each sign is compared with its own digit
   };
   for (const Case& k : cases) {
-    clsCharacter chr(platform_with({{u"1cboOpt", k.squared_setting}, {u"2cboOpt", k.cubed_setting}}));
+    clsCharacter chr(
+        platform_with({{u"1cboOpt", k.squared_setting}, {u"2cboOpt", k.cubed_setting}}));
     EXPECT_EQ(chr.tPubPf(), k.pf);
-    EXPECT_EQ(chr.squared_sign_markup(), k.squared_markup);
+    EXPECT_EQ(clsCharacter::Internals::squared_sign_markup(chr), k.squared_markup);
     EXPECT_EQ(chr.tPubLf(), k.lf);
-    EXPECT_EQ(chr.cubed_sign_markup(), k.cubed_markup);
+    EXPECT_EQ(clsCharacter::Internals::cubed_sign_markup(chr), k.cubed_markup);
   }
 }
 
@@ -91,7 +93,7 @@ TEST(ClsCharacterStart, SettingASymbolLaterChangesThatEntryOnly) {
   clsCharacter chr(p);
   chr.tPubPf(u" x ");
   EXPECT_EQ(chr.tPubPf(), u" x ");
-  EXPECT_EQ(chr.squared_sign_markup(), u"_up(2)up_");
+  EXPECT_EQ(clsCharacter::Internals::squared_sign_markup(chr), u"_up(2)up_");
   // Nothing is written back to the store.
   EXPECT_FALSE(p->settings->get(kApp, kOptions, u"1cboOpt").has_value());
   clsCharacter other(p);
@@ -112,12 +114,10 @@ TEST(ClsCharacterStart, DecimalSymbolAndThousandsSeparatorFromTheLocale) {
     TextView expected_decimal, expected_thousands;
   };
   const Case cases[] = {
-      {u".", u",", u".", u","},
-      {u".", u" ", u".", u","},   // with a decimal point the separator is always ","
-      {u".", u"", u".", u","},
-      {u",", u".", u",", u"."},
-      {u",", u"\u00A0", u",", u"\u00A0"},
-      {u",", u"", u",", u"0"},    // no grouping: the second character of "1000,00"
+      {u".", u",", u".", u","}, {u".", u" ", u".", u","},  // with a decimal point the separator is
+                                                           // always ","
+      {u".", u"", u".", u","},  {u",", u".", u",", u"."}, {u",", u"\u00A0", u",", u"\u00A0"},
+      {u",", u"", u",", u"0"},  // no grouping: the second character of "1000,00"
       {u"·", u"'", u"·", u","},
   };
   for (const Case& k : cases) {
@@ -155,7 +155,7 @@ TEST(ClsCharacterState, TValueDirectionsDifferOnPurpose) {
     int32_t index;
     TextView read_back;
   };
-  const Case cases[] = {{1, u"v"}, {6, u""}, {7, u""}, {9, u""}, {14, u"v"},
+  const Case cases[] = {{1, u"v"},    {6, u""}, {7, u""}, {9, u""},  {14, u"v"},
                         {18121, u""}, {0, u""}, {2, u""}, {-1, u""}, {15, u""}};
   for (const Case& k : cases) {
     clsCharacter chr(platform_with({}));
@@ -175,9 +175,11 @@ TEST(ClsCharacterState, SteelGradeLines) {
   chr.tFyLine1_RF(u"C");
   chr.tFyLine2_RF(u"D");
   EXPECT_EQ(chr.Txt(), u"AC");
-  EXPECT_EQ(chr.steel_grade_lines(), (std::vector<Text>{u"A", u"B", u"C", u"D"}));
+  EXPECT_EQ(clsCharacter::Internals::steel_grade_lines(chr),
+            (std::vector<Text>{u"A", u"B", u"C", u"D"}));
   chr.tFyLine1(u"E");
-  EXPECT_EQ(chr.steel_grade_lines(), (std::vector<Text>{u"E", u"", u"", u""}));
+  EXPECT_EQ(clsCharacter::Internals::steel_grade_lines(chr),
+            (std::vector<Text>{u"E", u"", u"", u""}));
   EXPECT_EQ(chr.Txt(), u"ACE");
 }
 
@@ -198,9 +200,9 @@ TEST(ClsCharacterState, ObjectsShareNoSettings) {
   a.bSuperSub(true);
   a.Delimiter(u";");
   EXPECT_EQ(b.lLanguage(), 0);
-  EXPECT_FALSE(b.markup_switch());
-  EXPECT_EQ(b.delimiter(), u"|");
-  EXPECT_TRUE(a.markup_switch());
+  EXPECT_FALSE(clsCharacter::Internals::markup_switch(b));
+  EXPECT_EQ(clsCharacter::Internals::delimiter(b), u"|");
+  EXPECT_TRUE(clsCharacter::Internals::markup_switch(a));
 }
 
 TEST(ClsCharacterState, CapturesTheCurrentPlatformWhenMade) {
@@ -208,7 +210,7 @@ TEST(ClsCharacterState, CapturesTheCurrentPlatformWhenMade) {
   platform::ScopedPlatform scope(comma);
   clsCharacter chr;
   EXPECT_EQ(chr.tDecimalSymbol(), u",");
-  EXPECT_EQ(&chr.platform(), comma.get());
+  EXPECT_EQ(&clsCharacter::Internals::platform(chr), comma.get());
 }
 
 }  // namespace

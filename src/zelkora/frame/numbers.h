@@ -32,18 +32,10 @@
 #include <cstdint>
 #include <optional>
 
+#include "zelkora/frame/number_symbols.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::frame {
-
-// The symbols of the user's number notation. A grouping symbol of 0 means the
-// notation has none. A grouping symbol equal to the decimal symbol is ignored
-// (the decimal symbol wins). locale_symbols.h derives them from the user's
-// number locale.
-struct NumberSymbols {
-  char16_t decimal = u'.';
-  char16_t grouping = u',';
-};
 
 // ---- Reading a typed number ------------------------------------------------
 //

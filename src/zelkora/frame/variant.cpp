@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string>
 
+#include "zelkora/frame/numbers.h"
 #include "zelkora/platform/fault.h"
 
 namespace zelkora::frame {

@@ -1,6 +1,7 @@
 // The seven public classes: they can be made and released, and each holds
 // its own objects.
 #include <gtest/gtest.h>
+#include "zelkora/frame/character_internals.h"
 
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/controls/cls_controls_operation.h"
@@ -27,7 +28,7 @@ TEST_F(ClassFrame, EveryClassIsMadeAndReleased) {
   auto menu = std::make_unique<clsGridCellMain>();
   auto section = std::make_unique<clsSectionProperties>();
   auto controls = std::make_unique<clsControlsOperation>();
-  EXPECT_EQ(&grid->character().platform(), p.get());
+  EXPECT_EQ(&clsCharacter::Internals::platform(grid->character()), p.get());
   EXPECT_EQ(&io->suite(), p->suite.get());
   grid.reset();
   menu.reset();

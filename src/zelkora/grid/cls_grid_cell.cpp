@@ -1,5 +1,7 @@
 #include "zelkora/grid/cls_grid_cell.h"
 
+#include "zelkora/frame/character_internals.h"
+
 #include <string>
 
 #include "zelkora/grid/grid_appearance.h"
@@ -24,14 +26,16 @@ clsGridCell::~clsGridCell() {
 // ---- Descriptors and layouts ----
 
 void clsGridCell::ReadLayoutResource() {
-  const std::optional<TextView> name = character_->catalogue_text(interface_res_id_);
+  const std::optional<TextView> name =
+      clsCharacter::Internals::catalogue_text(*character_, interface_res_id_);
   if (!name) {
     throw Fault(
         FaultKind::MissingResource,
         "layout name: catalogue text " + std::to_string(interface_res_id_) + " does not exist");
   }
-  const Text text = grid::load_layout_text(*name, character_->platform().resources);
-  rows_ = grid::read_layout(text, to_utf8(*name), character_->catalogue());
+  const Text text =
+      grid::load_layout_text(*name, clsCharacter::Internals::platform(*character_).resources);
+  rows_ = grid::read_layout(text, to_utf8(*name), clsCharacter::Internals::catalogue(*character_));
   rows_loaded_ = true;
 }
 

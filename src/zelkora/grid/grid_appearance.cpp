@@ -1,5 +1,7 @@
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/character_internals.h"
+#include "zelkora/frame/numbers.h"
 
 #include <cmath>
 
@@ -25,11 +27,11 @@ std::optional<int32_t> whole_number(TextView text, const frame::NumberSymbols& s
 int32_t saved_row_height(const clsCharacter& chr) {
   const frame::NumberSymbols symbols = chr.number_symbols();
   const Text key = chr.tString(text_id::kComboKeySuffix) + u"11";
-  const std::optional<Text> saved =
-      chr.platform().settings
-          ? chr.platform().settings->get(chr.settings_application(),
-                                         chr.tString(text_id::kOptionsSection), key)
-          : std::nullopt;
+  const std::optional<Text> saved = clsCharacter::Internals::platform(chr).settings
+                                        ? clsCharacter::Internals::platform(chr).settings->get(
+                                              clsCharacter::Internals::settings_application(chr),
+                                              chr.tString(text_id::kOptionsSection), key)
+                                        : std::nullopt;
   if (saved) {
     if (auto height = whole_number(*saved, symbols)) return *height;
   }

@@ -1,4 +1,5 @@
 #include "zelkora/grid/layout.h"
+#include "zelkora/frame/character_internals.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -37,7 +38,7 @@ class Layouts : public ::testing::Test {
   std::shared_ptr<platform::Platform> p = platform::Platform::headless();
   platform::ScopedPlatform scope{p};
   clsCharacter chr{p};
-  const frame::Catalogue& cat = chr.catalogue();
+  const frame::Catalogue& cat = clsCharacter::Internals::catalogue(chr);
   const frame::NumberSymbols dot{};
 };
 
@@ -163,7 +164,7 @@ TEST_F(Layouts, DefaultTextFollowsTheFourCases) {
 TEST_F(Layouts, ListsZeroHundredAndTwoHundredComeFromTheNamedIniFiles) {
   auto ini = std::make_shared<platform::headless::MemoryIniFiles>();
   p->ini = ini;
-  const Text app = chr.settings_application();
+  const Text app = clsCharacter::Internals::settings_application(chr);
   ini->put(u"tuli.ini", u"[list]\r\n1=甲\r\n2= 乙 \r\n4=丁\r\n");
   ini->put(u"scheme.ini", u"[List]\r\n1=方案一\r\n2=\r\n3=方案三\r\n");
   EXPECT_TRUE(clsCharacter(p).ComboBoxList(0).empty());  // no setting

@@ -1,6 +1,7 @@
 // Rebar notation: the readers and the diameter series, and the clsCharacter
 // operations built on them.
 #include "zelkora/reporttext/rebar.h"
+#include "zelkora/frame/character_internals.h"
 
 #include <algorithm>
 #include <cmath>
@@ -366,7 +367,7 @@ using frame::Variant;
 namespace {
 
 TextView catalogue_or_empty(const clsCharacter& chr, int32_t id) {
-  return chr.catalogue_text(id).value_or(TextView());
+  return clsCharacter::Internals::catalogue_text(chr, id).value_or(TextView());
 }
 
 }  // namespace
@@ -463,7 +464,7 @@ Text clsCharacter::tGjFhByFy(const Variant& Fy) const {
 }
 
 bool clsCharacter::bSignEnter_SteelFy(TextView tText, double& dFy) const {
-  dFy = reporttext::steel_grade_strength(tText, catalogue());
+  dFy = reporttext::steel_grade_strength(tText, *catalogue_);
   return dFy != 0;
 }
 

@@ -1,4 +1,5 @@
 #include "zelkora/reporttext/rebar.h"
+#include "zelkora/frame/character_internals.h"
 
 #include <gtest/gtest.h>
 
@@ -410,8 +411,9 @@ TEST(SteelGradeLines, ReplacedInTheAccumulator) {
   const Text wrapped = chr.SplitSP26(u"钢筋抗拉强度设计值 " + Text(45, u'甲'));
   ASSERT_NE(wrapped.find(chr.tConEnter1()), Text::npos);  // the line is long enough to wrap
   EXPECT_EQ(chr.Txt(), u"前 fy＝360 中 " + wrapped);
-  EXPECT_EQ(chr.steel_grade_lines()[1], u"fy＝360");
-  EXPECT_EQ(chr.steel_grade_lines()[3], u"钢筋抗拉强度设计值 " + Text(45, u'甲'));
+  EXPECT_EQ(clsCharacter::Internals::steel_grade_lines(chr)[1], u"fy＝360");
+  EXPECT_EQ(clsCharacter::Internals::steel_grade_lines(chr)[3],
+            u"钢筋抗拉强度设计值 " + Text(45, u'甲'));
 
   // With the mark "（Ⅱ）" in the text: the lines stay whole, only wrapped.
   clsCharacter marked(platform_with_decimal(u"."));
@@ -420,15 +422,15 @@ TEST(SteelGradeLines, ReplacedInTheAccumulator) {
   marked.tFyLine2(u"（HRB400）");
   marked.TxtReplaceFy2();
   EXPECT_EQ(marked.Txt(), u"（Ⅱ）" + marked.SplitSP26(long_line));
-  EXPECT_EQ(marked.steel_grade_lines()[1], u"（HRB400）");
+  EXPECT_EQ(clsCharacter::Internals::steel_grade_lines(marked)[1], u"（HRB400）");
 
   // A store that lost its entries is made four again.
   clsCharacter bare(platform_with_decimal(u"."));
   bare.Txt(u"abc");
-  bare.steel_grade_lines().clear();
+  clsCharacter::Internals::steel_grade_lines(bare).clear();
   bare.TxtReplaceFy2();
   EXPECT_EQ(bare.Txt(), u"abc");
-  EXPECT_EQ(bare.steel_grade_lines().size(), 4u);
+  EXPECT_EQ(clsCharacter::Internals::steel_grade_lines(bare).size(), 4u);
 }
 
 // Random texts of the notation's own characters and worse: no reader may

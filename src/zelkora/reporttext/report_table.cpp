@@ -193,25 +193,27 @@ reporttext::Notation notation_of(const clsCharacter& chr) {
 
 }  // namespace
 
+void clsCharacter::ListOut_Ubound(int32_t ubound) { columns_->ubound = ubound; }
+
 void clsCharacter::ListOut_Initialize(int32_t lStart, int32_t lWidth, eAlignment lAlign,
                                       int32_t lSpcAdd) {
-  columns_.initialize(lStart, lWidth, lAlign, lSpcAdd);
+  columns_->initialize(lStart, lWidth, lAlign, lSpcAdd);
 }
 
 void clsCharacter::ListOut_Index_Width(int32_t Index, int32_t lWidth) {
-  columns_.set_width(Index, lWidth);
+  columns_->set_width(Index, lWidth);
 }
 
 void clsCharacter::ListOut_Index_Align(int32_t Index, eAlignment lAlign) {
-  columns_.set_alignment(Index, lAlign);
+  columns_->set_alignment(Index, lAlign);
 }
 
 void clsCharacter::ListOut_Index_SpcAdd(int32_t Index, int32_t lSpcAdd) {
-  columns_.set_extra_blanks(Index, lSpcAdd);
+  columns_->set_extra_blanks(Index, lSpcAdd);
 }
 
 Text clsCharacter::tFormatByLenA(TextView tCell, int32_t Index) const {
-  return reporttext::format_cell(columns_, Index, tCell, notation_of(*this));
+  return reporttext::format_cell(*columns_, Index, tCell, notation_of(*this));
 }
 
 Text clsCharacter::tFormatByLen(TextView tCell, int32_t lWidth, eAlignment lAlign,
@@ -227,7 +229,7 @@ void clsCharacter::ListOut_TextAddRow(const std::vector<Text>& cells, int32_t lS
                                       TextView tPreSpc, TextView tEnd) {
   // The row is built whole before it is appended: a fault appends nothing.
   Text row;
-  TextAddRowA(row, cells, columns_.upper(), lStart, tPreSpc, tEnd);
+  TextAddRowA(row, cells, columns_->upper(), lStart, tPreSpc, tEnd);
   Txt(row);
 }
 
@@ -235,7 +237,7 @@ void clsCharacter::TextAddRowA(Text& tText, const std::vector<Text>& cells, int3
                                int32_t lStart, TextView tPreSpc, TextView tEnd) const {
   Text row;
   if (lStart == 0) row += tPreSpc;
-  row += reporttext::format_row(columns_, cells, lStart, lU, notation_of(*this));
+  row += reporttext::format_row(*columns_, cells, lStart, lU, notation_of(*this));
   row += tEnd;
   row += tConEnter1();
   tText += row;
@@ -251,18 +253,18 @@ void clsCharacter::ListOUt_AdjustWidth(int32_t& lAllWidth, int32_t lAdjustStart,
 }
 
 int32_t clsCharacter::ListOUt_AdjustWidthW(int32_t lAdjustStart, int32_t lAdd, int32_t lAdjust) {
-  return reporttext::adjust_widths(columns_, iMaxChrNow(), lAdjustStart, lAdd, lAdjust);
+  return reporttext::adjust_widths(*columns_, iMaxChrNow(), lAdjustStart, lAdd, lAdjust);
 }
 
 Text clsCharacter::ListOut_ConCaptionListCap_Text() {
-  columns_.check(2);  // columns 0 to 2 exist, or nothing is set
-  columns_.set_width(0, 5);
-  columns_.set_width(1, 10);
-  columns_.set_alignment(1, zkLeftJustify);
-  columns_.set_extra_blanks(1, 1);
-  columns_.set_width(2, 5);
-  columns_.set_alignment(2, zkCenter);
-  columns_.set_extra_blanks(2, 1);
+  columns_->check(2);  // columns 0 to 2 exist, or nothing is set
+  columns_->set_width(0, 5);
+  columns_->set_width(1, 10);
+  columns_->set_alignment(1, zkLeftJustify);
+  columns_->set_extra_blanks(1, 1);
+  columns_->set_width(2, 5);
+  columns_->set_alignment(2, zkCenter);
+  columns_->set_extra_blanks(2, 1);
   return u"    " + tFormatByLenA(tString(text_id::kColumnNumber), 0) +
          tFormatByLenA(tString(text_id::kControl), 1) +
          tFormatByLenA(tString(text_id::kSeismic), 2);
@@ -278,7 +280,7 @@ int16_t clsCharacter::iValiTextEnter(int16_t KeyIn, int32_t lResStr) const {
 
 void clsCharacter::DisplayProcess(int32_t L, int32_t N, platform::Control* panelM,
                                   int16_t iSign) const {
-  if (platform().progress) platform().progress->show(iSign, panelM, N, L);
+  if (platform_->progress) platform_->progress->show(iSign, panelM, N, L);
 }
 
 }  // namespace zelkora

@@ -1,4 +1,5 @@
 #include "zelkora/reporttext/report_table.h"
+#include "zelkora/frame/character_internals.h"
 
 #include <gtest/gtest.h>
 
@@ -81,9 +82,12 @@ TEST_F(ReportLayout, InitializeMakesColumnsToTheUpperIndexSetBefore) {
   EXPECT_EQ(fault_of([&] { chr.tFormatByLenA(u"x", 0); }), kIndex);  // no columns yet
   chr.ListOut_Ubound(3);
   chr.ListOut_Initialize(2, 10, zkLeftJustify, 2);
-  EXPECT_EQ(chr.column_layout().width, (std::vector<int32_t>{0, 0, 10, 10}));
-  EXPECT_EQ(chr.column_layout().alignment, (std::vector<int32_t>{0, 0, -1, -1}));
-  EXPECT_EQ(chr.column_layout().extra_blanks, (std::vector<int32_t>{0, 0, 2, 2}));
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).width,
+            (std::vector<int32_t>{0, 0, 10, 10}));
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).alignment,
+            (std::vector<int32_t>{0, 0, -1, -1}));
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).extra_blanks,
+            (std::vector<int32_t>{0, 0, 2, 2}));
   EXPECT_EQ(chr.tFormatByLenA(u"abc", 1), u"");
   EXPECT_EQ(chr.tFormatByLenA(u"abc", 2), u"  abc     ");
   chr.ListOut_Initialize(0, 6);  // right, one extra blank
@@ -94,13 +98,13 @@ TEST_F(ReportLayout, InitializeMakesColumnsToTheUpperIndexSetBefore) {
   EXPECT_EQ(fault_of([&] { chr.ListOut_Index_Width(4, 1); }), kIndex);
   chr.ListOut_Ubound(-1);
   chr.ListOut_Initialize(0, 6);
-  EXPECT_EQ(chr.column_layout().upper(), -1);
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).upper(), -1);
 }
 
 TEST_F(ReportLayout, IndexOutsideTheColumnsIsAFaultAndChangesNothing) {
   chr.ListOut_Ubound(1);
   chr.ListOut_Initialize(0, 8);
-  const reporttext::ColumnLayout before = chr.column_layout();
+  const reporttext::ColumnLayout before = clsCharacter::Internals::column_layout(chr);
   const std::function<void()> actions[] = {
       [&] { chr.ListOut_Index_Width(2, 1); },
       [&] { chr.ListOut_Index_Align(-1, zkCenter); },
@@ -111,8 +115,8 @@ TEST_F(ReportLayout, IndexOutsideTheColumnsIsAFaultAndChangesNothing) {
   };
   for (std::size_t i = 0; i < std::size(actions); ++i) {
     EXPECT_EQ(fault_of(actions[i]), kIndex) << i;
-    EXPECT_EQ(chr.column_layout().width, before.width) << i;
-    EXPECT_EQ(chr.column_layout().alignment, before.alignment) << i;
+    EXPECT_EQ(clsCharacter::Internals::column_layout(chr).width, before.width) << i;
+    EXPECT_EQ(clsCharacter::Internals::column_layout(chr).alignment, before.alignment) << i;
   }
 }
 
@@ -171,7 +175,8 @@ TEST_F(ReportLayout, AdjustWidthFillsTheLine) {
     int32_t adjust = c.adjust;
     chr.ListOUt_AdjustWidth(total, c.start, c.add, adjust);
     EXPECT_EQ(total, c.total) << c.start << " " << c.add << " " << c.adjust;
-    EXPECT_EQ(chr.column_layout().width, c.widths) << c.start << " " << c.add << " " << c.adjust;
+    EXPECT_EQ(clsCharacter::Internals::column_layout(chr).width, c.widths)
+        << c.start << " " << c.add << " " << c.adjust;
   }
 
   // The shorter forms use start 3, add 4 and adjust 1.
@@ -183,7 +188,8 @@ TEST_F(ReportLayout, AdjustWidthFillsTheLine) {
   EXPECT_EQ(total, 46);
   EXPECT_EQ(chr.ListOUt_AdjustWidthW(), 80);
   chr.ListOUt_AdjustWidth();
-  EXPECT_EQ(chr.column_layout().width, (std::vector<int32_t>{10, 10, 10, 44}));
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).width,
+            (std::vector<int32_t>{10, 10, 10, 44}));
 }
 
 TEST_F(ReportLayout, AdjustWidthFaultsLeaveTheLayout) {
@@ -205,10 +211,10 @@ TEST_F(ReportLayout, AdjustWidthFaultsLeaveTheLayout) {
     chr.ListOut_Initialize(0, 0);
     chr.ListOut_Index_Width(0, 10);
     chr.ListOut_Index_Width(3, c.last_width);
-    const std::vector<int32_t> before = chr.column_layout().width;
+    const std::vector<int32_t> before = clsCharacter::Internals::column_layout(chr).width;
     EXPECT_EQ(fault_of([&] { chr.ListOUt_AdjustWidthW(c.start, c.add, c.adjust); }), c.fault)
         << c.start << " " << c.add;
-    EXPECT_EQ(chr.column_layout().width, before);
+    EXPECT_EQ(clsCharacter::Internals::column_layout(chr).width, before);
   }
   // Widening past 32 bits in the last column, after the first was widened.
   reporttext::ColumnLayout layout;
@@ -226,9 +232,11 @@ TEST_F(ReportLayout, StandardHeader) {
   // Column 0 keeps its alignment and extra blanks; 1 and 2 get their own.
   const Text header = u"     柱号 控制     地震 ";
   EXPECT_EQ(chr.ListOut_ConCaptionListCap_Text(), header);
-  EXPECT_EQ(chr.column_layout().width, (std::vector<int32_t>{5, 10, 5, 8}));
-  EXPECT_EQ(chr.column_layout().alignment, (std::vector<int32_t>{1, -1, 0, 1}));
-  EXPECT_EQ(chr.column_layout().extra_blanks, (std::vector<int32_t>{0, 1, 1, 0}));
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).width, (std::vector<int32_t>{5, 10, 5, 8}));
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).alignment,
+            (std::vector<int32_t>{1, -1, 0, 1}));
+  EXPECT_EQ(clsCharacter::Internals::column_layout(chr).extra_blanks,
+            (std::vector<int32_t>{0, 1, 1, 0}));
   chr.Txt(u"#");
   chr.ListOut_ConCaptionListCap();
   EXPECT_EQ(chr.Txt(), u"#" + header);

@@ -434,7 +434,7 @@ int32_t clsCharacter::SplitTextToMulLine(TextView tText, std::vector<Text>& tLin
 }
 
 Text clsCharacter::SplitSP26(TextView tText) const {
-  const typeset::WrapLayout layout{iMaxChrNow(), first_line_indent(), following_line_indent()};
+  const typeset::WrapLayout layout{iMaxChrNow(), first_indent_, following_indent_};
   return typeset::wrap_between(tText, layout, tConEnter1());
 }
 

@@ -181,7 +181,7 @@ const Text& clsCharacter::format_pattern(TextView tEnter) {
   decimals_ = parsed.decimals;
   typeset::PowerSigns signs;
   if (super_sub_) {
-    signs = {squared_sign_markup(), cubed_sign_markup(), kFourthMarkup};
+    signs = {symbols_[kSquaredMarkup], symbols_[kCubedMarkup], kFourthMarkup};
   } else {
     signs = {tPubPf(), tPubLf(), kFourthPlain};
   }

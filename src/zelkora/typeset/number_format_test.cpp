@@ -1,4 +1,5 @@
 #include "zelkora/typeset/number_format.h"
+#include "zelkora/frame/character_internals.h"
 
 #include <gtest/gtest.h>
 
@@ -69,7 +70,7 @@ TEST(FormatCode, PatternsAndDecimals) {
   for (const CodeCase& c : cases) {
     chr.bSuperSub(c.markup);
     EXPECT_EQ(to_utf8(chr.tCF(c.code)), to_utf8(c.pattern)) << to_utf8(c.code);
-    EXPECT_EQ(chr.format_decimals(), c.decimals) << to_utf8(c.code);
+    EXPECT_EQ(clsCharacter::Internals::format_decimals(chr), c.decimals) << to_utf8(c.code);
   }
 }
 

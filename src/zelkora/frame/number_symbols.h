@@ -1,0 +1,15 @@
+// The symbols of the user's number notation, in which the library reads and
+// writes numbers (frame/numbers.h has the rules). clsCharacter::number_symbols
+// gives those of the user's locale.
+#pragma once
+
+namespace zelkora::frame {
+
+// A grouping symbol of 0 means the notation has none. A grouping symbol equal
+// to the decimal symbol is ignored (the decimal symbol wins).
+struct NumberSymbols {
+  char16_t decimal = u'.';
+  char16_t grouping = u',';
+};
+
+}  // namespace zelkora::frame
