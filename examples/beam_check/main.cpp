@@ -40,7 +40,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   zelkora::clsErrChr err;
-  zelkora::clsCharacter& chr = err.character();
+  zelkora::clsCharacter chr;
   const Text b_text = zelkora::from_utf8(argv[1]), h_text = zelkora::from_utf8(argv[2]);
   Text grade = zelkora::from_utf8(argv[3]);
   const Text steel = zelkora::from_utf8(argv[4]), m_text = zelkora::from_utf8(argv[5]);

@@ -18,6 +18,7 @@
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/grid_appearance.h"
+#include "zelkora/grid/grid_cell_internals.h"
 #include "zelkora/platform/codepage.h"
 #include "zelkora/platform/headless/headless_form.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
@@ -108,8 +109,8 @@ void demo_command(Args& args, std::ostream& out) {
   grid::FormSession session(platform, view.grid, view.title, view.panel, view.form);
   view.connect(&session);
   clsGridCell& form = session.cell();
-  const std::optional<int32_t> layout =
-      grid::layout_name_id(kLayout, clsCharacter::Internals::catalogue(form.character()));
+  const std::optional<int32_t> layout = grid::layout_name_id(
+      kLayout, clsCharacter::Internals::catalogue(clsGridCell::Internals::character(form)));
   if (!layout) throw Failure{"the layout clsBeamSteel is missing"};
   session.build(*layout);
   indent(out, view.grid.render());
@@ -164,7 +165,7 @@ void demo_command(Args& args, std::ostream& out) {
   if (!folder) throw Failure{"cannot make a temporary folder"};
   const std::filesystem::path dir(folder);
   const Text file = from_utf8((dir / "beam.zks").string());
-  const Text form_name = form.character().tResStr(*layout);
+  const Text form_name = clsGridCell::Internals::character(form).tResStr(*layout);
   Text add_data = u"演示";
   const bool saved = form.bLoadOrSaveData(u"Save", file, form_name, {}, add_data);
   platform::headless::HeadlessForm view2;
@@ -183,7 +184,7 @@ void demo_command(Args& args, std::ostream& out) {
 
   // 6. A short report.
   step(out, "Report");
-  clsCharacter& chr = form.character();
+  clsCharacter& chr = clsGridCell::Internals::character(form);
   const auto number = [&](int32_t item) {
     return frame::parse_number(texts[static_cast<std::size_t>(item)], chr.number_symbols())
         .value_or(0);

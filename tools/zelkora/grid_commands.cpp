@@ -9,6 +9,7 @@
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/form_session.h"
+#include "zelkora/grid/grid_cell_internals.h"
 #include "zelkora/platform/fault.h"
 #include "zelkora/platform/headless/headless_form.h"
 
@@ -36,10 +37,10 @@ void layout_command(Args& args, std::ostream& out) {
   args.expect(1);
   const Text name = arg_text(args[0]);
   clsGridCell grid;
-  grid.lInterfaceResID(layout_id(name, grid.character()));
+  grid.lInterfaceResID(layout_id(name, clsGridCell::Internals::character(grid)));
   grid.ReadLayoutResource();
   grid.SplitRowDescriptors();
-  const grid::RowTables& t = grid.row_tables();
+  const grid::RowTables& t = clsGridCell::Internals::row_tables(grid);
   std::string text =
       "rows=" + std::to_string(t.rows) + "\nlMax=" + std::to_string(t.max_item) + "\n";
   for (int32_t r = 1; r <= t.rows; ++r) {
@@ -190,12 +191,12 @@ void grid_command(Args& args, std::ostream& out) {
   grid::FormSession session(bundle, view.grid, view.title, view.panel, view.form);
   view.connect(&session);
   clsGridCell& cell = session.cell();
-  const int32_t id = layout_id(name, cell.character());
+  const int32_t id = layout_id(name, clsGridCell::Internals::character(cell));
   // The form's name as the catalogue writes it identifies its data files.
-  const Text form_name = cell.character().tResStr(id);
+  const Text form_name = clsGridCell::Internals::character(cell).tResStr(id);
   session.build(id);
   const std::vector<Event> events =
-      parse_script(lines, cell.row_tables().rows, cell.lMaxTextIndex());
+      parse_script(lines, clsGridCell::Internals::row_tables(cell).rows, cell.lMaxTextIndex());
 
   Text add_data;
   if (load && !cell.bLoadOrSaveData(u"Load", arg_text(*load), form_name, {}, add_data)) {
@@ -240,7 +241,8 @@ void grid_command(Args& args, std::ostream& out) {
   }
   if (save && !cell.bLoadOrSaveData(u"Save", arg_text(*save), form_name, {}, add_data)) {
     throw Failure{"cannot save the values of " + args[0] + " to " + *save + " (error " +
-                  std::to_string(cell.load_save().lLoadSaveMode(u"Save")) + ")"};
+                  std::to_string(clsGridCell::Internals::load_save(cell).lLoadSaveMode(u"Save")) +
+                  ")"};
   }
   out << out_text(from_utf8(view.grid.render(&view.title)));
   const std::string shown = box->shown.str();

@@ -194,14 +194,9 @@ class clsErrChr {
   int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore = false);
   int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore, Text& tErr);
 
-  // ---- For the library's own subsystems -----------------------------------
-  clsCharacter& character() { return *character_; }
-  const clsCharacter& character() const { return *character_; }
-  const Text& thousands_separator() const { return thousands_separator_; }
-  const Text& caption1() const { return caption1_; }
-  const Text& value1() const { return value1_; }
-  const Text& caption2() const { return caption2_; }
-  const Text& value2() const { return value2_; }
+  // The library's own access to the object's state; defined in
+  // checking/err_chr_internals.h, which is not installed.
+  struct Internals;
 
  private:
   // The text of a number in a message.

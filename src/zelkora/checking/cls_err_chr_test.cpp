@@ -1,4 +1,5 @@
 #include "zelkora/checking/cls_err_chr.h"
+#include "zelkora/checking/err_chr_internals.h"
 
 #include <gtest/gtest.h>
 
@@ -115,7 +116,7 @@ TEST(Messages, ShownMessageIsSeparatedTitledAndCleaned) {
   f.err->GenMsgErrorW(106, u"类别", u"X", u"列表");
   EXPECT_EQ(f.box->shown.back().title, u"无效输入！");
   f.err->GenMsgErrorW(4601110, u"A", u"B", u"C", u"D");
-  const Text entry = f.err->character().tString(61000);
+  const Text entry = clsErrChr::Internals::character(*f.err).tString(61000);
   EXPECT_EQ(f.box->shown.back().title, entry.substr(0, entry.find(u'|')));
   EXPECT_EQ(f.err->tError_Txt().find(f.box->shown.back().title), Text::npos);
 }
@@ -179,8 +180,8 @@ TEST(Messages, ErrorAddConAndColumnCount) {
     f.err->bMessageIgnore(true);
     f.err->ColumnNumberCheck(c.error, c.count);
     EXPECT_EQ(f.err->lError_ID(), c.error);
-    EXPECT_EQ(f.err->caption1(), c.caption1) << c.error << " " << c.count;
-    EXPECT_EQ(f.err->caption2(), c.caption2) << c.error << " " << c.count;
+    EXPECT_EQ(clsErrChr::Internals::caption1(*f.err), c.caption1) << c.error << " " << c.count;
+    EXPECT_EQ(clsErrChr::Internals::caption2(*f.err), c.caption2) << c.error << " " << c.count;
     if (c.error != 4603001) {
       EXPECT_NE(f.err->tError_Txt().find(c.caption1), Text::npos);
     }

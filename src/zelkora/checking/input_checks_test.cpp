@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include "zelkora/checking/err_chr_internals.h"
 
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/platform/headless/headless.h"
@@ -201,11 +202,11 @@ TEST(TwoValues, SignsAndValueTexts) {
     err->TextValue2(u"");
     EXPECT_EQ(err->GenCheckConErrW(c.sign, u"a", c.v1, u"b", c.v2, true), c.error)
         << to_utf8(c.sign) << " " << c.v1;
-    EXPECT_EQ(err->value1(), c.value1) << to_utf8(c.sign) << " " << c.v1;
-    EXPECT_EQ(err->value2(), c.value2) << to_utf8(c.sign) << " " << c.v1;
+    EXPECT_EQ(clsErrChr::Internals::value1(*err), c.value1) << to_utf8(c.sign) << " " << c.v1;
+    EXPECT_EQ(clsErrChr::Internals::value2(*err), c.value2) << to_utf8(c.sign) << " " << c.v1;
   }
   EXPECT_EQ(err->GenCheckConErr(u">", u"a", frame::Variant(u"x"), u"b", 1, true), 101);
-  EXPECT_EQ(err->caption1(), u"a");
+  EXPECT_EQ(clsErrChr::Internals::caption1(*err), u"a");
   EXPECT_EQ(err->GenCheckConErr(u">", u"a", frame::Variant(u"3"), u"b", 1, true), 0);
 }
 
@@ -214,7 +215,7 @@ TEST(Lists, CallerListsCatalogueListsAndConcreteGrades) {
   const std::vector<Text> list = {u"A", u"B", u"C"};
   EXPECT_EQ(err->GenCheckListErrW(u"k", u"B", list, 2, u"类别", Compare::Binary, true), 0);
   EXPECT_EQ(err->GenCheckListErrW(u"k", u"C", list, 1, u"类别", Compare::Binary, true), 106);
-  EXPECT_EQ(err->caption2(), u"类别");
+  EXPECT_EQ(clsErrChr::Internals::caption2(*err), u"类别");
   EXPECT_EQ(err->GenCheckListErrW(u"k", u"c", list, 9, u"类别", Compare::Text, true), 0);
   EXPECT_EQ(err->GenCheckListErr(u"k", u"2", {frame::Variant(1), frame::Variant(2)}, 1, u"n",
                                  Compare::Binary, true),
@@ -236,7 +237,7 @@ TEST(Lists, CallerListsCatalogueListsAndConcreteGrades) {
     EXPECT_EQ(err->CheckCboListErrW(c.list, u"k", c.entry, c.compare, true), c.error)
         << c.list << " " << to_utf8(c.entry);
   }
-  EXPECT_EQ(err->caption2(), u"输入框的下拉列表项目");
+  EXPECT_EQ(clsErrChr::Internals::caption2(*err), u"输入框的下拉列表项目");
 
   // A grade is read by its leading number with ".", whatever the notation.
   struct Grade {
@@ -254,7 +255,7 @@ TEST(Lists, CallerListsCatalogueListsAndConcreteGrades) {
     EXPECT_EQ(grade_checker->GenCheckHntQdDj(g.grade, true, message), g.error)
         << to_utf8(g.decimal) << " " << to_utf8(g.grade);
     EXPECT_EQ(message.empty(), g.error == 0);
-    EXPECT_EQ(grade_checker->caption1(), g.error ? u"混凝土的强度等级" : u"");
+    EXPECT_EQ(clsErrChr::Internals::caption1(*grade_checker), g.error ? u"混凝土的强度等级" : u"");
   }
 }
 

@@ -1,7 +1,9 @@
 // The seven public classes: they can be made and released, and each holds
 // its own objects.
 #include <gtest/gtest.h>
+#include "zelkora/checking/err_chr_internals.h"
 #include "zelkora/frame/character_internals.h"
+#include "zelkora/grid/grid_cell_internals.h"
 
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/controls/cls_controls_operation.h"
@@ -28,7 +30,7 @@ TEST_F(ClassFrame, EveryClassIsMadeAndReleased) {
   auto menu = std::make_unique<clsGridCellMain>();
   auto section = std::make_unique<clsSectionProperties>();
   auto controls = std::make_unique<clsControlsOperation>();
-  EXPECT_EQ(&clsCharacter::Internals::platform(grid->character()), p.get());
+  EXPECT_EQ(&clsCharacter::Internals::platform(clsGridCell::Internals::character(*grid)), p.get());
   EXPECT_EQ(&io->suite(), p->suite.get());
   grid.reset();
   menu.reset();
@@ -40,8 +42,8 @@ TEST_F(ClassFrame, ErrChrPassesItsLanguageToItsOwnCharacterOnly) {
   clsErrChr err;
   clsCharacter other;
   err.lLanguage(100000);
-  EXPECT_EQ(err.character().lLanguage(), 100000);
-  EXPECT_EQ(err.character().tString(100), u"");
+  EXPECT_EQ(clsErrChr::Internals::character(err).lLanguage(), 100000);
+  EXPECT_EQ(clsErrChr::Internals::character(err).tString(100), u"");
   EXPECT_EQ(other.lLanguage(), 0);
 }
 
@@ -49,16 +51,17 @@ TEST_F(ClassFrame, ErrChrCopiesTheThousandsSeparatorWhenMade) {
   auto comma = platform::Platform::headless();
   comma->locale = std::make_shared<platform::headless::FixedNumberLocale>(u",", u".");
   clsErrChr err(comma);
-  EXPECT_EQ(err.thousands_separator(), u".");
+  EXPECT_EQ(clsErrChr::Internals::thousands_separator(err), u".");
 }
 
 TEST_F(ClassFrame, GridCellHoldsThreeObjectsOfItsOwn) {
   clsGridCell a, b;
-  EXPECT_NE(&a.character(), &b.character());
-  EXPECT_NE(&a.character(), &a.errors().character());
-  a.character().lLanguage(7);
-  EXPECT_EQ(a.errors().character().lLanguage(), 0);
-  EXPECT_EQ(b.character().lLanguage(), 0);
+  EXPECT_NE(&clsGridCell::Internals::character(a), &clsGridCell::Internals::character(b));
+  EXPECT_NE(&clsGridCell::Internals::character(a),
+            &clsErrChr::Internals::character(clsGridCell::Internals::errors(a)));
+  clsGridCell::Internals::character(a).lLanguage(7);
+  EXPECT_EQ(clsErrChr::Internals::character(clsGridCell::Internals::errors(a)).lLanguage(), 0);
+  EXPECT_EQ(clsGridCell::Internals::character(b).lLanguage(), 0);
 }
 
 TEST(ControlsOperation, EveryMemberIsInert) {

@@ -1,10 +1,10 @@
 #include "zelkora/grid/cls_grid_cell.h"
 
-#include "zelkora/frame/character_internals.h"
-
 #include <string>
 
+#include "zelkora/frame/character_internals.h"
 #include "zelkora/grid/grid_appearance.h"
+#include "zelkora/grid/layout.h"
 #include "zelkora/platform/fault.h"
 
 namespace zelkora {
@@ -15,6 +15,9 @@ clsGridCell::clsGridCell(std::shared_ptr<const platform::Platform> platform)
     : character_(std::make_unique<clsCharacter>(platform)),
       errors_(std::make_unique<clsErrChr>(platform)),
       load_save_(std::make_unique<clsLoadSave>(platform)),
+      tables_(std::make_unique<grid::Tables>()),
+      rows_(tables_->rows),
+      items_(tables_->items),
       row_height_(grid::saved_row_height(*character_)) {}
 
 clsGridCell::~clsGridCell() {
@@ -24,6 +27,15 @@ clsGridCell::~clsGridCell() {
 }
 
 // ---- Descriptors and layouts ----
+
+void clsGridCell::GetEventRow(std::vector<bool>& X) const { X = rows_.event; }
+void clsGridCell::GetResID(std::vector<int32_t>& X) const { X = rows_.caption; }
+void clsGridCell::GetListRes(std::vector<int32_t>& X) const { X = rows_.list; }
+void clsGridCell::GetCheckSign(std::vector<Text>& X) const { X = rows_.check; }
+int32_t clsGridCell::lMaxTextIndex() const { return rows_.max_item; }
+void clsGridCell::GetCurrentText(std::vector<Text>& X) const { X = items_.current; }
+bool clsGridCell::valid_row(int32_t row) const { return row >= 1 && row <= rows_.rows; }
+bool clsGridCell::is_heading(int32_t row) const { return kind_of(row) == grid::kKindHeading; }
 
 void clsGridCell::ReadLayoutResource() {
   const std::optional<TextView> name =

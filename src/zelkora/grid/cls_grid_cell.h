@@ -26,10 +26,15 @@
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/frame/cls_character.h"
-#include "zelkora/grid/layout.h"
 #include "zelkora/platform/grid_control.h"
 
 namespace zelkora {
+
+namespace grid {
+struct RowTables;
+struct ItemTables;
+struct Tables;
+}  // namespace grid
 
 class clsGridCell {
  public:
@@ -38,11 +43,6 @@ class clsGridCell {
   ~clsGridCell();
   clsGridCell(const clsGridCell&) = delete;
   clsGridCell& operator=(const clsGridCell&) = delete;
-
-  // For the library's own subsystems.
-  clsCharacter& character() { return *character_; }
-  clsErrChr& errors() { return *errors_; }
-  clsLoadSave& load_save() { return *load_save_; }
 
   // ---- Descriptors and layouts ----
   //
@@ -77,24 +77,20 @@ class clsGridCell {
 
   // Copies of the tables: by row (1..R), or by item (0..lMax) for the caption,
   // list and check tables after GetTextResID.
-  void GetEventRow(std::vector<bool>& X) const { X = rows_.event; }
-  void GetResID(std::vector<int32_t>& X) const { X = rows_.caption; }
-  void GetListRes(std::vector<int32_t>& X) const { X = rows_.list; }
-  void GetCheckSign(std::vector<Text>& X) const { X = rows_.check; }
-  int32_t lMaxTextIndex() const { return rows_.max_item; }
+  void GetEventRow(std::vector<bool>& X) const;
+  void GetResID(std::vector<int32_t>& X) const;
+  void GetListRes(std::vector<int32_t>& X) const;
+  void GetCheckSign(std::vector<Text>& X) const;
+  int32_t lMaxTextIndex() const;
 
   // The text row lRow (1..R) starts with (grid::default_text, with the row's
   // list and its item's current text). Fault(IndexOutOfRange) for a row
   // outside 1..R or before the descriptors are split.
   Text tDefaultText(int32_t lRow) const;
 
-  // For the library's own subsystems: the tables, and the item defaults
-  // derived from them (every non-heading row; a layout whose item index
-  // exceeds lMax throws Fault(IndexOutOfRange)).
-  const grid::RowTables& row_tables() const { return rows_; }
-  grid::ItemTables& item_tables() { return items_; }
-  const grid::ItemTables& item_tables() const { return items_; }
-  void derive_default_texts();
+  // The library's own access to the object's state; defined in
+  // grid/grid_cell_internals.h, which is not installed.
+  struct Internals;
 
   // ---- Grid construction ----
   //
@@ -195,12 +191,6 @@ class clsGridCell {
   // of a group that is itself collapsed stay collapsed.
   void ExpandGroupMembers(int32_t lRow, bool bExpand);
 
-  // For the library's own subsystems and tests: the row height in use, the
-  // per-row collapsed flags (1..R), whether the grid has been built.
-  int32_t row_height() const { return row_height_; }
-  const std::vector<bool>& collapsed_rows() const { return collapsed_; }
-  bool built() const { return built_; }
-
   // ---- Cell editing cycle ----
   //
   // The form forwards the grid control's events. Handlers without a row
@@ -295,7 +285,7 @@ class clsGridCell {
   // All current texts (0..lMax) out, or in: the table keeps 0..lMax,
   // elements the array does not reach become empty, elements beyond lMax are
   // ignored. The cells are not changed (CellText does that).
-  void GetCurrentText(std::vector<Text>& X) const { X = items_.current; }
+  void GetCurrentText(std::vector<Text>& X) const;
   void LetCurrentText(const std::vector<Text>& X);
   // Replaces the hidden marks (as LetCurrentText: 0..lMax, missing ones
   // false). ControlEnable applies them.
@@ -326,7 +316,7 @@ class clsGridCell {
   // both reach) take the saved values, and the value cells and their bold
   // marks are refilled. Any other mode does nothing and answers false.
   // False when the file cannot be written or read; nothing is shown, and
-  // load_save().last_error() holds the number of the failure (2001 to 2003).
+  // the number to report is lLoadSaveMode(tMode) of clsLoadSave.
   bool bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextView tPro1, TextView tPro2,
                        Text& tAddData);
 
@@ -349,7 +339,7 @@ class clsGridCell {
   // the per-row tables, or through the row's item once GetTextResID has
   // indexed them by item.
   bool ready() const { return built_ && grid_ != nullptr; }
-  bool valid_row(int32_t row) const { return row >= 1 && row <= rows_.rows; }
+  bool valid_row(int32_t row) const;
   int32_t kind_of(int32_t row) const;  // absolute
   int32_t item_of(int32_t row) const;
   // The row's item index when it has one within 0..lMax, else -1.
@@ -357,7 +347,7 @@ class clsGridCell {
   int32_t caption_of(int32_t row) const;
   int32_t list_of(int32_t row) const;
   Text check_of(int32_t row) const;
-  bool is_heading(int32_t row) const { return kind_of(row) == grid::kKindHeading; }
+  bool is_heading(int32_t row) const;
   bool item_hidden(int32_t row) const;
   int32_t shown_height(int32_t row) const;
   // The member rows directly below a group row: [first, last], empty when
@@ -383,6 +373,10 @@ class clsGridCell {
   void refill_cells();
   bool save_values(TextView tDataSaveName, TextView tPro1, TextView tAddData);
   bool load_values(TextView tDataSaveName, TextView tPro1, TextView tPro2, Text& tAddData);
+  // The default texts of the items, derived from the tables (every
+  // non-heading row; a layout whose item index exceeds lMax throws
+  // Fault(IndexOutOfRange)).
+  void derive_default_texts();
 
   std::unique_ptr<clsCharacter> character_;
   std::unique_ptr<clsErrChr> errors_;
@@ -391,8 +385,9 @@ class clsGridCell {
   // Descriptors and layouts.
   int32_t interface_res_id_ = 0;
   bool rows_loaded_ = false;  // a layout was read, or the form gave its rows
-  grid::RowTables rows_;
-  grid::ItemTables items_;
+  std::unique_ptr<grid::Tables> tables_;
+  grid::RowTables& rows_;
+  grid::ItemTables& items_;
 
   // Grid construction.
   platform::GridControl* grid_ = nullptr;

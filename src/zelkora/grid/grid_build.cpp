@@ -8,6 +8,7 @@
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/group_value.h"
+#include "zelkora/grid/layout.h"
 #include "zelkora/platform/fault.h"
 
 namespace zelkora {

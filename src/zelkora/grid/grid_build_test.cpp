@@ -2,6 +2,7 @@
 // box, the row/item mapping and the placement on resize.
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include "zelkora/grid/grid_cell_internals.h"
 
 #include <array>
 #include <filesystem>
@@ -68,7 +69,7 @@ TEST(GridBuild, SavedRowHeightIsUsedAsItStands) {
           Text(u"[Zelkora 结构快速设计/Options]\ncboOpt11=") + c.saved + u"\n");
     }
     f.build();
-    EXPECT_EQ(f.cell->row_height(), c.height);
+    EXPECT_EQ(clsGridCell::Internals::row_height(*f.cell), c.height);
     EXPECT_EQ(f.grid.DefaultRowHeight(), c.height);
     EXPECT_EQ(f.grid.RowHeight(kRowWidth), c.height);
     EXPECT_EQ(f.grid.RowHeight(kRowOptions + 1), 0);

@@ -2,6 +2,8 @@
 // ignored changes, hidden marks, keys, default values, the leave check and
 // the grid's values in a data file.
 #include <gtest/gtest.h>
+#include "zelkora/checking/err_chr_internals.h"
+#include "zelkora/grid/grid_cell_internals.h"
 
 #include <algorithm>
 
@@ -48,9 +50,10 @@ TEST(GridEditing, GroupValuesSplitIntoMembersAndJoinBack) {
     EXPECT_EQ(f.value(kRowDiameter), c.diameter);
     ASSERT_EQ(f.messages->shown.size(), c.cancel ? 1u : 0u);
     if (c.cancel) {
-      EXPECT_EQ(cell.errors().lError_ID(), 200);
-      EXPECT_EQ(cell.errors().caption1(), u"通长纵向钢筋");
-      EXPECT_EQ(cell.errors().value1(), u"2,16,3");
+      EXPECT_EQ(clsGridCell::Internals::errors(cell).lError_ID(), 200);
+      EXPECT_EQ(clsErrChr::Internals::caption1(clsGridCell::Internals::errors(cell)),
+                u"通长纵向钢筋");
+      EXPECT_EQ(clsErrChr::Internals::value1(clsGridCell::Internals::errors(cell)), u"2,16,3");
       EXPECT_NE(f.messages->shown[0].text.find(u"2,16,3"), Text::npos);
       EXPECT_TRUE(f.leave());  // leaving again without typing is refused again
       EXPECT_EQ(f.messages->shown.size(), 2u);
@@ -221,7 +224,8 @@ TEST(GridEditing, ListsFillOnDropDownAndAPickAppliesTheGroupRule) {
   cell.ExpandGroupMembers(kRowBars, true);
   f.grid.ActiveCell(kRowBars, 3);
   cell.GridCell_ComboDropDown();
-  EXPECT_EQ(f.grid.ComboList(kRowBars, 3), cell.character().ComboBoxList(5752));
+  EXPECT_EQ(f.grid.ComboList(kRowBars, 3),
+            clsGridCell::Internals::character(cell).ComboBoxList(5752));
   f.grid.Text(kRowBars, 3, u"3, 20");
   cell.GridCell_ComboClickA();
   EXPECT_EQ(f.value(kRowCount), u"3");

@@ -7,6 +7,7 @@
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/grid_appearance.h"
+#include "zelkora/grid/layout.h"
 
 namespace zelkora {
 

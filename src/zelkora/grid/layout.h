@@ -111,6 +111,12 @@ struct ItemTables {
   void resize(int32_t max_item);
 };
 
+// The tables of one grid: by row and by item.
+struct Tables {
+  RowTables rows;
+  ItemTables items;
+};
+
 // ---- Layouts ---------------------------------------------------------------
 
 // The GBK bytes of the layout `name` from the last source that has it, or

@@ -1,5 +1,6 @@
 #include "zelkora/grid/layout.h"
 #include "zelkora/frame/character_internals.h"
+#include "zelkora/grid/grid_cell_internals.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -194,7 +195,7 @@ TEST_F(Layouts, FormRowsFillTheTablesAndSwapToItemsWithoutALayout) {
   grid.GetResID(captions);
   EXPECT_EQ(ev, events);
   EXPECT_EQ(captions, (std::vector<int32_t>{0, 1346, 1002, 1370, 1372}));
-  EXPECT_EQ(grid.row_tables().kind[3], -110);
+  EXPECT_EQ(clsGridCell::Internals::row_tables(grid).kind[3], -110);
   EXPECT_EQ(grid.lMaxTextIndex(), 2);
   EXPECT_EQ(grid.tDefaultText(3), u"2, 16");
 
@@ -224,10 +225,10 @@ TEST_F(Layouts, BeamLayoutReadsIntoRowAndItemTables) {
   grid.lInterfaceResID(63706);
   grid.ReadLayoutResource();
   grid.SplitRowDescriptors();
-  const RowTables& t = grid.row_tables();
+  const RowTables& t = clsGridCell::Internals::row_tables(grid);
   EXPECT_EQ(t.rows, 31);
   EXPECT_EQ(grid.lMaxTextIndex(), 25);
-  ASSERT_EQ(grid.item_tables().current.size(), 26u);
+  ASSERT_EQ(clsGridCell::Internals::item_tables(grid).current.size(), 26u);
   // Row 17 is the collapsed group of items 16 and 17; the options heading is collapsed.
   EXPECT_EQ(t.item[17], 15);
   EXPECT_EQ(t.kind[17], -110);
@@ -235,9 +236,9 @@ TEST_F(Layouts, BeamLayoutReadsIntoRowAndItemTables) {
   EXPECT_EQ(t.kind[26], -10);
   EXPECT_TRUE(t.event[29]);   // 6, 显示配筋率
   EXPECT_FALSE(t.event[28]);  // 3, comment in field 3
-  grid.item_tables().current[1] = u"L-9";
-  grid.derive_default_texts();
-  const std::vector<Text>& d = grid.item_tables().defaults;
+  clsGridCell::Internals::item_tables(grid).current[1] = u"L-9";
+  clsGridCell::Internals::derive_default_texts(grid);
+  const std::vector<Text>& d = clsGridCell::Internals::item_tables(grid).defaults;
   EXPECT_EQ(d[15], u"2, 16");
   EXPECT_EQ(d[2], u"30");
   EXPECT_EQ(d[3], u"否");
@@ -328,9 +329,9 @@ TEST_F(Layouts, EveryShippedLayoutKeepsTheRules) {
     grid.lInterfaceResID(*id);
     grid.ReadLayoutResource();
     grid.SplitRowDescriptors();
-    grid.derive_default_texts();
-    const RowTables& t = grid.row_tables();
-    const std::vector<Text>& defaults = grid.item_tables().defaults;
+    clsGridCell::Internals::derive_default_texts(grid);
+    const RowTables& t = clsGridCell::Internals::row_tables(grid);
+    const std::vector<Text>& defaults = clsGridCell::Internals::item_tables(grid).defaults;
     std::set<int32_t> items, heading_captions;
     ASSERT_GT(t.rows, 0);
     EXPECT_LT(t.item[1], 0) << "the first row is a heading";
