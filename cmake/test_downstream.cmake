@@ -1,5 +1,6 @@
-# Installs the built library into WORK_DIR/prefix, then configures, builds and
-# runs examples/beam_check against it, as a calculation program would.
+# Installs the built library into WORK_DIR/prefix, compiles each installed
+# header alone, then configures, builds and runs examples/beam_check against
+# it, as a calculation program would.
 file(REMOVE_RECURSE ${WORK_DIR})
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
@@ -9,6 +10,13 @@ function(run)
   set(output "${out}" PARENT_SCOPE)
 endfunction()
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
+# Every installed header compiles on its own against the installed tree.
+file(GLOB_RECURSE headers RELATIVE ${WORK_DIR}/prefix/include ${WORK_DIR}/prefix/include/*.h)
+foreach(header ${headers})
+  set(unit ${WORK_DIR}/headers/${header}.cpp)
+  file(WRITE ${unit} "#include \"${header}\"\n")
+  run(${CXX} -std=c++20 -fsyntax-only -I${WORK_DIR}/prefix/include ${unit})
+endforeach()
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/beam_check -B ${WORK_DIR}/build
     -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_CXX_COMPILER=${CXX})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build -j2)

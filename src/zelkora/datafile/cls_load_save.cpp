@@ -1,5 +1,7 @@
 // clsLoadSave: start and end, and the record operations of the data file.
 #include "zelkora/datafile/cls_load_save.h"
+#include "zelkora/frame/catalogue.h"
+#include "zelkora/frame/numbers.h"
 
 #include <limits>
 #include <string>

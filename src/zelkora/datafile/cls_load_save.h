@@ -86,10 +86,8 @@
 #include <string>
 #include <vector>
 
-#include "zelkora/datafile/form_file.h"
-#include "zelkora/datafile/form_state.h"
-#include "zelkora/frame/catalogue.h"
-#include "zelkora/frame/numbers.h"
+#include "zelkora/datafile/form_values.h"
+#include "zelkora/frame/number_symbols.h"
 #include "zelkora/frame/variant.h"
 #include "zelkora/platform/controls.h"
 #include "zelkora/platform/platform.h"
@@ -97,9 +95,14 @@
 
 namespace zelkora {
 
+namespace frame {
+class Catalogue;
+}
 namespace datafile {
 struct OpenFile;
-}
+class FormRecords;
+struct FormFile;
+}  // namespace datafile
 
 // The unit of a data file.
 struct UseBinRecord {
@@ -296,8 +299,9 @@ class clsLoadSave {
   // Whether the file of FileOpenID has no byte left at its position.
   bool at_end_of_file() const;
 
-  const platform::Platform& platform() const { return *platform_; }
-  platform::SuiteServices& suite() const { return *suite_; }
+  // The library's own access to the object's state; defined in
+  // datafile/load_save_internals.h, which is not installed.
+  struct Internals;
 
  private:
   Text text(int32_t id) const;
@@ -315,10 +319,7 @@ class clsLoadSave {
   // The most records the rest of the open file can hold.
   int64_t records_left() const;
   friend class datafile::FormRecords;
-  friend bool datafile::save_form_file(clsLoadSave&, TextView, TextView,
-                                       const std::function<bool()>&);
-  friend bool datafile::load_form_file(clsLoadSave&, TextView, TextView, TextView,
-                                       const std::function<bool()>&);
+  friend struct datafile::FormFile;
 
   std::shared_ptr<const platform::Platform> platform_;
   std::shared_ptr<platform::SuiteServices> suite_;

@@ -1,5 +1,6 @@
 // The frame of a form's data file.
 #include "zelkora/datafile/form_file.h"
+#include "zelkora/frame/catalogue.h"
 
 #include <algorithm>
 #include <limits>
@@ -32,7 +33,7 @@ bool read_frame(clsLoadSave& ls, TextView program, TextView accepted, int32_t mo
 
 }  // namespace
 
-bool save_form_file(clsLoadSave& ls, TextView file, TextView program,
+bool FormFile::save(clsLoadSave& ls, TextView file, TextView program,
                     const std::function<bool()>& groups) {
   bool ok = ls.OpenFileA(file, ls.text(text_id::kOutput));
   if (ok) {
@@ -45,7 +46,7 @@ bool save_form_file(clsLoadSave& ls, TextView file, TextView program,
   return ok;
 }
 
-bool load_form_file(clsLoadSave& ls, TextView file, TextView program, TextView accepted,
+bool FormFile::load(clsLoadSave& ls, TextView file, TextView program, TextView accepted,
                     const std::function<bool()>& group) {
   bool ok = ls.OpenFileA(file, ls.text(text_id::kInput));
   if (ok) {

@@ -26,16 +26,18 @@ class clsLoadSave;
 
 namespace zelkora::datafile {
 
-// Saves `file`: the frame around the records that `groups` writes (true when
-// they all were written).
-bool save_form_file(clsLoadSave& ls, TextView file, TextView program,
-                    const std::function<bool()>& groups);
+struct FormFile {
+  // Saves `file`: the frame around the records that `groups` writes (true
+  // when they all were written).
+  static bool save(clsLoadSave& ls, TextView file, TextView program,
+                   const std::function<bool()>& groups);
 
-// Loads `file`: each record between the frame is read into the object's
-// buffer (ID, Member) and handed to `group`, which reads the rest of a group
-// it knows through the W readers and ignores any other record; false from
-// `group` is a damaged file.
-bool load_form_file(clsLoadSave& ls, TextView file, TextView program, TextView accepted,
-                    const std::function<bool()>& group);
+  // Loads `file`: each record between the frame is read into the object's
+  // buffer (ID, Member) and handed to `group`, which reads the rest of a
+  // group it knows through the W readers and ignores any other record; false
+  // from `group` is a damaged file.
+  static bool load(clsLoadSave& ls, TextView file, TextView program, TextView accepted,
+                   const std::function<bool()>& group);
+};
 
 }  // namespace zelkora::datafile

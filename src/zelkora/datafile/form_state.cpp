@@ -2,6 +2,7 @@
 // driver of a form. The record patterns are in form_state.h.
 #include "zelkora/datafile/form_state.h"
 #include "zelkora/datafile/form_file.h"
+#include "zelkora/frame/numbers.h"
 
 #include <algorithm>
 #include <array>
@@ -720,7 +721,7 @@ bool clsLoadSave::bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextVi
   const int32_t mode = lLoadSaveMode(tMode);
   const Text flag_name = text(text_id::kDisplayTuLiName);
   if (mode == error_id::kDataFileNotSaved) {
-    return datafile::save_form_file(*this, tDataSaveName, tPro1, [&] {
+    return datafile::FormFile::save(*this, tDataSaveName, tPro1, [&] {
       bool ok = true;
       if (bDisplayTuLi != nullptr) ok = WriteFile_100_StrA(flag_name, *bDisplayTuLi);
       ok = WriteFile_ComboBox_BsA(CboB, false, kComboBoxes) && ok;
@@ -733,7 +734,7 @@ bool clsLoadSave::bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextVi
 
   FormGroups read;
   FormRecords r(*this, nullptr);
-  const bool loaded = datafile::load_form_file(*this, tDataSaveName, tPro1, tPro2, [&] {
+  const bool loaded = datafile::FormFile::load(*this, tDataSaveName, tPro1, tPro2, [&] {
     const int32_t id = r.id();
     if (id == record_id::kName && bDisplayTuLi != nullptr && r.member() == flag_name) {
       bool value = false;

@@ -8,6 +8,7 @@
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/controls/cls_controls_operation.h"
 #include "zelkora/datafile/cls_load_save.h"
+#include "zelkora/datafile/load_save_internals.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/platform/headless/headless.h"
@@ -31,7 +32,7 @@ TEST_F(ClassFrame, EveryClassIsMadeAndReleased) {
   auto section = std::make_unique<clsSectionProperties>();
   auto controls = std::make_unique<clsControlsOperation>();
   EXPECT_EQ(&clsCharacter::Internals::platform(clsGridCell::Internals::character(*grid)), p.get());
-  EXPECT_EQ(&io->suite(), p->suite.get());
+  EXPECT_EQ(&clsLoadSave::Internals::suite(*io), p->suite.get());
   grid.reset();
   menu.reset();
   err.reset();

@@ -77,13 +77,12 @@ class clsGridCellMain {
   // Appends a menu line unless `text` is empty; true (stop) when it is.
   bool bAddMenuLine(TextView text, int32_t kind);
 
-  // For the library's own subsystems.
-  clsCharacter& character() { return *character_; }
+  // The menu as read from its file: line n is grid row n (element 0 unused).
   const std::vector<MenuLine>& menu_lines() const { return lines_; }
-  // Reads the menu file into the lines (GridCell_Initialize does this first).
-  void read_menu();
 
  private:
+  // Reads the menu file into the lines (GridCell_Initialize does this first).
+  void read_menu();
   void toggle_group(int32_t row, bool expand);
   void highlight(int32_t row, bool on);
 

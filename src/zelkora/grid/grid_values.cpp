@@ -23,7 +23,7 @@ bool clsGridCell::bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextVi
 
 bool clsGridCell::save_values(TextView tDataSaveName, TextView tPro1, TextView tAddData) {
   clsLoadSave& ls = *load_save_;
-  return datafile::save_form_file(ls, tDataSaveName, tPro1, [&] {
+  return datafile::FormFile::save(ls, tDataSaveName, tPro1, [&] {
     bool ok = ls.WriteFile_100_StrA(character_->tResStr(text_id::kDisplayTuLiName), display_tu_li_);
     ok = ls.WriteFile_100_StrA(character_->tResStr(text_id::kAddDataName), tAddData) && ok;
     return ls.WriteFile_Array_Str_1A(items_.current, character_->tResStr(text_id::kCellTextName)) &&
@@ -42,7 +42,7 @@ bool clsGridCell::load_values(TextView tDataSaveName, TextView tPro1, TextView t
   std::optional<std::vector<Text>> texts;
 
   // The values change only once the whole file has been read.
-  const bool loaded = datafile::load_form_file(ls, tDataSaveName, tPro1, tPro2, [&] {
+  const bool loaded = datafile::FormFile::load(ls, tDataSaveName, tPro1, tPro2, [&] {
     if (ls.ID() != record_id::kName) return true;
     if (ls.Member() == flag_name) {
       bool value = false;
