@@ -6,6 +6,7 @@
 
 #include "zelkora/frame/numbers.h"
 #include "zelkora/platform/fault.h"
+#include "zelkora/platform/utf8.h"
 
 namespace zelkora::cli {
 
@@ -28,13 +29,6 @@ void print_help(const std::vector<Command>& commands, std::ostream& out) {
     out << "  " << c.name << (c.usage.empty() ? "" : " ") << c.usage << "\n      " << c.summary
         << "\n";
   }
-}
-
-int hex_digit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
 }
 
 }  // namespace
@@ -85,7 +79,7 @@ Text arg_text(std::string_view arg) {
     if (hit == std::string_view::npos || hit + 6 > arg.size()) break;
     int value = 0;
     for (std::size_t k = hit + 2; k < hit + 6 && value >= 0; ++k) {
-      const int d = hex_digit(arg[k]);
+      const int d = hex_digit_value(arg[k]);
       value = d < 0 ? -1 : value * 16 + d;
     }
     if (value < 0) {

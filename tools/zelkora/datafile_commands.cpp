@@ -5,6 +5,7 @@
 // carriage return and a backslash are written \t \n \r \\ and private-use
 // characters \uXXXX, so that every member fits on its line and reads back
 // exactly.
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -17,6 +18,7 @@
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/platform/codepage.h"
+#include "zelkora/platform/utf8.h"
 
 namespace zelkora::cli {
 
@@ -56,57 +58,27 @@ std::string escape_member(TextView member) {
   return out_text(escaped);
 }
 
-int hex_value(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
-}
-
-// The member of a line, or a Failure naming the line.
+// The member of a line, or a Failure naming the line: UTF-8 with the escapes
+// of the library's text files.
 Text unescape_member(std::string_view utf8, std::size_t line) {
   auto fail = [line](const std::string& why) {
     return Failure{"line " + std::to_string(line) + ": " + why + "; nothing was written"};
   };
-  const Text raw = from_utf8(utf8);
-  if (to_utf8(raw) != utf8) throw fail("the member is not valid UTF-8");
   Text member;
-  member.reserve(raw.size());
-  for (std::size_t i = 0; i < raw.size(); ++i) {
-    if (raw[i] != u'\\') {
-      member.push_back(raw[i]);
-      continue;
+  std::size_t at = 0;
+  while (at < utf8.size()) {
+    const std::size_t slash = std::min(utf8.find('\\', at), utf8.size());
+    if (!append_utf8(utf8.substr(at, slash - at), member)) {
+      throw fail("the member is not valid UTF-8");
     }
-    const char16_t next = i + 1 < raw.size() ? raw[i + 1] : u'\0';
-    ++i;
-    switch (next) {
-      case u't':
-        member.push_back(u'\t');
-        break;
-      case u'n':
-        member.push_back(u'\n');
-        break;
-      case u'r':
-        member.push_back(u'\r');
-        break;
-      case u'\\':
-        member.push_back(u'\\');
-        break;
-      case u'u': {
-        int value = 0;
-        for (std::size_t k = i + 1; k < i + 5 && value >= 0; ++k) {
-          const int digit =
-              k < raw.size() && raw[k] < 0x80 ? hex_value(static_cast<char>(raw[k])) : -1;
-          value = digit < 0 ? -1 : value * 16 + digit;
-        }
-        if (value < 0) throw fail("\\u needs four hexadecimal digits");
-        member.push_back(static_cast<char16_t>(value));
-        i += 4;
-        break;
-      }
-      default:
-        throw fail("unknown escape (use \\t \\n \\r \\\\ \\uXXXX)");
-    }
+    if (slash == utf8.size()) break;
+    char16_t unit = 0;
+    EscapeProblem problem = EscapeProblem::kNone;
+    const std::size_t taken = read_escape(utf8, slash, unit, problem);
+    if (problem == EscapeProblem::kShortUnicode) throw fail("\\u needs four hexadecimal digits");
+    if (taken == 0) throw fail("unknown escape (use \\t \\n \\r \\\\ \\uXXXX)");
+    member.push_back(unit);
+    at = slash + taken;
   }
   return member;
 }

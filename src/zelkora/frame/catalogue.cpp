@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "zelkora/platform/resources.h"
+#include "zelkora/platform/utf8.h"
 
 namespace zelkora::frame {
 
@@ -16,18 +17,22 @@ constexpr std::string_view kCatalogueFolder = "catalogue";
 constexpr std::string_view kExtension = ".tsv";
 constexpr std::size_t kMaxFileSize = 64u << 20;
 
+// The lines of a file: its line feeds and one more.
+std::size_t line_count(std::string_view content) {
+  std::size_t lines = 1;
+  for (const char *p = content.data(), *end = p + content.size();
+       (p = static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p))));
+       ++p) {
+    ++lines;
+  }
+  return lines;
+}
+
 // A table at most 70 % full.
 std::size_t table_size_for(std::size_t texts) {
   std::size_t size = 16;
   while (size * 7 < texts * 10) size <<= 1;
   return size;
-}
-
-int hex_value(unsigned char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
 }
 
 // The catalogue files of a source, in name order: "catalogue/*.tsv", or the
@@ -59,7 +64,7 @@ std::shared_ptr<Catalogue> build(const platform::ResourceSources& sources,
             {source->location(path), 0, "the file cannot be read (or is over 64 MiB)"});
         continue;
       }
-      lines += static_cast<std::size_t>(std::count(content->begin(), content->end(), '\n')) + 1;
+      lines += line_count(*content);
       files.emplace_back(source->location(path), std::move(*content));
     }
   }
@@ -115,7 +120,7 @@ std::optional<CatalogueProblem> Catalogue::add_file(std::string_view name,
   const auto* p = reinterpret_cast<const unsigned char*>(content.data());
   const unsigned char* const end = p + content.size();
 
-  const std::size_t lines = static_cast<std::size_t>(std::count(p, end, '\n')) + 1;
+  const std::size_t lines = line_count(content);
   reserve_slots(count_ + lines);
   // What the file changes in the table, to undo it exactly on a problem:
   // slots it filled, and slots whose text it replaced with their old value.
@@ -166,79 +171,39 @@ std::optional<CatalogueProblem> Catalogue::add_file(std::string_view name,
     }
     ++p;
 
-    // The text, up to the end of the line.
+    // The text, up to the end of the line; a CR before the line feed ends it.
+    const void* line_feed = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
+    const unsigned char* const next_line =
+        line_feed ? static_cast<const unsigned char*>(line_feed) + 1 : end;
+    const unsigned char* text_end = line_feed ? next_line - 1 : end;
+    if (text_end > p && text_end[-1] == '\r') --text_end;
     char16_t* const text = dst;
-    while (p < end) {
-      const unsigned char b = *p;
-      if (b < 0x80) {
-        if (b == '\n') break;
-        if (b == '\r' && (p + 1 == end || p[1] == '\n')) {
-          ++p;  // the CR of a CR LF line end
-          continue;
-        }
-        if (b != '\\') {
-          *dst++ = b;
-          ++p;
-          continue;
-        }
-        if (p + 1 == end || p[1] == '\n' || (p[1] == '\r' && (p + 2 == end || p[2] == '\n'))) {
-          return fail("a backslash ends the line");
-        }
-        switch (p[1]) {
-          case 't':
-            *dst++ = u'\t';
-            break;
-          case 'n':
-            *dst++ = u'\n';
-            break;
-          case 'r':
-            *dst++ = u'\r';
-            break;
-          case '\\':
-            *dst++ = u'\\';
-            break;
-          case 'u': {
-            unsigned value = 0;
-            for (int k = 0; k < 4; ++k) {
-              const int digit = p + 2 + k < end ? hex_value(p[2 + k]) : -1;
-              if (digit < 0) return fail("\\u needs four hexadecimal digits");
-              value = value * 16 + static_cast<unsigned>(digit);
-            }
-            *dst++ = static_cast<char16_t>(value);
-            p += 4;
-            break;
-          }
-          default:
-            return fail(std::string("unknown escape \\") + static_cast<char>(p[1]));
-        }
-        p += 2;
-        continue;
+    while (p < text_end) {
+      // A run of UTF-8 up to the next escape, then the escape.
+      const void* slash = std::memchr(p, '\\', static_cast<std::size_t>(text_end - p));
+      const unsigned char* const run_end =
+          slash ? static_cast<const unsigned char*>(slash) : text_end;
+      const std::string_view run(reinterpret_cast<const char*>(p),
+                                 static_cast<std::size_t>(run_end - p));
+      std::size_t stopped = 0;
+      dst = decode_utf8_into(run, dst, stopped);
+      if (stopped != run.size()) return fail("invalid UTF-8 at column " + column(p + stopped));
+      p = run_end;
+      if (p == text_end) break;
+      if (p + 1 == text_end) return fail("a backslash ends the line");
+      EscapeProblem problem = EscapeProblem::kNone;
+      const std::size_t taken =
+          read_escape(std::string_view(reinterpret_cast<const char*>(p),
+                                       static_cast<std::size_t>(text_end - p)),
+                      0, *dst, problem);
+      if (problem == EscapeProblem::kShortUnicode) return fail("\\u needs four hexadecimal digits");
+      if (problem == EscapeProblem::kUnknown) {
+        return fail(std::string("unknown escape \\") + static_cast<char>(p[1]));
       }
-      // A well-formed three-byte sequence, the common case of Chinese text.
-      if ((b & 0xF0) == 0xE0 && end - p >= 3 && (p[1] & 0xC0) == 0x80 && (p[2] & 0xC0) == 0x80) {
-        const auto cp =
-            static_cast<char16_t>(((b & 0x0F) << 12) | ((p[1] & 0x3F) << 6) | (p[2] & 0x3F));
-        if (cp >= 0x800 && (cp < 0xD800 || cp > 0xDFFF)) {
-          *dst++ = cp;
-          p += 3;
-          continue;
-        }
-      }
-      // Anything else goes through the general decoder, one character.
-      const unsigned char* stop = p + 1;
-      while (stop < end && stop - p < 4 && (*stop & 0xC0) == 0x80) ++stop;
-      Text one;
-      std::size_t bad = 0;
-      if (!append_utf8(std::string_view(reinterpret_cast<const char*>(p),
-                                        static_cast<std::size_t>(stop - p)),
-                       one, &bad) ||
-          one.empty() || one.size() > 2) {
-        return fail("invalid UTF-8 at column " + column(p));
-      }
-      for (char16_t unit : one) *dst++ = unit;
-      p = stop;
+      ++dst;
+      p += taken;
     }
-    if (p < end) ++p;  // the line feed
+    p = next_line;
 
     Slot* slot = slot_for(static_cast<int32_t>(id));
     if (slot->id == id && slot->text >= chunk_begin && slot->text < chunk_end) {

@@ -1,5 +1,7 @@
 #include "zelkora/platform/text.h"
 
+#include "zelkora/platform/utf8.h"
+
 #include <cstdint>
 #include <cstring>
 
@@ -9,8 +11,8 @@ namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
 
-// Decodes one UTF-8 sequence starting at s[i]. Returns the code point and sets
-// `len`, or returns -1 for an invalid sequence (len = bytes to skip).
+}  // namespace
+
 int32_t decode_utf8(std::string_view s, std::size_t i, std::size_t& len) {
   const auto b0 = static_cast<unsigned char>(s[i]);
   if (b0 < 0x80) {
@@ -46,6 +48,8 @@ int32_t decode_utf8(std::string_view s, std::size_t i, std::size_t& len) {
   return cp;
 }
 
+namespace {
+
 void append_code_point(Text& out, int32_t cp) {
   if (cp < 0x10000) {
     out.push_back(static_cast<char16_t>(cp));
@@ -65,57 +69,54 @@ bool append_utf8(std::string_view utf8, Text& out, std::size_t* bad_offset) {
   // write through a pointer and cut it to what was written.
   const std::size_t start = out.size();
   out.resize(start + utf8.size());
-  char16_t* const first = out.data() + start;
-  char16_t* dst = first;
-  const auto* src = reinterpret_cast<const unsigned char*>(utf8.data());
-  const std::size_t n = utf8.size();
-  std::size_t i = 0;
-  bool ok = true;
-  while (i < n) {
-    // Eight ASCII bytes at a time.
-    while (i + 8 <= n) {
-      uint64_t chunk;
-      std::memcpy(&chunk, src + i, 8);
-      if (chunk & 0x8080808080808080ull) break;
-      for (int k = 0; k < 8; ++k) dst[k] = src[i + k];
-      dst += 8;
-      i += 8;
-    }
-    if (i == n) break;
-    const unsigned char b0 = src[i];
-    if (b0 < 0x80) {
-      *dst++ = b0;
-      ++i;
-      continue;
-    }
-    // The common case of Chinese text: a well-formed three-byte sequence.
-    if ((b0 & 0xF0) == 0xE0 && i + 2 < n && (src[i + 1] & 0xC0) == 0x80 &&
-        (src[i + 2] & 0xC0) == 0x80) {
-      const char16_t cp = static_cast<char16_t>(((b0 & 0x0F) << 12) | ((src[i + 1] & 0x3F) << 6) |
-                                                (src[i + 2] & 0x3F));
-      if (cp >= 0x800 && (cp < 0xD800 || cp > 0xDFFF)) {
-        *dst++ = cp;
-        i += 3;
-        continue;
+  std::size_t stopped = 0;
+  const char16_t* const end = decode_utf8_into(utf8, out.data() + start, stopped);
+  out.resize(static_cast<std::size_t>(end - out.data()));
+  if (stopped == utf8.size()) return true;
+  if (bad_offset) *bad_offset = stopped;
+  return false;
+}
+
+int hex_digit_value(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return -1;
+}
+
+std::size_t read_escape(std::string_view utf8, std::size_t at, char16_t& unit,
+                        EscapeProblem& problem) {
+  problem = EscapeProblem::kNone;
+  switch (at + 1 < utf8.size() ? utf8[at + 1] : '\0') {
+    case 't':
+      unit = u'\t';
+      return 2;
+    case 'n':
+      unit = u'\n';
+      return 2;
+    case 'r':
+      unit = u'\r';
+      return 2;
+    case '\\':
+      unit = u'\\';
+      return 2;
+    case 'u': {
+      unsigned value = 0;
+      for (std::size_t k = at + 2; k < at + 6; ++k) {
+        const int digit = k < utf8.size() ? hex_digit_value(utf8[k]) : -1;
+        if (digit < 0) {
+          problem = EscapeProblem::kShortUnicode;
+          return 0;
+        }
+        value = value * 16 + static_cast<unsigned>(digit);
       }
+      unit = static_cast<char16_t>(value);
+      return 6;
     }
-    std::size_t len = 0;
-    const int32_t cp = decode_utf8(utf8, i, len);
-    if (cp < 0) {
-      if (bad_offset) *bad_offset = i;
-      ok = false;
-      break;
-    }
-    if (cp < 0x10000) {
-      *dst++ = static_cast<char16_t>(cp);
-    } else {
-      *dst++ = static_cast<char16_t>(0xD800 + ((cp - 0x10000) >> 10));
-      *dst++ = static_cast<char16_t>(0xDC00 + ((cp - 0x10000) & 0x3FF));
-    }
-    i += len;
+    default:
+      problem = EscapeProblem::kUnknown;
+      return 0;
   }
-  out.resize(start + static_cast<std::size_t>(dst - first));
-  return ok;
 }
 
 Text from_utf8(std::string_view utf8) {

@@ -44,30 +44,6 @@ ssize_t pread_some(int fd, char* out, std::size_t size, std::uint64_t at) {
   }
 }
 
-// A new, empty file beside `target`, open for reading and writing; -1 when
-// none could be made.
-int create_temporary(const fs::path& target, fs::path& temporary) {
-  static std::atomic<unsigned> counter{0};
-  const fs::path folder = target.parent_path();
-  for (int attempt = 0; attempt < 100; ++attempt) {
-    const std::string name = "." + target.filename().string() + "." + std::to_string(::getpid()) +
-                             "." + std::to_string(counter++) + ".tmp";
-    temporary = folder.empty() ? fs::path(name) : folder / name;
-    const int fd = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (fd >= 0 || errno != EEXIST) return fd;
-  }
-  return -1;
-}
-
-void sync_folder(const fs::path& folder) {
-  // The rename is done; a folder that cannot be synced is not reported.
-  const int fd = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (fd >= 0) {
-    ::fsync(fd);
-    ::close(fd);
-  }
-}
-
 class PosixDataFile final : public DataFile {
  public:
   // For Read, `temporary` and `target` are empty.

@@ -61,8 +61,10 @@ bool write_all(int fd, std::string_view bytes) {
   return true;
 }
 
-// A new, empty file beside `target`, opened for writing; fd -1 when none
-// could be made.
+}  // namespace
+
+std::filesystem::path path_from_text(TextView file) { return std::filesystem::path(to_utf8(file)); }
+
 int create_temporary(const std::filesystem::path& target, std::filesystem::path& temporary) {
   static std::atomic<unsigned> counter{0};
   const std::filesystem::path folder = target.parent_path();
@@ -70,7 +72,7 @@ int create_temporary(const std::filesystem::path& target, std::filesystem::path&
     const std::string name = "." + target.filename().string() + "." + std::to_string(::getpid()) +
                              "." + std::to_string(counter++) + ".tmp";
     temporary = folder.empty() ? std::filesystem::path(name) : folder / name;
-    const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const int fd = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (fd >= 0 || errno != EEXIST) return fd;
   }
   return -1;
@@ -83,10 +85,6 @@ void sync_folder(const std::filesystem::path& folder) {
     ::close(fd);
   }
 }
-
-}  // namespace
-
-std::filesystem::path path_from_text(TextView file) { return std::filesystem::path(to_utf8(file)); }
 
 std::optional<FileStamp> file_stamp(const std::filesystem::path& path) {
   struct stat st;

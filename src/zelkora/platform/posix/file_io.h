@@ -21,6 +21,14 @@ namespace zelkora::platform::posix {
 // The path of a file named by library text (UTF-8 on POSIX).
 std::filesystem::path path_from_text(TextView file);
 
+// A new, empty file beside `target` (a hidden name in the same folder), open
+// for reading and writing; -1 when none could be made.
+int create_temporary(const std::filesystem::path& target, std::filesystem::path& temporary);
+
+// Syncs the folder, so that a rename in it is durable; a folder that cannot
+// be synced is passed over.
+void sync_folder(const std::filesystem::path& folder);
+
 // What identifies one state of a file: it changes when the file is replaced
 // (new inode) or rewritten (size, modification or change time).
 struct FileStamp {
