@@ -1,3 +1,4 @@
+// The zelkora tool: arguments, the command table and the exit codes.
 #include "tools/zelkora/cli.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Tests of the tool's arguments, output and exit codes.
 #include "tools/zelkora/cli.h"
 
 #include <gtest/gtest.h>

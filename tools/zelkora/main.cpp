@@ -1,3 +1,4 @@
+// The zelkora tool's entry point.
 #include <iostream>
 
 #include "tools/zelkora/cli.h"

@@ -1,3 +1,4 @@
+// clsErrChr: messages composed from their table, and the input checks.
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/frame/character_internals.h"
 #include "zelkora/frame/numbers.h"

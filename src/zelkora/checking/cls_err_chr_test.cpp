@@ -1,3 +1,4 @@
+// Tests of the message compositions and their display.
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/checking/err_chr_internals.h"
 

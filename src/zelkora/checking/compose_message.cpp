@@ -1,3 +1,4 @@
+// Composing a message from its table entry and the fields of clsErrChr.
 #include "zelkora/checking/compose_message.h"
 
 #include <string>

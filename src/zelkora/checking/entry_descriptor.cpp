@@ -1,3 +1,4 @@
+// Reading the check expression of a numeric entry, and testing numbers against it.
 #include "zelkora/checking/entry_descriptor.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// Tests of the input checks: check expressions, two values, lists, grades, criteria.
 #include <gtest/gtest.h>
 #include "zelkora/checking/err_chr_internals.h"
 

@@ -1,3 +1,4 @@
+// Tests of the record layer of clsLoadSave: bytes, backup, safe replace, file numbers.
 #include "zelkora/datafile/cls_load_save.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Tests of the form-state writers and readers and of bLoadOrSaveData.
 #include "zelkora/datafile/form_state.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// The byte layout of the records, and the table of open data files.
 #include "zelkora/datafile/record_file.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// Tests of the record byte layout and of reading damaged records.
 #include "zelkora/datafile/record_file.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// The text catalogue: parsing catalogue files into the table, loading the sources.
 #include "zelkora/frame/catalogue.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Tests of the catalogue operations of clsCharacter and of the value lists.
 #include <gtest/gtest.h>
 
 #include "zelkora/frame/cls_character.h"
@@ -33,7 +34,8 @@ TEST_F(CatalogueAccess, MissingTextsAreEmptyForTheStringFamily) {
 
 TEST_F(CatalogueAccess, MissingTextsAreFaultsForTheResourceLookups) {
   for (int32_t id : {99999, 0, -1}) {
-    EXPECT_EQ(test_support::fault_of([&] { chr.tResStr(id); }), test_support::kMissingResource) << id;
+    EXPECT_EQ(test_support::fault_of([&] { chr.tResStr(id); }), test_support::kMissingResource)
+        << id;
   }
   EXPECT_THROW(chr.tResString(int16_t{99}), Fault);
   EXPECT_EQ(chr.tResString(int16_t{500}), u"自动");

@@ -1,3 +1,4 @@
+// Tests of the catalogue files, the compiled-in catalogue and resource folders.
 #include "zelkora/frame/catalogue.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Tests of the shared state of clsCharacter: symbols, settings, accumulator.
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/frame/character_internals.h"
 
@@ -114,9 +115,12 @@ TEST(ClsCharacterStart, DecimalSymbolAndThousandsSeparatorFromTheLocale) {
     TextView expected_decimal, expected_thousands;
   };
   const Case cases[] = {
-      {u".", u",", u".", u","}, {u".", u" ", u".", u","},  // with a decimal point the separator is
-                                                           // always ","
-      {u".", u"", u".", u","},  {u",", u".", u",", u"."}, {u",", u"\u00A0", u",", u"\u00A0"},
+      {u".", u",", u".", u","},
+      {u".", u" ", u".", u","},  // with a decimal point the separator is
+                                 // always ","
+      {u".", u"", u".", u","},
+      {u",", u".", u",", u"."},
+      {u",", u"\u00A0", u",", u"\u00A0"},
       {u",", u"", u",", u"0"},  // no grouping: the second character of "1000,00"
       {u"·", u"'", u"·", u","},
   };

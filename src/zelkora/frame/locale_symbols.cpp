@@ -1,3 +1,4 @@
+// The number symbols of the user's locale, as a new clsCharacter takes them.
 #include "zelkora/frame/locale_symbols.h"
 
 namespace zelkora::frame {

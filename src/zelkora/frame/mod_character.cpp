@@ -1,3 +1,4 @@
+// ModCharacter: the shared procedures without state.
 #include "zelkora/frame/mod_character.h"
 
 namespace zelkora::ModCharacter {

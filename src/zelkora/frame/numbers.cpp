@@ -1,3 +1,4 @@
+// The shared number rules: reading typed numbers, rounding, writing numbers.
 #include "zelkora/frame/numbers.h"
 
 #include <charconv>

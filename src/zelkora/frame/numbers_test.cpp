@@ -1,3 +1,4 @@
+// Tests of the shared number rules in both notations.
 #include "zelkora/frame/numbers.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Tests of ReadOneString and the defaults question.
 #include <gtest/gtest.h>
 
 #include "zelkora/frame/cls_character.h"

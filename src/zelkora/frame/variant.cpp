@@ -1,3 +1,4 @@
+// Variant: the value of no fixed type and its conversions.
 #include "zelkora/frame/variant.h"
 
 #include <charconv>

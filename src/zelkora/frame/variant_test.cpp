@@ -1,3 +1,4 @@
+// Tests of the Variant conversions.
 #include "zelkora/frame/variant.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// clsGridCell: start and end, and the descriptors and layouts of its rows.
 #include "zelkora/grid/cls_grid_cell.h"
 
 #include <string>

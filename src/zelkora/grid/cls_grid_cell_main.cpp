@@ -1,3 +1,4 @@
+// clsGridCellMain: the program menu read from its INI file into a grid.
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/frame/catalogue_ids.h"
 

@@ -1,3 +1,4 @@
+// Tests of the program menu grid.
 #include "zelkora/grid/cls_grid_cell_main.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// A calculation form's clsGridCell on its controls.
 #include "zelkora/grid/form_session.h"
 
 namespace zelkora::grid {

@@ -1,3 +1,4 @@
+// The look both grids share: fonts, colours, columns, pictures, row height.
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/character_internals.h"

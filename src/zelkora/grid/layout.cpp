@@ -1,3 +1,4 @@
+// Reading layouts and property descriptors, and the default texts of items.
 #include "zelkora/grid/layout.h"
 
 #include <algorithm>

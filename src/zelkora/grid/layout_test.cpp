@@ -1,3 +1,4 @@
+// Tests of layouts and descriptors, and checks of the shipped layouts.
 #include "zelkora/grid/layout.h"
 #include "zelkora/frame/character_internals.h"
 #include "zelkora/grid/grid_cell_internals.h"

@@ -1,3 +1,4 @@
+// Code page 936 from and to UTF-16, through the tables generated at build time.
 #include "zelkora/platform/codepage.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// Tests of the code page 936 conversion.
 #include "zelkora/platform/codepage.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Looking up the files compiled into the library.
 #include "zelkora/platform/embedded.h"
 
 #include <algorithm>

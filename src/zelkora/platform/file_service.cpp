@@ -1,3 +1,4 @@
+// What every file service shares: copying a file, the extension of a name.
 #include "zelkora/platform/file_service.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// The private-profile rules on the text of an INI file.
 #include "zelkora/platform/ini_text.h"
 
 #include <vector>

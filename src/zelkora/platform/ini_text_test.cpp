@@ -1,3 +1,4 @@
+// Tests of the private-profile rules.
 #include "zelkora/platform/ini_text.h"
 
 #include <gtest/gtest.h>

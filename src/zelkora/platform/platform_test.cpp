@@ -1,3 +1,4 @@
+// Tests of the platform bundles and their scopes.
 #include "zelkora/platform/platform.h"
 
 #include <gtest/gtest.h>
@@ -37,8 +38,8 @@ TEST(CurrentPlatform, ScopesNestAndRestore) {
 }
 
 TEST(CurrentPlatform, EveryPartIsThere) {
-  for (const auto& p : {Platform::headless(), std::const_pointer_cast<Platform>(
-                                                  Platform::environment_default())}) {
+  for (const auto& p :
+       {Platform::headless(), std::const_pointer_cast<Platform>(Platform::environment_default())}) {
     EXPECT_TRUE(p->settings && p->ini && p->messages && p->locale && p->suite);
   }
 }
@@ -68,9 +69,14 @@ TEST(SuiteServices, ExtensionIsTakenFromTheLastPathComponent) {
   struct Case {
     TextView name, extension;
   };
-  const Case cases[] = {{u"a.zks", u"zks"},       {u"dir.v2/a", u""},   {u"C:\\x.y\\ab.ZEL", u"ZEL"},
-                        {u"archive.tar.gz", u"gz"}, {u"noext", u""},     {u"trailing.", u""},
-                        {u"", u""},                 {u".hidden", u"hidden"}};
+  const Case cases[] = {{u"a.zks", u"zks"},
+                        {u"dir.v2/a", u""},
+                        {u"C:\\x.y\\ab.ZEL", u"ZEL"},
+                        {u"archive.tar.gz", u"gz"},
+                        {u"noext", u""},
+                        {u"trailing.", u""},
+                        {u"", u""},
+                        {u".hidden", u"hidden"}};
   posix::FileSuiteServices files;
   headless::MemorySuiteServices memory;
   for (const Case& c : cases) {
@@ -80,8 +86,8 @@ TEST(SuiteServices, ExtensionIsTakenFromTheLastPathComponent) {
 }
 
 TEST(SuiteServices, FindsSuiteFilesInTheResourceFolderWithoutRegardToCase) {
-  const auto dir = std::filesystem::temp_directory_path() /
-                   ("zelkora_suite_" + std::to_string(::getpid()));
+  const auto dir =
+      std::filesystem::temp_directory_path() / ("zelkora_suite_" + std::to_string(::getpid()));
   std::filesystem::create_directories(dir);
   std::ofstream(dir / "zelkora.CHM") << "help";
   posix::FileSuiteServices suite(dir);

@@ -1,3 +1,4 @@
+// What every settings store shares.
 #include "zelkora/platform/platform.h"
 
 namespace zelkora::platform {

@@ -1,3 +1,4 @@
+// The text helpers: UTF-8, blanks, comparison, searching, splitting.
 #include "zelkora/platform/text.h"
 
 #include "zelkora/platform/utf8.h"

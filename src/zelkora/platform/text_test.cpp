@@ -1,3 +1,4 @@
+// Tests of the text helpers.
 #include "zelkora/platform/text.h"
 
 #include <gtest/gtest.h>
@@ -6,9 +7,9 @@ namespace zelkora {
 namespace {
 
 TEST(Utf8, RoundTripsEveryPlane) {
-  const Text samples[] = {u"", u"abc", u"工程名称", u"4\uE00220", u"f_ub(a)ub_ ＝ 1.0",
-                          u"\U0001D400x", u"€·°²",
-                          u"12345678", u"0123456789abcdef", u"工12345678"};
+  const Text samples[] = {
+      u"",     u"abc",      u"工程名称",         u"4\uE00220", u"f_ub(a)ub_ ＝ 1.0", u"\U0001D400x",
+      u"€·°²", u"12345678", u"0123456789abcdef", u"工12345678"};
   for (const Text& s : samples) {
     EXPECT_EQ(from_utf8(to_utf8(s)), s);
     Text strict;
@@ -23,13 +24,15 @@ TEST(Utf8, StrictConversionStopsAtTheFirstBadSequence) {
     std::size_t bad_offset;
   };
   const Case cases[] = {
-      {"ab\x80", 2},                 // stray continuation byte
-      {"a\xC0\xAF", 1},              // overlong "/"
-      {"\xE4\xB8", 0},               // truncated three-byte form
-      {"x\xED\xA0\x80", 1},          // encoded surrogate
-      {"\xF4\x90\x80\x80", 0},       // above U+10FFFF
-      {"ok\xE5\xB7\xA5\xFF", 5},     // 0xFF after a good character
-      {"\xE5" "a", 0},               // lead byte followed by ASCII
+      {"ab\x80", 2},              // stray continuation byte
+      {"a\xC0\xAF", 1},           // overlong "/"
+      {"\xE4\xB8", 0},            // truncated three-byte form
+      {"x\xED\xA0\x80", 1},       // encoded surrogate
+      {"\xF4\x90\x80\x80", 0},    // above U+10FFFF
+      {"ok\xE5\xB7\xA5\xFF", 5},  // 0xFF after a good character
+      {"\xE5"
+       "a",
+       0},  // lead byte followed by ASCII
   };
   for (const Case& c : cases) {
     Text out;
@@ -40,7 +43,9 @@ TEST(Utf8, StrictConversionStopsAtTheFirstBadSequence) {
 }
 
 TEST(Utf8, LenientConversionReplacesBadSequences) {
-  EXPECT_EQ(from_utf8("a\x80" "b"), u"a\uFFFDb");
+  EXPECT_EQ(from_utf8("a\x80"
+                      "b"),
+            u"a\uFFFDb");
   EXPECT_EQ(from_utf8("\xE4\xB8"), u"\uFFFD");
   EXPECT_EQ(to_utf8(Text(1, char16_t(0xD800)) + u"x"), "\xEF\xBF\xBDx");
 }
@@ -60,9 +65,9 @@ TEST(Compare, TextModeIgnoresCaseOfLatinGreekCyrillicAndFullWidth) {
     bool text_equal;
   };
   const Case cases[] = {
-      {u"HRB400", u"hrb400", true}, {u"Φ", u"φ", true},     {u"ÄÖ", u"äö", true},
+      {u"HRB400", u"hrb400", true}, {u"Φ", u"φ", true},       {u"ÄÖ", u"äö", true},
       {u"Ж", u"ж", true},           {u"ＡＢ", u"ａｂ", true}, {u"自动", u"自动", true},
-      {u"a", u"b", false},          {u"ß", u"SS", false},   {u"ab", u"abc", false},
+      {u"a", u"b", false},          {u"ß", u"SS", false},     {u"ab", u"abc", false},
       {u"×", u"÷", false},  // U+00D7 and U+00F7 are no letter pair
   };
   for (const Case& c : cases) {

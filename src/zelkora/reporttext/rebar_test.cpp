@@ -1,3 +1,4 @@
+// Tests of the rebar notation in both notations.
 #include "zelkora/reporttext/rebar.h"
 #include "zelkora/frame/character_internals.h"
 

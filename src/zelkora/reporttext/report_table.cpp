@@ -1,3 +1,4 @@
+// Report tables: cells fitted to their columns, rows, widths, the progress display.
 #include "zelkora/reporttext/report_table.h"
 #include "zelkora/frame/catalogue_ids.h"
 

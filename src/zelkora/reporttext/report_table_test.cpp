@@ -1,3 +1,4 @@
+// Tests of the report tables.
 #include "zelkora/reporttext/report_table.h"
 #include "zelkora/frame/character_internals.h"
 

@@ -1,3 +1,4 @@
+// Tests of the section properties against an independent polygon computation.
 #include "zelkora/section/section_properties.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Tests of the shape names and pictures.
 #include <gtest/gtest.h>
 
 #include <filesystem>

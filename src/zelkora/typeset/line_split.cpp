@@ -1,3 +1,4 @@
+// Splitting and wrapping lines.
 #include "zelkora/typeset/line_split.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Tests of splitting and wrapping lines.
 #include "zelkora/typeset/line_split.h"
 
 #include <gtest/gtest.h>

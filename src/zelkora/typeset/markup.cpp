@@ -1,3 +1,4 @@
+// Formula markup: stripping markers, and the display width.
 #include "zelkora/typeset/markup.h"
 
 #include <algorithm>

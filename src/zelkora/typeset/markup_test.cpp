@@ -1,3 +1,4 @@
+// Tests of the markup stripping and the display width.
 #include "zelkora/typeset/markup.h"
 
 #include <gtest/gtest.h>

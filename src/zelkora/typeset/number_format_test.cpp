@@ -1,3 +1,4 @@
+// Tests of the format codes and the tFmt family.
 #include "zelkora/typeset/number_format.h"
 #include "zelkora/frame/character_internals.h"
 

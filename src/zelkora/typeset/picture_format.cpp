@@ -1,3 +1,4 @@
+// The picture formatter: numbers written by picture patterns.
 #include "zelkora/typeset/picture_format.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Tests of the picture formatter.
 #include "zelkora/typeset/picture_format.h"
 
 #include "zelkora/frame/locale_symbols.h"

@@ -1,3 +1,4 @@
+// The in-memory suite services.
 #include "zelkora/platform/headless/headless.h"
 
 #include "zelkora/platform/file_service.h"

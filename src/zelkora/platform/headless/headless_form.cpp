@@ -1,3 +1,4 @@
+// The headless form: the user's actions as the grid control's events.
 #include "zelkora/platform/headless/headless_form.h"
 
 namespace zelkora::platform::headless {

@@ -1,3 +1,4 @@
+// The in-memory grid, title box and form object, and their drawing as text.
 #include "zelkora/platform/headless/headless_grid.h"
 
 #include <algorithm>

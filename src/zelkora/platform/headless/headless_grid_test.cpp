@@ -1,3 +1,4 @@
+// Tests of the in-memory grid controls and their drawing.
 #include "zelkora/platform/headless/headless_grid.h"
 
 #include <gtest/gtest.h>

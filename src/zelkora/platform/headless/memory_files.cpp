@@ -1,3 +1,4 @@
+// Data files in memory, with failures that tests can inject.
 #include "zelkora/platform/headless/memory_files.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// INI files in memory.
 #include "zelkora/platform/headless/memory_ini_files.h"
 
 #include "zelkora/platform/codepage.h"

@@ -1,3 +1,4 @@
+// Tests of the in-memory INI files.
 #include "zelkora/platform/headless/memory_ini_files.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// The settings store in memory.
 #include "zelkora/platform/headless/memory_settings.h"
 
 #include "zelkora/platform/ini_text.h"

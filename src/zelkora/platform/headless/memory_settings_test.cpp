@@ -1,3 +1,4 @@
+// Tests of the in-memory settings store.
 #include "zelkora/platform/headless/memory_settings.h"
 
 #include <gtest/gtest.h>

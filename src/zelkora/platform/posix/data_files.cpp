@@ -1,3 +1,4 @@
+// Data files on a POSIX system: positioned reads and writes, safe replace.
 #include "zelkora/platform/posix/data_files.h"
 
 #include <fcntl.h>

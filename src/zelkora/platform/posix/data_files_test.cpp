@@ -1,3 +1,4 @@
+// Tests of the POSIX data files on a real folder.
 #include "zelkora/platform/posix/data_files.h"
 
 #include <gtest/gtest.h>

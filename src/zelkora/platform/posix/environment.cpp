@@ -1,3 +1,4 @@
+// The POSIX number locale, message box and suite services.
 #include "zelkora/platform/posix/environment.h"
 #include "zelkora/platform/posix/file_io.h"
 

@@ -1,3 +1,4 @@
+// Whole-file reading and atomic replacement on a POSIX system.
 #include "zelkora/platform/posix/file_io.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// INI files on a POSIX system, in code page 936.
 #include "zelkora/platform/posix/ini_files.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// Tests of the POSIX INI files on a real folder.
 #include "zelkora/platform/posix/ini_files.h"
 
 #include <gtest/gtest.h>

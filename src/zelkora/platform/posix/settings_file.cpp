@@ -1,3 +1,4 @@
+// The per-user settings store as a UTF-8 INI file.
 #include "zelkora/platform/posix/settings_file.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Tests of the settings file.
 #include "zelkora/platform/posix/settings_file.h"
 
 #include <gtest/gtest.h>
