@@ -11,7 +11,7 @@ FUZZ_SECONDS ?= 30
 FUZZ_BUILD ?= build-fuzz
 FUZZ_HARNESSES ?=
 
-.PHONY: all deps configure build test demo bench asan fuzz format clean
+.PHONY: all deps configure build test demo desktop bench asan fuzz format clean
 
 all: build
 
@@ -32,6 +32,11 @@ demo: build
 	@$(BUILD)/zelkora demo
 	@echo; echo "---- The zelkora tool, command by command ----"
 	@scripts/demo.sh $(BUILD)/zelkora
+
+# The suite's desktop program (needs a display; QT_QPA_PLATFORM=offscreen
+# runs it without one, for scripts).
+desktop: build
+	@$(BUILD)/zelkora-desk
 
 bench: build
 	@for b in $(BUILD)/*_bench; do echo "== $$b"; $$b --benchmark_min_time=0.2; done

@@ -13,6 +13,9 @@ need_cmd make make
 need_file /usr/include/gtest/gtest.h libgtest-dev
 need_file /usr/include/gmock/gmock.h libgmock-dev
 need_file /usr/include/benchmark/benchmark.h libbenchmark-dev
+# The desktop host and program (Qt 6 Widgets) and a CJK font for them.
+compgen -G "/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake" >/dev/null || missing+=(qt6-base-dev)
+need_file /usr/share/fonts/truetype/wqy/wqy-microhei.ttc fonts-wqy-microhei
 # `install-deps.sh fuzz`: also clang and its libFuzzer runtime.
 if [ "${1:-}" = fuzz ]; then
   need_cmd clang++ clang

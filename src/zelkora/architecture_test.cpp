@@ -35,11 +35,13 @@ const std::map<std::string, std::set<std::string>>& allowed_layers() {
   return allowed;
 }
 
-// The places that may name a concrete platform: its own folder and the
+// The places that may name a concrete platform: the platforms' own folders
+// (platform/posix/, platform/headless/, platform/qt/, ...) and the
 // composition root that builds the standard bundles.
 bool may_name_a_platform(const std::string& relative) {
-  return relative.starts_with("platform/posix/") || relative.starts_with("platform/headless/") ||
-         relative == "platform/defaults.cpp";
+  const bool in_a_platform_folder =
+      relative.starts_with("platform/") && relative.find('/', 9) != std::string::npos;
+  return in_a_platform_folder || relative == "platform/defaults.cpp";
 }
 
 struct LibraryFile {
@@ -54,7 +56,9 @@ std::vector<LibraryFile> library_files() {
   for (const auto& entry : fs::recursive_directory_iterator(root)) {
     const fs::path& path = entry.path();
     const std::string name = path.filename().string();
-    if (!entry.is_regular_file() || name.find("_test") != std::string::npos) continue;
+    const bool test =
+        name.find("_test") != std::string::npos || name.find("_qtest") != std::string::npos;
+    if (!entry.is_regular_file() || test) continue;
     if (path.extension() != ".h" && path.extension() != ".cpp") continue;
     const std::string relative = fs::relative(path, root).generic_string();
     const std::size_t slash = relative.find('/');

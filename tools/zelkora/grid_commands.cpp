@@ -82,12 +82,16 @@ struct Event {
 constexpr std::size_t kMaxScript = std::size_t{1} << 20;
 
 std::vector<std::string> script_lines(const std::string& file) {
-  const std::filesystem::path path(std::u8string(file.begin(), file.end()));
-  std::error_code ec;
-  const std::uintmax_t size = std::filesystem::file_size(path, ec);
-  std::ifstream in(path, std::ios::binary);
-  std::string bytes(ec || size > kMaxScript ? 0 : static_cast<std::size_t>(size), '\0');
-  if (ec || size > kMaxScript || !in.read(bytes.data(), static_cast<std::streamsize>(size))) {
+  // Read as a stream, so that a pipe (a shell's <(...)) serves as well as a file.
+  std::ifstream in(std::filesystem::path(std::u8string(file.begin(), file.end())),
+                   std::ios::binary);
+  std::string bytes;
+  char chunk[4096];
+  while (in && bytes.size() <= kMaxScript) {
+    in.read(chunk, sizeof chunk);
+    bytes.append(chunk, static_cast<std::size_t>(in.gcount()));
+  }
+  if (in.bad() || !in.eof() || bytes.size() > kMaxScript) {
     throw UsageError{"cannot read the script " + file + " (or it is over 1 MiB)"};
   }
   std::vector<std::string> lines;

@@ -29,11 +29,17 @@ class FormSession : public platform::GridEvents {
   // title box's font, and the values at their defaults.
   void build(int32_t layout);
 
+  // With `check` the form checks a value with its row's check expression
+  // when its cell is left (bLeaveCellCanCelA: a refused value is shown, the
+  // cell restored and the leave cancelled); without, the leave applies the
+  // group rule alone (GridCell_LeaveCellA).
+  void check_values_on_leave(bool check) { check_on_leave_ = check; }
+
   void EnterRow() override { cell_.GridCell_EnterRow(); }
+  // Only the value column is edited; headings are locked rows.
+  void BeforeEdit(int32_t row, int32_t col, bool& cancel) override;
   void CellChanging() override { cell_.GridCell_CellChanging(); }
-  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
-    cell_.GridCell_LeaveCellA(row, col, cancel);
-  }
+  void LeaveCell(int32_t row, int32_t col, bool& cancel) override;
   void ComboDropDown() override { cell_.GridCell_ComboDropDown(); }
   void ComboClick() override { cell_.GridCell_ComboClickA(); }
   void Click(int32_t row, int32_t col) override { cell_.GridCell_ClickA(row, col); }
@@ -49,6 +55,7 @@ class FormSession : public platform::GridEvents {
   platform::RichTextBox& title_;
   platform::Panel& panel_;
   platform::GridForm& form_;
+  bool check_on_leave_ = false;
 };
 
 }  // namespace zelkora::grid

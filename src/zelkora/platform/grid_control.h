@@ -251,6 +251,8 @@ class GridEvents {
   virtual ~GridEvents() = default;
   // A row was entered (the active cell is in it).
   virtual void EnterRow() = 0;
+  // The user is about to edit the cell; `cancel` true refuses the edit.
+  virtual void BeforeEdit(int32_t row, int32_t col, bool& cancel) = 0;
   // The text of the active cell changed while it was edited.
   virtual void CellChanging() = 0;
   // The cell is about to be left; `cancel` true keeps the focus in it.

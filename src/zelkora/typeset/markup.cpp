@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -128,6 +129,81 @@ Text strip_fields_and_markup(TextView text) {
   Text out(text);
   out.erase(std::remove(out.begin(), out.end(), u'|'), out.end());
   out.resize(strip_markup_in_place(out.data(), out.size()));
+  return out;
+}
+
+Text markup_to_html(TextView text) {
+  struct Marker {
+    TextView start, end, open_tag, close_tag;
+  };
+  static constexpr Marker kMarkers[] = {
+      {u"_bb(", u")bb_", u"<b>", u"</b>"},
+      {u"_up(", u")up_", u"<sup>", u"</sup>"},
+      {u"_ub(", u")ub_", u"<sub>", u"</sub>"},
+  };
+  Text out;
+  out.reserve(text.size() + text.size() / 4);
+  std::vector<const Marker*> open;
+  std::size_t i = 0;
+  while (i < text.size()) {
+    const TextView rest = text.substr(i);
+    const Marker* started = nullptr;
+    const Marker* ended = nullptr;
+    for (const Marker& m : kMarkers) {
+      if (rest.starts_with(m.start)) started = &m;
+      if (rest.starts_with(m.end)) ended = &m;
+    }
+    if (started) {
+      out += started->open_tag;
+      open.push_back(started);
+      i += kMarkerLength;
+      continue;
+    }
+    if (ended) {
+      // Close the runs opened after it, then it; an end without its start
+      // is dropped.
+      if (std::find(open.begin(), open.end(), ended) != open.end()) {
+        while (open.back() != ended) {
+          out += open.back()->close_tag;
+          open.pop_back();
+        }
+        out += ended->close_tag;
+        open.pop_back();
+      }
+      i += kMarkerLength;
+      continue;
+    }
+    const char16_t c = text[i++];
+    switch (c) {
+      case u'&':
+        out += u"&amp;";
+        break;
+      case u'<':
+        out += u"&lt;";
+        break;
+      case u'>':
+        out += u"&gt;";
+        break;
+      case u'"':
+        out += u"&quot;";
+        break;
+      case u'|':
+        break;
+      case u'\r':
+        if (i < text.size() && text[i] == u'\n') ++i;
+        out += u"<br>";
+        break;
+      case u'\n':
+        out += u"<br>";
+        break;
+      default:
+        out.push_back(c);
+    }
+  }
+  while (!open.empty()) {
+    out += open.back()->close_tag;
+    open.pop_back();
+  }
   return out;
 }
 

@@ -34,4 +34,12 @@ std::size_t markup_display_width(TextView text);
 // form of a catalogue text or caption.
 Text strip_fields_and_markup(TextView text);
 
+// The text as rich text of the kind GUI toolkits show (HTML: <b>, <sub>,
+// <sup>, <br>), for report views: the markers become their tags, "|" field
+// separators go, line breaks (CR LF, LF) become <br>, and "&", "<", ">", '"'
+// are escaped. The tags always nest: an end marker without its start is
+// dropped, and runs still open at the end are closed.
+//   markup_to_html(u"A_ub(s)ub_ ＝ 942mm_up(2)up_")  // "A<sub>s</sub> ＝ 942mm<sup>2</sup>"
+Text markup_to_html(TextView text);
+
 }  // namespace zelkora::typeset

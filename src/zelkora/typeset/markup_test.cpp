@@ -107,5 +107,21 @@ TEST(StripMarkup, AgreesWithTheReplacementsOnMarkerSoup) {
   }
 }
 
+// Report views show markup as rich text: tags that always nest, text escaped.
+TEST(MarkupToHtml, TagsNestAndTextIsEscaped) {
+  const std::pair<TextView, TextView> cases[] = {
+      {u"A_ub(s)ub_ ＝ 942mm_up(2)up_", u"A<sub>s</sub> ＝ 942mm<sup>2</sup>"},
+      {u"_bb(一、设计资料)bb_", u"<b>一、设计资料</b>"},
+      {u"_bb(h_ub(0)ub_)bb_", u"<b>h<sub>0</sub></b>"},
+      {u"_bb(a_ub(b)bb_c", u"<b>a<sub>b</sub></b>c"},  // an end closes the runs inside it
+      {u"x)up_y_up(2", u"xy<sup>2</sup>"},             // a stray end goes, an open run is closed
+      {u"a<b & \"c\"|d", u"a&lt;b &amp; &quot;c&quot;d"},
+      {u"一\r\n二\n三", u"一<br>二<br>三"},
+  };
+  for (const auto& [markup, html] : cases) {
+    EXPECT_EQ(to_utf8(markup_to_html(markup)), to_utf8(html)) << to_utf8(markup);
+  }
+}
+
 }  // namespace
 }  // namespace zelkora::typeset

@@ -10,6 +10,10 @@ void HeadlessForm::enter(int32_t row, int32_t col) {
 
 void HeadlessForm::type(TextView text) {
   const CellRef at = grid.ActiveCell();
+  if (grid.Locked(at.row)) return;
+  bool cancel = false;
+  if (events_) events_->BeforeEdit(at.row, at.col, cancel);
+  if (cancel) return;
   grid.Text(at.row, at.col, text);
   if (events_) events_->CellChanging();
 }

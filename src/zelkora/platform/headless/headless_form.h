@@ -37,7 +37,8 @@ class HeadlessForm {
 
   // A click into a cell of another row: the row is entered.
   void enter(int32_t row, int32_t col = kValueCol);
-  // Text typed into the active cell, replacing what it held.
+  // Text typed into the active cell, replacing what it held; nothing when
+  // its row is locked or the form refuses the edit (BeforeEdit).
   void type(TextView text);
   // The active cell is left; true when the form cancelled the leave.
   bool leave();

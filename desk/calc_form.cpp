@@ -1,0 +1,318 @@
+// A calculation form of the desktop program.
+#include "desk/calc_form.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QResizeEvent>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "desk/beam_report.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
+#include "zelkora/typeset/markup.h"
+
+namespace zelkora::desk {
+
+namespace {
+
+using platform::qt::to_qstring;
+using platform::qt::to_text;
+
+// Item 0 of every form is the project's name.
+constexpr int32_t kProjectItem = 0;
+
+const QString kProjectFilter = QStringLiteral("Zelkora 原始数据文件 (*.zks *.zel)");
+const QString kReportFilter = QStringLiteral("计算书 (*.txt)");
+
+int32_t layout_id(TextView name, const clsCharacter& chr) {
+  for (int32_t id = text_id::kFirstLayoutName; id <= text_id::kLastLayoutName; ++id) {
+    if (equal_text(chr.tString(id), name, Compare::Text)) return id;
+  }
+  return 0;
+}
+
+int to_twips(int pixels, int dpi) { return dpi > 0 ? pixels * 1440 / dpi : pixels * 15; }
+
+// The steel-grade symbols of the suite's own font (U+E000 to U+E003) as the
+// letters that stand for them in plain text (HPB300 A, HRB335 B, HRB400 C,
+// HRB500 D), for views and files without that font.
+Text with_grade_letters(Text text) {
+  for (char16_t& c : text) {
+    if (c >= u'\uE000' && c <= u'\uE003') c = static_cast<char16_t>(u'A' + (c - u'\uE000'));
+  }
+  return text;
+}
+
+}  // namespace
+
+// The form's grid events: the session's, and every change of a value marks
+// the project changed.
+class CalcForm::Events : public grid::FormSession {
+ public:
+  Events(CalcForm& form, std::shared_ptr<const platform::Platform> platform)
+      : FormSession(std::move(platform), *form.grid_, *form.title_, *form.panel_, form),
+        form_(form) {}
+  void CellChanging() override {
+    FormSession::CellChanging();
+    form_.mark_changed(true);
+  }
+  void ComboClick() override {
+    FormSession::ComboClick();
+    form_.mark_changed(true);
+  }
+
+ private:
+  CalcForm& form_;
+};
+
+CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Program& program,
+                   QWidget* parent)
+    : QMainWindow(parent), program_(program), platform_(platform), errors_(platform) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  auto* splitter = new QSplitter(Qt::Horizontal, this);
+  panel_ = new platform::qt::QtPanel(splitter);
+  panel_->installEventFilter(this);
+  heading_ = new QLabel(to_qstring(program.menu_key), panel_);
+  QFont heading_font = heading_->font();
+  heading_font.setBold(true);
+  heading_font.setPointSizeF(heading_font.pointSizeF() * 1.2);
+  heading_->setFont(heading_font);
+  heading_->move(8, 8);
+  grid_ = new platform::qt::QtGridControl(panel_);
+  title_ = new platform::qt::QtRichTextBox(panel_);
+  splitter->addWidget(panel_);
+  if (program.calculates) {
+    report_ = new QTextBrowser(splitter);
+    report_->setPlaceholderText(QStringLiteral("计算书：单击“计算”"));
+    splitter->addWidget(report_);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 1);
+  }
+  setCentralWidget(splitter);
+
+  session_ = std::make_unique<Events>(*this, platform);
+  session_->check_values_on_leave(true);
+  grid_->connect_events(session_.get());
+  const clsCharacter chr(platform);
+  session_->build(layout_id(program.layout, chr));
+  build_actions();
+  update_title();
+  resize(program.calculates ? 1000 : 560, 720);
+}
+
+CalcForm::~CalcForm() { grid_->connect_events(nullptr); }
+
+clsGridCell& CalcForm::cell() { return session_->cell(); }
+
+QAction* CalcForm::action(Action which) const {
+  const auto at = static_cast<std::size_t>(which);
+  return at < actions_.size() ? actions_[at] : nullptr;
+}
+
+void CalcForm::build_actions() {
+  const struct {
+    Action action;
+    const char* text;
+    QKeySequence keys;
+  } kActions[] = {
+      {Action::kNew, "新建", QKeySequence::New},
+      {Action::kOpen, "打开…", QKeySequence::Open},
+      {Action::kSave, "保存", QKeySequence::Save},
+      {Action::kSaveAs, "另存为…", QKeySequence::SaveAs},
+      {Action::kDefaults, "默认值", QKeySequence()},
+      {Action::kCalculate, "计算", QKeySequence(Qt::Key_F9)},
+      {Action::kSaveReport, "保存计算书…", QKeySequence()},
+  };
+  QToolBar* toolbar = addToolBar(QStringLiteral("工具栏"));
+  toolbar->setObjectName(QStringLiteral("tools"));
+  QMenu* file_menu = menuBar()->addMenu(QStringLiteral("文件"));
+  QMenu* calc_menu = menuBar()->addMenu(QStringLiteral("计算"));
+  for (const auto& a : kActions) {
+    auto* action = new QAction(QString::fromUtf8(a.text), this);
+    if (!a.keys.isEmpty()) action->setShortcut(a.keys);
+    actions_.push_back(action);
+    toolbar->addAction(action);
+    (a.action == Action::kCalculate || a.action == Action::kSaveReport ? calc_menu : file_menu)
+        ->addAction(action);
+  }
+  connect(action(Action::kNew), &QAction::triggered, this, [this] { new_project(); });
+  connect(action(Action::kOpen), &QAction::triggered, this, [this] {
+    const QString file = chosen_file(false, kProjectFilter);
+    if (!file.isEmpty()) open_file(file);
+  });
+  connect(action(Action::kSave), &QAction::triggered, this, [this] {
+    const QString file = file_.isEmpty() ? chosen_file(true, kProjectFilter) : file_;
+    if (!file.isEmpty()) save_file(file);
+  });
+  connect(action(Action::kSaveAs), &QAction::triggered, this, [this] {
+    const QString file = chosen_file(true, kProjectFilter);
+    if (!file.isEmpty()) save_file(file);
+  });
+  connect(action(Action::kDefaults), &QAction::triggered, this, [this] { load_defaults(); });
+  connect(action(Action::kCalculate), &QAction::triggered, this, [this] { calculate(); });
+  connect(action(Action::kSaveReport), &QAction::triggered, this, [this] {
+    const QString file = chosen_file(true, kReportFilter);
+    if (!file.isEmpty()) save_report(file);
+  });
+  action(Action::kSaveReport)->setEnabled(false);
+}
+
+QString CalcForm::chosen_file(bool saving, const QString& filter) {
+  if (preset_) {
+    const QString file = *preset_;
+    preset_.reset();
+    return file;
+  }
+  return saving ? QFileDialog::getSaveFileName(this, windowTitle(), file_, filter)
+                : QFileDialog::getOpenFileName(this, windowTitle(), file_, filter);
+}
+
+Text CalcForm::form_name() const { return Text(program_.layout); }
+
+// ---- Layout of the grid ------------------------------------------------------------
+
+bool CalcForm::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == panel_ && event->type() == QEvent::Resize) place_grid();
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void CalcForm::place_grid() {
+  // The grid and the title box are placed by the form's rule, in twips.
+  const int width = to_twips(panel_->width(), panel_->logicalDpiX());
+  const int height = to_twips(panel_->height(), panel_->logicalDpiY());
+  session_->cell().Form_Resize(0, width, height);
+}
+
+// ---- The project ---------------------------------------------------------------------
+
+void CalcForm::mark_changed(bool changed) {
+  changed_ = changed;
+  update_title();
+}
+
+void CalcForm::update_title() {
+  const Text project = session_ ? session_->cell().tGetText(kProjectItem) : Text();
+  QString name = to_qstring(trim(project));
+  if (name.isEmpty()) {
+    name = file_.isEmpty() ? QStringLiteral("未命名") : QFileInfo(file_).completeBaseName();
+  }
+  setWindowTitle(to_qstring(program_.menu_key) + QStringLiteral(" - ") + name +
+                 QStringLiteral("[*]"));
+  setWindowModified(changed_);
+}
+
+void CalcForm::new_project() {
+  session_->cell().LoadDefaultEnterA(false);
+  file_.clear();
+  report_lines_.clear();
+  if (report_) report_->clear();
+  action(Action::kSaveReport)->setEnabled(false);
+  mark_changed(false);
+}
+
+bool CalcForm::open_file(const QString& file) {
+  if (!session_->cell().bLoadOrSaveData(u"Load", to_text(file), form_name(), {}, add_data_)) {
+    const int32_t error =
+        QFile::exists(file) ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
+    errors_.GenMsgErrorW(error, to_text(QFileInfo(file).fileName()), {}, {}, {}, false);
+    return false;
+  }
+  session_->cell().ControlEnableA(0);
+  file_ = file;
+  mark_changed(false);
+  statusBar()->showMessage(QStringLiteral("已打开 ") + file, 5000);
+  return true;
+}
+
+bool CalcForm::save_file(const QString& file) {
+  // A value still being edited is left first, checked as always.
+  if (session_->cell().bLeaveCellCanCelA()) return false;
+  if (!session_->cell().bLoadOrSaveData(u"Save", to_text(file), form_name(), {}, add_data_)) {
+    errors_.GenMsgErrorW(error_id::kDataFileNotSaved, to_text(QFileInfo(file).fileName()), {}, {},
+                         {}, false);
+    return false;
+  }
+  file_ = file;
+  mark_changed(false);
+  statusBar()->showMessage(QStringLiteral("已保存 ") + file, 5000);
+  return true;
+}
+
+void CalcForm::load_defaults() {
+  std::vector<Text> before;
+  session_->cell().GetCurrentText(before);
+  session_->cell().LoadDefaultEnterA(true);
+  std::vector<Text> after;
+  session_->cell().GetCurrentText(after);
+  if (after != before) mark_changed(true);
+}
+
+// ---- Calculation ---------------------------------------------------------------------
+
+void CalcForm::calculate() {
+  if (!program_.calculates) {
+    platform_->messages->warning(u"本表单只输入、检查、保存和打开数据，没有计算。",
+                                 to_text(windowTitle()));
+    return;
+  }
+  if (session_->cell().bLeaveCellCanCelA()) return;
+  std::vector<Text> values;
+  session_->cell().GetCurrentText(values);
+  clsCharacter chr(platform_);
+  chr.bSuperSub(true);  // squares and cubes of units as superscripts
+  report_lines_ = beam_report(values, chr);
+  Text html;
+  for (const Text& line : report_lines_) {
+    html += u"<p>" + typeset::markup_to_html(with_grade_letters(line)) + u"</p>";
+  }
+  report_->setHtml(to_qstring(html));
+  action(Action::kSaveReport)->setEnabled(true);
+}
+
+bool CalcForm::save_report(const QString& file) {
+  clsCharacter chr(platform_);
+  QFile out(file);
+  if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
+  for (const Text& line : report_lines_) {
+    out.write(to_utf8(with_grade_letters(chr.tDelSuperSubSign(line))).c_str());
+    out.write("\n");
+  }
+  return out.error() == QFileDevice::NoError;
+}
+
+// ---- The form object ------------------------------------------------------------------
+
+void CalcForm::ControlEnable(std::vector<bool>& hidden) {
+  const clsCharacter chr(platform_);
+  apply_rules(program_, texts_, hidden, chr);
+  update_title();
+}
+
+void CalcForm::ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool>& hidden) {
+  texts_ = texts;
+  ControlEnable(hidden);
+}
+
+void CalcForm::closeEvent(QCloseEvent* event) {
+  if (changed_ && ask_before_closing_) {
+    const auto answer =
+        QMessageBox::question(this, windowTitle(), QStringLiteral("项目已修改，是否保存？"),
+                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    if (answer == QMessageBox::Cancel ||
+        (answer == QMessageBox::Save &&
+         !save_file(file_.isEmpty() ? chosen_file(true, kProjectFilter) : file_))) {
+      event->ignore();
+      return;
+    }
+  }
+  QMainWindow::closeEvent(event);
+}
+
+}  // namespace zelkora::desk

@@ -1,0 +1,107 @@
+// The desktop program: its platform bundle, main window and forms.
+#include "desk/desk_app.h"
+
+#include "desk/calc_form.h"
+#include "desk/main_window.h"
+#include "zelkora/datafile/cls_load_save.h"
+#include "zelkora/datafile/record_numbers.h"
+#include "zelkora/platform/codepage.h"
+#include "zelkora/platform/headless/memory_ini_files.h"
+#include "zelkora/platform/resources.h"
+
+namespace zelkora::desk {
+
+namespace {
+
+// The program menu from the library's resources, every other INI file from
+// the system's INI files.
+class MenuIniFiles : public platform::IniFiles {
+ public:
+  MenuIniFiles(std::shared_ptr<platform::IniFiles> system, Text menu) : system_(std::move(system)) {
+    menu_.put(DeskApp::kMenuFile, menu);
+  }
+  Text read(TextView section, TextView key, TextView default_value, TextView file) const override {
+    if (equal_text(file, DeskApp::kMenuFile, Compare::Text)) {
+      return menu_.read(section, key, default_value, DeskApp::kMenuFile);
+    }
+    return system_ ? system_->read(section, key, default_value, file) : Text(default_value);
+  }
+  bool write(TextView section, TextView key, std::optional<TextView> value,
+             TextView file) override {
+    return system_ && !equal_text(file, DeskApp::kMenuFile, Compare::Text) &&
+           system_->write(section, key, value, file);
+  }
+
+ private:
+  std::shared_ptr<platform::IniFiles> system_;
+  platform::headless::MemoryIniFiles menu_;
+};
+
+constexpr std::size_t kMaxMenuBytes = std::size_t{1} << 20;
+
+}  // namespace
+
+DeskApp::DeskApp() {
+  platform_ = std::make_shared<platform::Platform>(*platform::Platform::environment_default());
+  messages_ = std::make_shared<platform::qt::QtMessageBox>(nullptr);
+  platform_->messages = messages_;
+  const std::optional<std::string> menu =
+      platform::read_resource(platform_->resources, to_utf8(kMenuFile), kMaxMenuBytes);
+  platform_->ini =
+      std::make_shared<MenuIniFiles>(platform_->ini, codepage::from_ansi(menu.value_or("")));
+  main_window_ = std::make_unique<MainWindow>(*this);
+}
+
+DeskApp::~DeskApp() {
+  for (const QPointer<CalcForm>& form : forms_) {
+    if (form) {
+      form->ask_before_closing(false);
+      delete form.data();
+    }
+  }
+}
+
+CalcForm* DeskApp::open_program(TextView menu_key) {
+  const Program* program = program_of(menu_key);
+  if (!program) {
+    messages_->warning(u"“" + Text(trim(menu_key)) + u"”的计算表单不在本程序中。",
+                       u"Zelkora 结构快速设计");
+    return nullptr;
+  }
+  auto* form = new CalcForm(platform_, *program);
+  forms_.emplace_back(form);
+  form->show();
+  form->raise();
+  form->activateWindow();
+  return form;
+}
+
+CalcForm* DeskApp::open_project(const QString& file) {
+  // The program is named by the file's identifier record: the layout's name.
+  clsLoadSave ls(platform_);
+  UseBinRecord record;
+  const Program* program = nullptr;
+  if (ls.OpenFileA(platform::qt::to_text(file), u"InPut")) {
+    for (int i = 0; i < 2 && ls.ReadFileOneA(record); ++i) {
+      if (record.ID == record_id::kProgram) program = program_of_layout(record.Member);
+    }
+    ls.CloseFileA();
+  }
+  if (!program) {
+    messages_->warning(u"“" + platform::qt::to_text(file) + u"”不是本程序的原始数据文件。",
+                       u"Zelkora 结构快速设计");
+    return nullptr;
+  }
+  CalcForm* form = open_program(program->menu_key);
+  if (form) form->open_file(file);  // a file it cannot read is explained there
+  return form;
+}
+
+CalcForm* DeskApp::current_form() const {
+  for (auto it = forms_.rbegin(); it != forms_.rend(); ++it) {
+    if (*it && (*it)->isVisible()) return it->data();
+  }
+  return nullptr;
+}
+
+}  // namespace zelkora::desk

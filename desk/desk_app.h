@@ -1,0 +1,51 @@
+// The desktop program: the platform bundle it runs on (the system's, with
+// Qt's message box and the program menu from the library's resources), the
+// main window with the program menu, and the calculation forms it opens.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "desk/programs.h"
+#include "zelkora/platform/platform.h"
+#include "zelkora/platform/qt/qt_controls.h"
+
+namespace zelkora::desk {
+
+class CalcForm;
+class MainWindow;
+
+class DeskApp : public QObject {
+  Q_OBJECT
+
+ public:
+  // The name under which the program menu is read.
+  static constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
+
+  DeskApp();
+  ~DeskApp() override;
+
+  const std::shared_ptr<platform::Platform>& platform() const { return platform_; }
+  platform::qt::QtMessageBox& messages() { return *messages_; }
+  MainWindow& main_window() { return *main_window_; }
+
+  // Opens the form of the program with this menu key (shown), or says that
+  // its form is not part of this program; the form, or null.
+  CalcForm* open_program(TextView menu_key);
+  // Opens a project data file in the form of its program (the program is the
+  // one whose layout name the file carries); null when no form can read it.
+  CalcForm* open_project(const QString& file);
+  // The form opened last that is still open, or null.
+  CalcForm* current_form() const;
+
+ private:
+  std::shared_ptr<platform::Platform> platform_;
+  std::shared_ptr<platform::qt::QtMessageBox> messages_;
+  std::unique_ptr<MainWindow> main_window_;
+  std::vector<QPointer<CalcForm>> forms_;
+};
+
+}  // namespace zelkora::desk

@@ -1,0 +1,46 @@
+// The main window: the program menu of the suite in a grid (clsGridCellMain
+// over the menu file). Choosing a program opens its calculation form.
+#pragma once
+
+#include <QMainWindow>
+
+#include "zelkora/grid/cls_grid_cell_main.h"
+#include "zelkora/platform/qt/qt_grid.h"
+
+namespace zelkora::desk {
+
+class DeskApp;
+
+class MainWindow : public QMainWindow, public platform::GridEvents {
+  Q_OBJECT
+
+ public:
+  explicit MainWindow(DeskApp& app);
+
+  platform::qt::QtGridControl& grid() { return *grid_; }
+  clsGridCellMain& menu() { return menu_; }
+  // The grid row whose caption is `caption` (blanks around it ignored), or 0.
+  int32_t row_of(TextView caption) const;
+
+  // The menu grid's events: a click or Space on a group folds or unfolds it,
+  // on a program (or Enter, or a double click) opens it.
+  void EnterRow() override { menu_.GridCell_EnterRow(); }
+  void BeforeEdit(int32_t row, int32_t col, bool& cancel) override;
+  void CellChanging() override {}
+  void LeaveCell(int32_t, int32_t, bool&) override {}
+  void ComboDropDown() override {}
+  void ComboClick() override {}
+  void Click(int32_t row, int32_t col) override;
+  void DblClick() override;
+  void KeyDown(int16_t& key_code, int16_t shift) override;
+  void LostFocus() override { menu_.GridCell_LostFocus(); }
+
+ private:
+  void open_selected(bool selected, const Text& page, const Text& key);
+
+  DeskApp& app_;
+  clsGridCellMain menu_;
+  platform::qt::QtGridControl* grid_ = nullptr;
+};
+
+}  // namespace zelkora::desk

@@ -1,0 +1,42 @@
+// The programs of the desktop program: which menu entries open a form of
+// their own, the layout each form is built from, the form's rules for the
+// items that do not apply, and its calculation.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "zelkora/frame/cls_character.h"
+#include "zelkora/platform/text.h"
+
+namespace zelkora::desk {
+
+// An item that applies only while a switch item (a "是"/"否" row) says "是".
+struct ItemRule {
+  int32_t switch_item;
+  std::vector<int32_t> items;
+};
+
+struct Program {
+  TextView menu_key;  // the program's key in the menu ("梁配筋计算")
+  TextView layout;    // its form's layout ("clsBeamSteel")
+  std::vector<ItemRule> rules;
+  bool calculates;  // the form has a calculation (the beam)
+};
+
+// The programs whose forms this program has.
+const std::vector<Program>& programs();
+
+// The program of a menu key, or null when its form is not part of this
+// program.
+const Program* program_of(TextView menu_key);
+
+// The program whose layout is `layout` (without regard to case), or null.
+const Program* program_of_layout(TextView layout);
+
+// The hidden marks of a form's items (0..lMax) after its rules: an item is
+// hidden while its switch says anything but "是".
+void apply_rules(const Program& program, const std::vector<Text>& texts, std::vector<bool>& hidden,
+                 const clsCharacter& chr);
+
+}  // namespace zelkora::desk

@@ -1,0 +1,277 @@
+// Scripts of real input events for the desktop program.
+#include "desk/script.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <functional>
+#include <stdexcept>
+
+#include "desk/calc_form.h"
+#include "desk/desk_app.h"
+#include "desk/main_window.h"
+
+namespace zelkora::desk {
+
+namespace {
+
+using platform::qt::QtGridControl;
+using platform::qt::to_qstring;
+using platform::qt::to_text;
+
+// A step that cannot run: the reason.
+struct StepError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+void settle() { QApplication::processEvents(); }
+
+// A click on the cell as a user makes it: press and release in its middle.
+void click_cell(QtGridControl& grid, int32_t row, int32_t col) {
+  if (row < 0 || row >= grid.rowCount() || col < 0 || col >= grid.columnCount()) {
+    throw StepError("the grid has no cell " + std::to_string(row) + ", " + std::to_string(col));
+  }
+  if (grid.isRowHidden(row) || grid.isColumnHidden(col)) {
+    throw StepError("row " + std::to_string(row) + " is not shown");
+  }
+  grid.scrollTo(grid.model()->index(row, col));
+  // The middle of the column in the row, also where columns are merged.
+  const QPoint middle(grid.columnViewportPosition(col) + grid.columnWidth(col) / 2,
+                      grid.rowViewportPosition(row) + grid.rowHeight(row) / 2);
+  QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, middle);
+  settle();
+}
+
+// The widget that has the focus in the window of `widget` (the window need
+// not be the active one, as after a message box closed), or `widget`.
+QWidget* focus_in(QWidget* widget) {
+  QWidget* focus = widget->window()->focusWidget();
+  return focus ? focus : widget;
+}
+
+// Characters typed one key press each, with the text the key gives.
+void type_text(QWidget* widget, const QString& text) {
+  for (const QChar c : text) {
+    const int key = c.unicode() < 0x80 ? QChar(c).toUpper().unicode() : 0;
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(c));
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, QString(c));
+    QApplication::sendEvent(widget, &press);
+    QApplication::sendEvent(widget, &release);
+  }
+  settle();
+}
+
+Qt::Key key_of(const QString& name) {
+  static const QMap<QString, Qt::Key> kKeys = {
+      {QStringLiteral("Enter"), Qt::Key_Return}, {QStringLiteral("Tab"), Qt::Key_Tab},
+      {QStringLiteral("Space"), Qt::Key_Space},  {QStringLiteral("Escape"), Qt::Key_Escape},
+      {QStringLiteral("Up"), Qt::Key_Up},        {QStringLiteral("Down"), Qt::Key_Down},
+      {QStringLiteral("F2"), Qt::Key_F2},
+  };
+  const auto it = kKeys.find(name);
+  if (it == kKeys.end()) {
+    throw StepError("unknown key \"" + name.toStdString() +
+                    "\" (Enter, Tab, Space, Escape, Up, Down, F2)");
+  }
+  return *it;
+}
+
+class Runner {
+ public:
+  Runner(DeskApp& app, QTextStream& out) : app_(app), out_(out) {
+    app_.messages().on_show = [this](QMessageBox& box) { answer(box); };
+  }
+  ~Runner() { app_.messages().on_show = nullptr; }
+
+  void run(const QString& line) {
+    const QString verb = line.section(QLatin1Char(' '), 0, 0);
+    const QString rest = line.section(QLatin1Char(' '), 1).trimmed();
+    if (verb == QLatin1String("menu")) return menu(rest);
+    if (verb == QLatin1String("edit")) return edit(rest, false);
+    if (verb == QLatin1String("pick")) return edit(rest, true);
+    if (verb == QLatin1String("click")) return click(rest);
+    if (verb == QLatin1String("key")) return key(rest);
+    if (verb == QLatin1String("defaults")) return defaults(rest);
+    if (verb == QLatin1String("calculate")) return press(CalcForm::Action::kCalculate);
+    if (verb == QLatin1String("save")) return with_file(CalcForm::Action::kSaveAs, rest);
+    if (verb == QLatin1String("open")) return with_file(CalcForm::Action::kOpen, rest);
+    if (verb == QLatin1String("shot")) return shot(rest);
+    throw StepError("unknown step \"" + verb.toStdString() +
+                    "\" (menu, edit, pick, click, key, defaults, calculate, save, open, shot)");
+  }
+
+ private:
+  // Prints the box and clicks its button once its modal loop runs.
+  void answer(QMessageBox& box) {
+    out_ << "message: " << box.windowTitle() << " | "
+         << box.text().replace(QLatin1Char('\n'), QLatin1Char(' ')).simplified() << "\n";
+    out_.flush();
+    QMessageBox::StandardButton wanted = answer_;
+    answer_ = QMessageBox::NoButton;
+    QAbstractButton* button = wanted != QMessageBox::NoButton ? box.button(wanted) : nullptr;
+    if (!button) button = box.button(QMessageBox::Ok);
+    if (!button) button = box.button(QMessageBox::Yes);
+    if (!button && !box.buttons().isEmpty()) button = box.buttons().first();
+    QPointer<QAbstractButton> target(button);
+    QTimer::singleShot(0, [target] {
+      if (target) QTest::mouseClick(target, Qt::LeftButton);
+    });
+  }
+
+  CalcForm& form() {
+    CalcForm* form = app_.current_form();
+    if (!form) throw StepError("no calculation form is open");
+    return *form;
+  }
+
+  QtGridControl& grid() {
+    CalcForm* form = app_.current_form();
+    return form ? form->grid() : app_.main_window().grid();
+  }
+
+  void menu(const QString& caption) {
+    MainWindow& window = app_.main_window();
+    const int32_t row = window.row_of(to_text(caption));
+    if (row == 0) throw StepError("the menu has no entry \"" + caption.toStdString() + "\"");
+    click_cell(window.grid(), row, 2);
+  }
+
+  // The row of an item given by its index or its caption.
+  int32_t row_of_item(CalcForm& form, const QString& item) {
+    bool numeric = false;
+    const int index = item.toInt(&numeric);
+    if (numeric) {
+      if (index < 0 || index > form.cell().lMaxTextIndex()) {
+        throw StepError("the form has no item " + item.toStdString());
+      }
+      return form.cell().lGetRowByIndex(index);
+    }
+    for (int32_t row = 1; row < form.grid().Rows(); ++row) {
+      if (trim(form.grid().Text(row, 2)) == to_text(item)) return row;
+    }
+    throw StepError("the form has no row \"" + item.toStdString() + "\"");
+  }
+
+  void edit(const QString& args, bool pick) {
+    const QString item = args.section(QLatin1Char(' '), 0, 0);
+    const QString text = args.section(QLatin1Char(' '), 1);
+    CalcForm& f = form();
+    const int32_t row = row_of_item(f, item);
+    // An editor the form kept open on the cell (after a refused value) is
+    // typed into as it is; otherwise the cell is clicked and F2 opens one.
+    QWidget* editor = f.grid().indexWidget(f.grid().model()->index(row, 3));
+    if (!editor) {
+      click_cell(f.grid(), row, 3);
+      QTest::keyClick(&f.grid(), Qt::Key_F2);
+      settle();
+    }
+    editor = focus_in(&f.grid());
+    if (!f.grid().isAncestorOf(editor)) throw StepError("the cell cannot be edited");
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);  // all of its text is replaced
+    if (pick) {
+      auto* combo = qobject_cast<QComboBox*>(editor);
+      if (!combo) combo = qobject_cast<QComboBox*>(editor->parentWidget());
+      if (!combo) throw StepError("the cell has no list");
+      const int at = combo->findText(text);
+      if (at < 0) throw StepError("the list has no \"" + text.toStdString() + "\"");
+      // The arrow of the box opens the list; the item is clicked in it.
+      QTest::mouseClick(combo, Qt::LeftButton, Qt::NoModifier,
+                        QPoint(combo->width() - 6, combo->height() / 2));
+      // The list takes a click only after a double click's time has passed.
+      QTest::qWait(QApplication::doubleClickInterval() + 50);
+      QAbstractItemView* view = combo->view();
+      if (!view->isVisible()) throw StepError("the list did not open");
+      const QRect rect = view->visualRect(view->model()->index(at, 0));
+      QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+      settle();
+      editor = focus_in(&f.grid());
+    } else {
+      type_text(editor, text);
+    }
+    QTest::keyClick(focus_in(&f.grid()), Qt::Key_Return);
+    settle();
+  }
+
+  void click(const QString& args) {
+    bool row_ok = false, col_ok = false;
+    const int row = args.section(QLatin1Char(' '), 0, 0).toInt(&row_ok);
+    const int col = args.section(QLatin1Char(' '), 1, 1).toInt(&col_ok);
+    if (!row_ok || !col_ok) throw StepError("click takes ROW COL");
+    click_cell(grid(), row, col);
+  }
+
+  void key(const QString& name) {
+    QTest::keyClick(focus_in(&grid()), key_of(name));
+    settle();
+  }
+
+  void press(CalcForm::Action which) {
+    CalcForm& f = form();
+    QAction* action = f.action(which);
+    QWidget* button = nullptr;
+    for (QToolBar* toolbar : f.findChildren<QToolBar*>()) {
+      if (QWidget* w = toolbar->widgetForAction(action)) button = w;
+    }
+    if (!button || !action->isEnabled()) throw StepError("the button is not there or is off");
+    QTest::mouseClick(button, Qt::LeftButton);
+    settle();
+  }
+
+  void defaults(const QString& reply) {
+    if (reply == QLatin1String("yes")) {
+      answer_ = QMessageBox::Yes;
+    } else if (reply == QLatin1String("cancel")) {
+      answer_ = QMessageBox::Cancel;
+    } else {
+      throw StepError("defaults takes yes or cancel");
+    }
+    press(CalcForm::Action::kDefaults);
+  }
+
+  void with_file(CalcForm::Action which, const QString& file) {
+    if (file.isEmpty()) throw StepError("a file is needed");
+    form().preset_file(file);
+    press(which);
+  }
+
+  void shot(const QString& file) {
+    CalcForm* f = app_.current_form();
+    QWidget& window = f ? static_cast<QWidget&>(*f) : app_.main_window();
+    settle();
+    if (file.isEmpty() || !window.grab().save(file)) {
+      throw StepError("cannot write the picture " + file.toStdString());
+    }
+  }
+
+  DeskApp& app_;
+  QTextStream& out_;
+  QMessageBox::StandardButton answer_ = QMessageBox::NoButton;
+};
+
+}  // namespace
+
+int run_script(DeskApp& app, const QStringList& lines, QTextStream& out, QTextStream& err) {
+  Runner runner(app, out);
+  for (int i = 0; i < lines.size(); ++i) {
+    const QString line = lines[i].trimmed();
+    if (line.isEmpty() || line.startsWith(QLatin1Char('#'))) continue;
+    try {
+      runner.run(line);
+    } catch (const std::exception& e) {
+      err << "script line " << (i + 1) << " \"" << line << "\": " << e.what() << "\n";
+      err.flush();
+      return 2;
+    }
+  }
+  out.flush();
+  return 0;
+}
+
+}  // namespace zelkora::desk

@@ -1,0 +1,37 @@
+// Scripts of real input events for the desktop program: demonstrations and
+// regression runs. Each line is one step, delivered through the toolkit's
+// event system as a user's hand would deliver it (mouse clicks on cells and
+// buttons, key presses into editors), never as calls into the library:
+//
+//   menu CAPTION          click the menu row of that caption (a group folds
+//                         or unfolds, a program opens its form)
+//   edit ITEM TEXT        click the value cell of the item's row (ITEM: an
+//                         item index or a caption), replace its text by
+//                         typing, press Enter
+//   pick ITEM TEXT        click the value cell, open its list, choose TEXT
+//   click ROW COL         click a cell of the form's grid (the menu's when no
+//                         form is open)
+//   key NAME              press Enter, Tab, Space, Escape, Up, Down or F2
+//   defaults yes|cancel   the Defaults button, and the answer to its question
+//   calculate             the Calculate button
+//   save FILE, open FILE  the Save As and Open buttons, the file given
+//                         instead of the dialog
+//   shot PNGFILE          the window as a picture
+//
+// Blank lines and lines starting with "#" are passed over. Every message box
+// met is printed as "message: TITLE | TEXT" and answered: OK, or the answer
+// the script gave.
+#pragma once
+
+#include <QStringList>
+#include <QTextStream>
+
+namespace zelkora::desk {
+
+class DeskApp;
+
+// Runs the lines; 0 when every step ran, 2 with the reason on `err` (the
+// line's number and text) when one could not.
+int run_script(DeskApp& app, const QStringList& lines, QTextStream& out, QTextStream& err);
+
+}  // namespace zelkora::desk

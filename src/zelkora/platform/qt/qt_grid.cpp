@@ -1,0 +1,660 @@
+// The grid control over a Qt table: drawing the model, and the user's actions
+// as the grid's events.
+#include "zelkora/platform/qt/qt_grid.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include "zelkora/platform/qt/qt_controls.h"
+
+namespace zelkora::platform::qt {
+
+namespace {
+
+QPixmap to_pixmap(const Picture& picture) {
+  QImage image(picture.width, picture.height, QImage::Format_ARGB32);
+  for (int32_t y = 0; y < picture.height; ++y) {
+    for (int32_t x = 0; x < picture.width; ++x) {
+      const std::size_t at = static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) +
+                             static_cast<std::size_t>(x);
+      image.setPixel(x, y, at < picture.pixels.size() ? picture.pixels[at] : 0u);
+    }
+  }
+  return QPixmap::fromImage(image);
+}
+
+// The fonts tried, in order, where the name the grid was given is missing:
+// the CJK fonts of the common systems.
+const char* const kCjkFamilies[] = {
+    "SimSun",
+    "NSimSun",
+    "Microsoft YaHei",
+    "Noto Sans CJK SC",
+    "Noto Serif CJK SC",
+    "Source Han Sans SC",
+    "WenQuanYi Micro Hei",
+    "WenQuanYi Zen Hei",
+    "AR PL UMing CN",
+    "Droid Sans Fallback",
+};
+
+QString available_family(const QString& wanted) {
+  const QStringList families = QFontDatabase::families();
+  if (families.contains(wanted)) return wanted;
+  // "宋体" is SimSun.
+  if (wanted == QStringLiteral("宋体") && families.contains(QStringLiteral("SimSun"))) {
+    return QStringLiteral("SimSun");
+  }
+  for (const char* family : kCjkFamilies) {
+    if (families.contains(QString::fromLatin1(family))) return QString::fromLatin1(family);
+  }
+  return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+}
+
+bool looks_numeric(TextView text) {
+  bool ok = false;
+  to_qstring(trim(text)).toDouble(&ok);
+  return ok;
+}
+
+Qt::Alignment qt_alignment(int16_t alignment, TextView text) {
+  switch (alignment) {
+    case GridControl::kAlignLeft:
+      return Qt::AlignLeft | Qt::AlignVCenter;
+    case GridControl::kAlignCenter:
+      return Qt::AlignHCenter | Qt::AlignVCenter;
+    case GridControl::kAlignRight:
+      return Qt::AlignRight | Qt::AlignVCenter;
+    default:  // general: text left, numbers right
+      return (looks_numeric(text) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+  }
+}
+
+}  // namespace
+
+// ---- The cell editors ---------------------------------------------------------
+
+// A line edit for a text cell, an editable combo box for a combo cell (its
+// items are the cell's list when the editor opens). Every change of the
+// text and every pick goes to the grid at once.
+class QtGridControl::Delegate : public QStyledItemDelegate {
+ public:
+  explicit Delegate(QtGridControl& grid) : QStyledItemDelegate(&grid), grid_(grid) {}
+
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                        const QModelIndex& index) const override {
+    const int32_t row = index.row();
+    const int32_t col = index.column();
+    QtGridControl& grid = grid_;
+    if (grid.model_.CellType(row, col) == kComboCell) {
+      auto* combo = new QComboBox(parent);
+      combo->setEditable(true);
+      combo->setInsertPolicy(QComboBox::NoInsert);
+      combo->setFont(grid.cell_font(false));
+      for (const zelkora::Text& item : grid.model_.ComboList(row, col)) {
+        combo->addItem(to_qstring(item));
+      }
+      QObject::connect(
+          combo->lineEdit(), &QLineEdit::textEdited, combo,
+          [&grid, row, col](const QString& text) { grid.editor_text_changed(row, col, text); });
+      QObject::connect(combo, &QComboBox::activated, combo, [&grid, combo, row, col](int item) {
+        grid.editor_picked(row, col, combo->itemText(item));
+      });
+      return combo;
+    }
+    auto* line = new QLineEdit(parent);
+    line->setFont(grid.cell_font(false));
+    line->setFrame(false);
+    QObject::connect(line, &QLineEdit::textEdited, line, [&grid, row, col](const QString& text) {
+      grid.editor_text_changed(row, col, text);
+    });
+    return line;
+  }
+
+  void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+    const QString text = to_qstring(grid_.model_.Text(index.row(), index.column()));
+    if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+      combo->setEditText(text);
+      combo->lineEdit()->selectAll();
+    } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+      line->setText(text);
+      line->selectAll();
+    }
+  }
+
+  // The model already holds every change of the text; the table item is
+  // drawn from it.
+  void setModelData(QWidget* /*editor*/, QAbstractItemModel* /*model*/,
+                    const QModelIndex& index) const override {
+    grid_.draw_cell(index.row(), index.column());
+  }
+
+ private:
+  QtGridControl& grid_;
+};
+
+// ---- The control ----------------------------------------------------------------
+
+QtGridControl::QtGridControl(QWidget* parent) : QTableWidget(parent) {
+  delegate_ = new Delegate(*this);
+  setItemDelegate(delegate_);
+  horizontalHeader()->hide();
+  verticalHeader()->hide();
+  verticalHeader()->setMinimumSectionSize(1);
+  horizontalHeader()->setMinimumSectionSize(1);
+  setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                  QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
+  setSelectionBehavior(QAbstractItemView::SelectItems);
+  QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
+  setTabKeyNavigation(true);
+  font_family_ = available_family(QStringLiteral("宋体"));
+}
+
+QtGridControl::~QtGridControl() = default;
+
+// ---- Drawing ----------------------------------------------------------------------
+
+QFont QtGridControl::cell_font(bool bold) const {
+  QFont font(font_family_);
+  font.setPointSizeF(font_points_ > 0 ? font_points_ : 9);
+  font.setBold(bold);
+  return font;
+}
+
+void QtGridControl::draw_size() {
+  if (rowCount() != model_.Rows()) setRowCount(model_.Rows());
+  if (columnCount() != model_.Cols()) setColumnCount(model_.Cols());
+  for (int32_t col = 0; col < model_.Cols(); ++col) {
+    const int32_t width = model_.ColWidth(col);
+    setColumnHidden(col, width <= 0);
+    if (width > 0) setColumnWidth(col, width);
+  }
+}
+
+void QtGridControl::draw_all() {
+  draw_size();
+  clearSpans();
+  for (int32_t row = 0; row < model_.Rows(); ++row) draw_row(row);
+}
+
+void QtGridControl::draw_row(int32_t row) {
+  const int32_t height = model_.RowHeight(row);
+  setRowHidden(row, height <= 0);
+  if (height > 0) setRowHeight(row, height);
+  const auto [first, last] = model_.merged(row);
+  if (last > first) {
+    setSpan(row, first, 1, last - first + 1);
+  } else if (rowSpan(row, 0) > 1 || columnSpan(row, 0) > 1) {
+    setSpan(row, 0, 1, 1);
+  }
+  for (int32_t col = 0; col < model_.Cols(); ++col) draw_cell(row, col);
+}
+
+void QtGridControl::draw_cell(int32_t row, int32_t col) {
+  if (row >= rowCount() || col >= columnCount()) return;
+  const headless::MemoryGrid::Cell& cell = model_.cell(row, col);
+  QTableWidgetItem* item = this->item(row, col);
+  if (!item) {
+    item = new QTableWidgetItem;
+    setItem(row, col, item);
+  }
+  // A merged range shows the picture of its first column and the text of
+  // the first of its columns that has one.
+  zelkora::Text text = cell.text;
+  zelkora::Text image = cell.image_key;
+  const auto [first, last] = model_.merged(row);
+  if (last > first && col == first) {
+    text.clear();
+    for (int32_t c = first; c <= last && text.empty(); ++c) text = model_.Text(row, c);
+  }
+  const bool bold_source =
+      last > first && col == first
+          ? [&] {
+              for (int32_t c = first; c <= last; ++c) {
+                if (!model_.Text(row, c).empty()) return model_.FontBold(row, c);
+              }
+              return cell.font_bold;
+            }()
+          : cell.font_bold;
+  uint32_t fore = cell.fore_color;
+  if (last > first && col == first) {
+    for (int32_t c = first; c <= last; ++c) {
+      if (!model_.Text(row, c).empty()) {
+        fore = model_.ForeColor(row, c);
+        break;
+      }
+    }
+  }
+  item->setText(to_qstring(text));
+  item->setFont(cell_font(bold_source));
+  item->setForeground(to_qcolor(fore, palette()));
+  item->setBackground(to_qcolor(cell.back_color, palette()));
+  item->setTextAlignment(qt_alignment(cell.alignment, text));
+  item->setData(Qt::DecorationRole,
+                image.empty() ? QVariant() : QVariant(icons_.value(to_qstring(image))));
+  Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+  if (!model_.Locked(row)) flags |= Qt::ItemIsEditable;
+  item->setFlags(flags);
+}
+
+// ---- Size ----------------------------------------------------------------------------
+
+bool QtGridControl::Move(int32_t left, int32_t top, int32_t width, int32_t height) {
+  return move_in_twips(*this, left, top, width, height);
+}
+
+void QtGridControl::Rows(int32_t rows) {
+  model_.Rows(rows);
+  if (drawing()) draw_all();
+}
+
+void QtGridControl::Cols(int32_t cols) {
+  model_.Cols(cols);
+  if (drawing()) draw_all();
+}
+
+void QtGridControl::RowHeight(int32_t row, int32_t height) {
+  model_.RowHeight(row, height);
+  if (!drawing()) return;
+  setRowHidden(row, height <= 0);
+  if (height > 0) setRowHeight(row, height);
+}
+
+void QtGridControl::DefaultRowHeight(int32_t height) {
+  model_.DefaultRowHeight(height);
+  verticalHeader()->setDefaultSectionSize(std::max(height, 1));
+  if (drawing()) draw_all();
+}
+
+void QtGridControl::ColWidth(int32_t col, int32_t width) {
+  model_.ColWidth(col, width);
+  if (drawing()) draw_size();
+}
+
+// ---- Cells ---------------------------------------------------------------------------
+
+void QtGridControl::Text(int32_t row, int32_t col, TextView text) {
+  model_.Text(row, col, text);
+  if (!drawing()) return;
+  const auto [first, last] = model_.merged(row);
+  draw_cell(row, last > first && col >= first && col <= last ? first : col);
+  // An open editor of the cell shows what the form wrote.
+  if (QWidget* editor = indexWidget(QTableWidget::model()->index(row, col));
+      editor && !dispatching_) {
+    delegate_->setEditorData(editor, QTableWidget::model()->index(row, col));
+  }
+}
+
+void QtGridControl::CellType(int32_t row, int32_t col, int16_t type) {
+  model_.CellType(row, col, type);
+}
+
+void QtGridControl::FontBold(int32_t row, int32_t col, bool bold) {
+  model_.FontBold(row, col, bold);
+  if (drawing()) draw_row(row);
+}
+
+void QtGridControl::ForeColor(int32_t row, int32_t col, uint32_t colour) {
+  model_.ForeColor(row, col, colour);
+  if (drawing()) draw_row(row);
+}
+
+void QtGridControl::BackColor(int32_t row, int32_t col, uint32_t colour) {
+  model_.BackColor(row, col, colour);
+  if (drawing()) draw_cell(row, col);
+}
+
+void QtGridControl::Alignment(int32_t row, int32_t col, int16_t alignment) {
+  model_.Alignment(row, col, alignment);
+  if (drawing()) draw_cell(row, col);
+}
+
+void QtGridControl::ComboList(int32_t row, int32_t col, const std::vector<zelkora::Text>& items) {
+  model_.ComboList(row, col, items);
+}
+
+void QtGridControl::Locked(int32_t row, bool locked) {
+  model_.Locked(row, locked);
+  if (drawing()) draw_row(row);
+}
+
+void QtGridControl::Merge(int32_t row, int32_t col1, int32_t col2) {
+  model_.Merge(row, col1, col2);
+  if (drawing()) draw_row(row);
+}
+
+void QtGridControl::AddPicture(const Picture& picture, TextView key) {
+  model_.AddPicture(picture, key);
+  icons_.insert(to_qstring(key), QIcon(to_pixmap(picture)));
+}
+
+void QtGridControl::SetImage(int32_t row, int32_t col, TextView key) {
+  model_.SetImage(row, col, key);
+  if (drawing()) draw_row(row);
+}
+
+// ---- Drawing switch -------------------------------------------------------------------
+
+void QtGridControl::AutoRedraw(bool redraw) {
+  model_.AutoRedraw(redraw);
+  setUpdatesEnabled(redraw);
+}
+
+void QtGridControl::Refresh() {
+  model_.Refresh();
+  if (!drawing()) return;
+  draw_all();
+  viewport()->update();
+}
+
+// ---- Focus and scrolling -------------------------------------------------------------
+
+void QtGridControl::move_active(int32_t row, int32_t col) {
+  const bool was = programmatic_;
+  programmatic_ = true;
+  setCurrentCell(row, col);
+  programmatic_ = was;
+}
+
+void QtGridControl::ActiveCell(int32_t row, int32_t col) {
+  model_.ActiveCell(row, col);
+  move_active(row, col);
+}
+
+int32_t QtGridControl::BottomRow() const {
+  const int32_t last = model_.Rows() - 1;
+  const int row = rowAt(viewport()->height() - 1);
+  return row < 0 ? last : row;
+}
+
+void QtGridControl::SetFocus(int32_t row, int32_t col) {
+  model_.SetFocus(row, col);
+  move_active(row, col);
+  setFocus(Qt::OtherFocusReason);
+}
+
+// ---- Appearance ----------------------------------------------------------------------------
+
+void QtGridControl::DefaultFontName(TextView name) {
+  model_.DefaultFontName(name);
+  font_family_ = available_family(to_qstring(name));
+  setFont(cell_font(false));
+  if (drawing()) draw_all();
+}
+
+void QtGridControl::DefaultFontSize(float size) {
+  model_.DefaultFontSize(size);
+  font_points_ = size;
+  setFont(cell_font(false));
+  if (drawing()) draw_all();
+}
+
+void QtGridControl::BackColorBkg(uint32_t colour) {
+  model_.BackColorBkg(colour);
+  QPalette shown = palette();
+  shown.setColor(QPalette::Base, to_qcolor(colour, palette()));
+  setPalette(shown);
+}
+
+void QtGridControl::GridColor(uint32_t colour) {
+  model_.GridColor(colour);
+  setStyleSheet(QStringLiteral("QTableView { gridline-color: %1; }")
+                    .arg(to_qcolor(colour, palette()).name()));
+}
+
+void QtGridControl::Appearance(int16_t appearance) {
+  model_.Appearance(appearance);
+  setFrameShadow(appearance == 0 ? QFrame::Plain : QFrame::Sunken);
+}
+
+void QtGridControl::ExtendLastCol(bool extend) {
+  model_.ExtendLastCol(extend);
+  horizontalHeader()->setStretchLastSection(extend);
+}
+
+void QtGridControl::DisplayFocusRect(bool display) {
+  model_.DisplayFocusRect(display);
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+void QtGridControl::DisplayClientBorder(bool display) {
+  model_.DisplayClientBorder(display);
+  setFrameShape(display ? QFrame::StyledPanel : QFrame::NoFrame);
+}
+
+void QtGridControl::SelectionMode(int16_t mode) {
+  model_.SelectionMode(mode);
+  // Every mode of the suite's grids selects one cell at a time here.
+  QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
+}
+
+// ---- Events --------------------------------------------------------------------------------
+
+bool QtGridControl::raise(const std::function<void(GridEvents&)>& event) {
+  if (!events_ || dispatching_) return false;
+  dispatching_ = true;
+  event(*events_);
+  dispatching_ = false;
+  return true;
+}
+
+bool QtGridControl::leave_active() {
+  if (left_) return true;
+  const CellRef at = model_.ActiveCell();
+  bool cancel = false;
+  if (!raise([&](GridEvents& e) { e.LeaveCell(at.row, at.col, cancel); })) return !dispatching_;
+  left_ = !cancel;
+  return !cancel;
+}
+
+void QtGridControl::keep_editing() {
+  const CellRef at = model_.ActiveCell();
+  const QModelIndex index = QTableWidget::model()->index(at.row, at.col);
+  move_active(at.row, at.col);
+  QWidget* editor = indexWidget(index);
+  if (!editor) {
+    QTableWidget::edit(index);
+    editor = indexWidget(index);
+  }
+  if (editor) {
+    delegate_->setEditorData(editor, index);
+    activateWindow();
+    editor->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+int32_t QtGridControl::next_shown_row(int32_t row) const {
+  for (int32_t r = row + 1; r < model_.Rows(); ++r) {
+    if (model_.RowHeight(r) > 0) return r;
+  }
+  return row;
+}
+
+void QtGridControl::editor_text_changed(int32_t row, int32_t col, const QString& text) {
+  model_.Text(row, col, to_text(text));
+  left_ = false;
+  raise([](GridEvents& e) { e.CellChanging(); });
+}
+
+void QtGridControl::editor_picked(int32_t row, int32_t col, const QString& text) {
+  model_.Text(row, col, to_text(text));
+  left_ = false;
+  raise([](GridEvents& e) { e.ComboClick(); });
+}
+
+void QtGridControl::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableWidget::currentChanged(current, previous);
+  if (!current.isValid()) return;
+  model_.ActiveCell(current.row(), current.column());
+  if (programmatic_) return;
+  left_ = false;
+  if (current.row() != previous.row()) raise([](GridEvents& e) { e.EnterRow(); });
+}
+
+void QtGridControl::mousePressEvent(QMouseEvent* event) {
+  // The cell under the mouse, also inside a merged range (whose table item
+  // is its first column's): the column is the one pointed at.
+  const QPoint at = event->position().toPoint();
+  const int row = rowAt(at.y());
+  const int col = columnAt(at.x());
+  const CellRef active = model_.ActiveCell();
+  if (row >= 0 && col >= 0 && (row != active.row || col != active.col) && !leave_active()) {
+    event->accept();
+    keep_editing();
+    return;
+  }
+  pressed_ = row >= 0 && col >= 0 ? QTableWidget::model()->index(row, col) : QModelIndex();
+  QTableWidget::mousePressEvent(event);
+  if (pressed_.isValid()) model_.ActiveCell(row, col);
+}
+
+void QtGridControl::mouseReleaseEvent(QMouseEvent* event) {
+  QTableWidget::mouseReleaseEvent(event);
+  const QPoint at = event->position().toPoint();
+  const int row = rowAt(at.y());
+  const int col = columnAt(at.x());
+  if (pressed_.isValid() && row == pressed_.row() && col == pressed_.column()) {
+    model_.ActiveCell(row, col);
+    raise([&](GridEvents& e) { e.Click(row, col); });
+  }
+  pressed_ = QModelIndex();
+}
+
+void QtGridControl::mouseDoubleClickEvent(QMouseEvent* event) {
+  raise([](GridEvents& e) { e.DblClick(); });
+  QTableWidget::mouseDoubleClickEvent(event);
+}
+
+void QtGridControl::keyPressEvent(QKeyEvent* event) {
+  // While a cell is edited its editor's keys end the edit through
+  // closeEditor, which leaves the cell.
+  if (state() == QAbstractItemView::EditingState) {
+    QTableWidget::keyPressEvent(event);
+    return;
+  }
+  const int key = event->key();
+  const CellRef at = model_.ActiveCell();
+  auto key_down = [&](int16_t code) {
+    raise([&](GridEvents& e) {
+      int16_t key_code = code;
+      e.KeyDown(key_code, static_cast<int16_t>(event->modifiers() & Qt::ShiftModifier ? 1 : 0));
+    });
+  };
+  switch (key) {
+    case Qt::Key_Space:
+      key_down(32);
+      event->accept();
+      return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: {
+      if (!leave_active()) {
+        event->accept();
+        return;
+      }
+      key_down(13);
+      // The form may have moved the focus (to row 0 from the lowest row).
+      if (model_.ActiveCell() == at && model_.enter_key_move_to != 0) {
+        const int32_t next = next_shown_row(at.row);
+        if (next != at.row) setCurrentCell(next, at.col);
+      }
+      event->accept();
+      return;
+    }
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      if (!leave_active()) {
+        event->accept();
+        return;
+      }
+      QTableWidget::keyPressEvent(event);
+      return;
+    default:
+      if (key > 0 && key < 0x1000000) key_down(static_cast<int16_t>(key & 0x7FFF));
+      QTableWidget::keyPressEvent(event);
+      return;
+  }
+}
+
+void QtGridControl::focusOutEvent(QFocusEvent* event) {
+  QTableWidget::focusOutEvent(event);
+  // The focus going to the grid's own editor, or to a box the form shows,
+  // is no loss.
+  QWidget* to = QApplication::focusWidget();
+  if (to && isAncestorOf(to)) return;
+  if (QApplication::activeModalWidget() || QApplication::activePopupWidget()) return;
+  raise([](GridEvents& e) { e.LostFocus(); });
+}
+
+bool QtGridControl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  if (!index.isValid() || trigger == QAbstractItemView::NoEditTriggers) {
+    return QTableWidget::edit(index, trigger, event);
+  }
+  if (model_.Locked(index.row())) return false;
+  if (trigger != QAbstractItemView::AllEditTriggers) {  // the user's edit, not the control's
+    bool cancel = false;
+    raise([&](GridEvents& e) { e.BeforeEdit(index.row(), index.column(), cancel); });
+    if (cancel) return false;
+    if (model_.CellType(index.row(), index.column()) == kComboCell) {
+      raise([](GridEvents& e) { e.ComboDropDown(); });
+    }
+  }
+  if (!QTableWidget::edit(index, trigger, event)) return false;
+  edit_start_text_ = model_.Text(index.row(), index.column());
+  left_ = false;
+  return true;
+}
+
+void QtGridControl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  const CellRef at = model_.ActiveCell();
+  if (hint == QAbstractItemDelegate::RevertModelCache) {
+    // Escape: the text the cell had when the edit began.
+    if (model_.Text(at.row, at.col) != edit_start_text_) {
+      model_.Text(at.row, at.col, edit_start_text_);
+      raise([](GridEvents& e) { e.CellChanging(); });
+    }
+    QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    draw_cell(at.row, at.col);
+    return;
+  }
+  if (dispatching_) {
+    // The form shows a box while it handles the leave: the editor goes, and
+    // comes back if the leave is cancelled.
+    QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return;
+  }
+  if (!leave_active()) {
+    keep_editing();
+    return;
+  }
+  const bool enter = hint == QAbstractItemDelegate::SubmitModelCache;
+  QTableWidget::closeEditor(editor, enter ? QAbstractItemDelegate::NoHint : hint);
+  draw_cell(at.row, at.col);
+  if (!enter) return;
+  // Enter ends the edit as it ends any other: the key goes to the form, then
+  // the grid moves down unless the form moved the focus.
+  raise([](GridEvents& e) {
+    int16_t key_code = 13;
+    e.KeyDown(key_code, 0);
+  });
+  if (model_.ActiveCell() == at && model_.enter_key_move_to != 0) {
+    const int32_t next = next_shown_row(at.row);
+    if (next != at.row) setCurrentCell(next, at.col);
+  }
+}
+
+}  // namespace zelkora::platform::qt
