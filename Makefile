@@ -10,8 +10,10 @@ FUZZ_SECONDS ?= 30
 # name, e.g. FUZZ_HARNESSES=datafile_fuzz; empty for all of fuzz/).
 FUZZ_BUILD ?= build-fuzz
 FUZZ_HARNESSES ?=
+# The build folder of `make windows`.
+WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench asan fuzz format clean
+.PHONY: all deps configure build test demo desktop bench asan fuzz windows windows-test format clean
 
 all: build
 
@@ -57,8 +59,21 @@ fuzz:
 	@for f in $(if $(FUZZ_HARNESSES),$(addprefix $(FUZZ_BUILD)/,$(FUZZ_HARNESSES)),$(FUZZ_BUILD)/*_fuzz); do echo "== $$f"; $$f -max_total_time=$(FUZZ_SECONDS) >/dev/null 2>&1 \
 	  && echo "no crash in $(FUZZ_SECONDS) s" || { echo "$$f failed"; exit 1; }; done
 
+# The library, zelkora.exe and the test suite zelkora_tests.exe for 64-bit
+# Windows, cross-compiled with MinGW-w64 and linked statically.
+windows:
+	@scripts/install-deps.sh windows
+	@cmake -S . -B $(WINDOWS_BUILD) -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake \
+	  -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG" -DZELKORA_BENCH=OFF >/dev/null
+	@cmake --build $(WINDOWS_BUILD) -j$(JOBS)
+
+# The Windows test suite under Wine, in a Western and a Chinese system code
+# page; then the tool's examples, whose output must be the same as on Linux.
+windows-test: windows build
+	@scripts/windows-test.sh $(WINDOWS_BUILD) $(BUILD)
+
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	@rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)
+	@rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD) $(WINDOWS_BUILD)

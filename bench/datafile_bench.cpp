@@ -12,7 +12,6 @@
 
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/platform/platform.h"
-#include "zelkora/platform/posix/data_files.h"
 
 namespace {
 
@@ -41,7 +40,7 @@ const fs::path& folder() {
 
 std::shared_ptr<zelkora::platform::Platform> disk_platform() {
   auto p = zelkora::platform::Platform::headless();
-  p->files = zelkora::platform::posix::posix_file_service();
+  p->files = zelkora::platform::Platform::environment_default()->files;  // the system's
   return p;
 }
 

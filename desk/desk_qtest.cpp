@@ -1,7 +1,6 @@
 // Tests of the desktop program on real widgets, offscreen: the road of an
 // input event through the grid, folding, keys, defaults, project files and
 // the menu, driven by real mouse and key events.
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>

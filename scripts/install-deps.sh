@@ -23,14 +23,26 @@ if [ "${1:-}" = fuzz ]; then
     missing+=(libclang-rt-dev)
 fi
 
-if [ ${#missing[@]} -eq 0 ]; then
-  exit 0
+# `install-deps.sh windows`: also the MinGW-w64 cross compiler, GoogleTest's
+# sources, Wine, and the Chinese locale that Wine takes its code page 936 from.
+if [ "${1:-}" = windows ]; then
+  need_cmd x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64
+  need_file /usr/src/googletest/CMakeLists.txt googletest
+  need_file /usr/lib/wine/wine64 wine64
+  need_file /usr/share/i18n/locales/zh_CN locales
 fi
-echo "install-deps: installing ${missing[*]}"
+
 if [ "$(id -u)" -ne 0 ]; then
   SUDO=sudo
 else
   SUDO=
 fi
-$SUDO apt-get update -qq
-DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${missing[@]}"
+if [ ${#missing[@]} -gt 0 ]; then
+  echo "install-deps: installing ${missing[*]}"
+  $SUDO apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "${missing[@]}"
+fi
+if [ "${1:-}" = windows ] && ! locale -a 2>/dev/null | grep -qix 'zh_CN.utf8'; then
+  echo "install-deps: generating the locale zh_CN.UTF-8"
+  $SUDO localedef -i zh_CN -f UTF-8 zh_CN.UTF-8
+fi

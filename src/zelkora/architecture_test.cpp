@@ -36,8 +36,8 @@ const std::map<std::string, std::set<std::string>>& allowed_layers() {
 }
 
 // The places that may name a concrete platform: the platforms' own folders
-// (platform/posix/, platform/headless/, platform/qt/, ...) and the
-// composition root that builds the standard bundles.
+// (platform/posix/, platform/win32/, platform/headless/, platform/qt/, ...)
+// and the composition root that builds the standard bundles.
 bool may_name_a_platform(const std::string& relative) {
   const bool in_a_platform_folder =
       relative.starts_with("platform/") && relative.find('/', 9) != std::string::npos;
@@ -110,7 +110,8 @@ TEST(Architecture, OnlyThePlatformFoldersNameAConcretePlatform) {
   std::vector<std::string> naming;
   for (const LibraryFile& file : library_files()) {
     if (may_name_a_platform(file.relative)) continue;
-    for (const char* name : {"platform/posix/", "platform/headless/", "posix::", "headless::"}) {
+    for (const char* name : {"platform/posix/", "platform/win32/", "platform/headless/",
+                             "posix::", "win32::", "headless::", "_WIN32"}) {
       if (file.text.find(name) != std::string::npos) {
         naming.push_back(file.relative + " names " + name);
         break;

@@ -5,10 +5,11 @@
 // one default typed back); the values are checked with their check
 // expressions; the project is saved, reloaded into a fresh form and compared;
 // and a short report is written. Each step prints what the user would see.
-#include <unistd.h>
 
 #include <cmath>
 #include <filesystem>
+#include <numbers>
+#include <random>
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
@@ -22,6 +23,7 @@
 #include "zelkora/platform/codepage.h"
 #include "zelkora/platform/headless/headless_form.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
+#include "zelkora/platform/paths.h"
 #include "zelkora/section/cls_section_properties.h"
 
 namespace zelkora::cli {
@@ -32,6 +34,18 @@ constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
 // The program of the menu that the session opens, and its form's layout.
 constexpr TextView kProgram = u"梁配筋计算";
 constexpr TextView kLayout = u"clsBeamSteel";
+
+// A new folder of the session's own in the system's temporary folder.
+std::filesystem::path fresh_temporary_folder() {
+  std::error_code ec;
+  const std::filesystem::path temp = std::filesystem::temp_directory_path(ec);
+  std::random_device random;
+  for (int attempt = 0; !ec && attempt < 100; ++attempt) {
+    const std::filesystem::path dir = temp / ("zelkora-demo-" + std::to_string(random()));
+    if (std::filesystem::create_directory(dir, ec)) return dir;
+  }
+  throw Failure{"cannot make a temporary folder"};
+}
 
 // The message box of the session: prints what it shows at once, framed.
 class SessionMessageBox : public platform::MessageBox {
@@ -160,11 +174,8 @@ void demo_command(Args& args, std::ostream& out) {
 
   // 5. Saved to a project file, reloaded into a fresh form and compared.
   step(out, "Saved, reloaded into a fresh form, compared");
-  char folder_template[] = "/tmp/zelkora-demo-XXXXXX";
-  const char* folder = mkdtemp(folder_template);
-  if (!folder) throw Failure{"cannot make a temporary folder"};
-  const std::filesystem::path dir(folder);
-  const Text file = from_utf8((dir / "beam.zks").string());
+  const std::filesystem::path dir = fresh_temporary_folder();
+  const Text file = platform::text_from_path(dir / "beam.zks");
   const Text form_name = clsGridCell::Internals::character(form).tResStr(*layout);
   Text add_data = u"演示";
   const bool saved = form.bLoadOrSaveData(u"Save", file, form_name, {}, add_data);
@@ -200,7 +211,7 @@ void demo_command(Args& args, std::ostream& out) {
   int32_t count = 0, error = 0;
   double diameter = 0;
   chr.GjTextTurnW(u"3Φ20", count, diameter, error);
-  const double area = count * M_PI * diameter * diameter / 4;
+  const double area = count * std::numbers::pi * diameter * diameter / 4;
   line(u"二、通长纵向钢筋 3Φ20");
   line(u"  " + chr.tExpStr(u"A_ub(s)ub_", area, u"mm2d"));
   clsSectionProperties section;

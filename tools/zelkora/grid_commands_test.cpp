@@ -2,15 +2,13 @@
 // the name found without regard to case, and an unknown name as a fault.
 // The grid command: a form's grid driven by a script, saved and loaded.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
 #include "zelkora/platform/headless/memory_files.h"
 #include "zelkora/platform/platform.h"
+#include "zelkora/platform/scratch_folder_test_support.h"
 
 namespace zelkora::cli {
 namespace {
@@ -49,9 +47,8 @@ TEST(GridCommands, LayoutPrintsOneLinePerRow) {
 
 TEST(GridCommands, GridRunsAScriptAndPrintsTheGridAndItsMessages) {
   platform::ScopedPlatform scope(platform::Platform::headless());  // data files in memory
-  const std::string script =
-      (std::filesystem::temp_directory_path() / ("zk_grid_" + std::to_string(::getpid()) + ".txt"))
-          .string();
+  test_support::ScratchFolder dir("zk-grid");
+  const std::string script = platform::utf8_from_path(dir / "script.txt");
   const struct {
     std::string script;
     std::vector<std::string> args;
@@ -96,7 +93,7 @@ TEST(GridCommands, GridRunsAScriptAndPrintsTheGridAndItsMessages) {
     std::vector<std::string> args = {"grid"};
     args.insert(args.end(), c.args.begin(), c.args.end());
     if (!c.script.empty()) {
-      std::ofstream(script, std::ios::binary) << c.script;
+      dir.put("script.txt", c.script);
       args.insert(args.end(), {"--script", script});
     }
     std::ostringstream out, err;
@@ -106,7 +103,6 @@ TEST(GridCommands, GridRunsAScriptAndPrintsTheGridAndItsMessages) {
       EXPECT_NE(text.find(piece), std::string::npos) << c.script << "\n---\n" << text;
     }
   }
-  std::filesystem::remove(script);
 }
 
 // The same file gets the same error number whichever command reads it.

@@ -3,24 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/scratch_folder_test_support.h"
 
 namespace zelkora::frame {
 namespace {
-
-std::filesystem::path fresh_dir(const std::string& name) {
-  const auto dir = std::filesystem::temp_directory_path() /
-                   ("zelkora_catalogue_" + name + "_" + std::to_string(::getpid()));
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir / "catalogue");
-  return dir;
-}
-
-void write(const std::filesystem::path& path, const std::string& content) {
-  std::ofstream(path, std::ios::binary) << content;
-}
 
 Text text_of(const Catalogue& c, int32_t id) { return Text(c.find(id).value_or(u"<none>")); }
 
@@ -128,31 +115,29 @@ TEST(CompiledInCatalogue, LoadsWithoutProblemsAndHoldsTheLibraryTexts) {
 }
 
 TEST(ResourceFolder, OverridesIdByIdAndRefusesADamagedFile) {
-  const auto dir = fresh_dir("override");
-  write(dir / "catalogue" / "a_suite.tsv", "100\tSuite name\n999999\tnew text\n");
-  write(dir / "catalogue" / "b_damaged.tsv", "1000\treplaced?\n1001\tbad\\q\n");
-  write(dir / "catalogue" / "notes.txt", "not a catalogue file");
+  test_support::ScratchFolder dir("zk-catalogue");
+  dir.put("catalogue/a_suite.tsv", "100\tSuite name\n999999\tnew text\n");
+  dir.put("catalogue/b_damaged.tsv", "1000\treplaced?\n1001\tbad\\q\n");
+  dir.put("catalogue/notes.txt", "not a catalogue file");
   std::vector<CatalogueProblem> problems;
-  const auto c = load_catalogue(platform::standard_resources(dir), &problems);
+  const auto c = load_catalogue(platform::standard_resources(dir.path()), &problems);
   EXPECT_EQ(text_of(*c, 100), u"Suite name");
   EXPECT_EQ(text_of(*c, 999999), u"new text");
   EXPECT_EQ(text_of(*c, 1000), u"工程名称");  // the damaged file is refused whole
   ASSERT_EQ(problems.size(), 1u);
   EXPECT_NE(problems[0].describe().find("b_damaged.tsv:2: unknown escape"), std::string::npos)
       << problems[0].describe();
-  std::filesystem::remove_all(dir);
 }
 
 TEST(ResourceFolder, ReportsProblemsOnceThroughTheMessageBox) {
-  const auto dir = fresh_dir("report");
-  write(dir / "catalogue" / "x.tsv", "abc\tdef\n");
+  test_support::ScratchFolder dir("zk-catalogue");
+  dir.put("catalogue/x.tsv", "abc\tdef\n");
   platform::headless::RecordingMessageBox box;
-  const auto first = catalogue_for(platform::standard_resources(dir), &box);
-  const auto second = catalogue_for(platform::standard_resources(dir), &box);
+  const auto first = catalogue_for(platform::standard_resources(dir.path()), &box);
+  const auto second = catalogue_for(platform::standard_resources(dir.path()), &box);
   EXPECT_EQ(first.get(), second.get());
   ASSERT_EQ(box.diagnostics.size(), 1u);
   EXPECT_NE(box.diagnostics[0].find("x.tsv:1: bad id"), std::string::npos);
-  std::filesystem::remove_all(dir);
 }
 
 TEST(ResourceFolder, AMissingFolderKeepsTheCompiledInTexts) {

@@ -180,6 +180,11 @@ class clsCharacter {
   // Whether to load the default values: with bMsg the user is asked through
   // the platform's message box (6 yes, 2 cancel); without, the answer is 6.
   int32_t vbLoadDefaultData(bool bMsg = true) const;
+  // Opens the suite's help file "Zelkora.chm", found by the suite services,
+  // at tTopic (a page of it, "beam.htm"; empty for its start) in the
+  // system's help viewer. False, quietly, when the suite has no help file
+  // or the system no viewer.
+  bool bShowHelp(TextView tTopic = {}) const;
 
   // ---- Number formatting (typeset/number_format.cpp) ----------------------
   //

@@ -1,10 +1,8 @@
-// clsCharacter: reading the suite's INI files and asking the user.
+// clsCharacter: reading the suite's INI files, asking the user, the help.
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/cls_character.h"
 
 namespace zelkora {
-
-namespace {}  // namespace
 
 Text clsCharacter::ReadOneString(TextView Section, TextView Key, TextView tIniFile,
                                  TextView tDefault) const {
@@ -15,6 +13,12 @@ int32_t clsCharacter::vbLoadDefaultData(bool bMsg) const {
   if (!bMsg) return platform::MessageBox::kYes;
   return platform_->messages->question(tString(text_id::kLoadDefaultsQuestion),
                                        tString(text_id::kLoadDefaultsTitle));
+}
+
+bool clsCharacter::bShowHelp(TextView tTopic) const {
+  if (!suite_ || !platform_->help) return false;
+  const Text file = suite_->full_path(u"Zelkora.chm");
+  return !file.empty() && platform_->help->show(file, tTopic);
 }
 
 }  // namespace zelkora

@@ -1,4 +1,4 @@
-// Tests of ReadOneString and the defaults question.
+// Tests of ReadOneString, the defaults question and the help.
 #include <gtest/gtest.h>
 
 #include "zelkora/frame/cls_character.h"
@@ -26,6 +26,32 @@ TEST(UserFiles, ReadOneStringAndTheLoadDefaultsQuestion) {
   EXPECT_EQ(chr.vbLoadDefaultData(true), platform::MessageBox::kCancel);
   ASSERT_EQ(box->asked.size(), 1u);
   EXPECT_EQ(box->asked[0].title, u"恢复默认值");
+}
+
+// The help file is found by the suite services; without one, or without a
+// viewer, nothing is shown and the answer is false.
+TEST(UserFiles, ShowHelpOpensTheSuiteHelpFileAtATopic) {
+  auto p = platform::Platform::headless();
+  auto suite = std::make_shared<platform::headless::MemorySuiteServices>();
+  auto viewer = std::make_shared<platform::headless::RecordingHelpViewer>();
+  p->suite = suite;
+  p->help = viewer;
+  EXPECT_FALSE(clsCharacter(p).bShowHelp(u"beam.htm"));
+  EXPECT_TRUE(viewer->requests.empty());
+
+  suite->suite_files[u"Zelkora.chm"] = u"C:\\Zelkora\\Zelkora.chm";
+  clsCharacter chr(p);
+  EXPECT_TRUE(chr.bShowHelp(u"beam.htm"));
+  EXPECT_TRUE(chr.bShowHelp());
+  viewer->available = false;
+  EXPECT_FALSE(chr.bShowHelp());
+  ASSERT_EQ(viewer->requests.size(), 3u);
+  EXPECT_EQ(viewer->requests[0].file, u"C:\\Zelkora\\Zelkora.chm");
+  EXPECT_EQ(viewer->requests[0].topic, u"beam.htm");
+  EXPECT_EQ(viewer->requests[1].topic, u"");
+
+  p->help = nullptr;
+  EXPECT_FALSE(clsCharacter(p).bShowHelp());
 }
 
 }  // namespace

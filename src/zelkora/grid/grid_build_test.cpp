@@ -1,7 +1,6 @@
 // Building the property grid: appearance, collapsed layout states, the title
 // box, the row/item mapping and the placement on resize.
 #include <gtest/gtest.h>
-#include <unistd.h>
 #include "zelkora/grid/grid_cell_internals.h"
 
 #include <array>
@@ -11,6 +10,7 @@
 #include "zelkora/grid/grid_test_support.h"
 #include "zelkora/platform/fault_test_support.h"
 #include "zelkora/platform/headless/memory_settings.h"
+#include "zelkora/platform/scratch_folder_test_support.h"
 
 namespace zelkora::grid {
 namespace {
@@ -157,18 +157,15 @@ TEST(GridBuild, FormsOwnRowsStartFoldedUnderANegativeHeading) {
 TEST(GridBuild, TitleBoxShowsTheCaptionInBoldAndItsHelp) {
   // Captions of a form of our own: one "name symbol" and one single word,
   // both without an explanation at the next id.
-  const std::filesystem::path dir =
-      std::filesystem::temp_directory_path() / ("zk_grid_title_" + std::to_string(::getpid()));
-  std::filesystem::create_directories(dir / "catalogue");
-  std::ofstream(dir / "catalogue" / "title.tsv") << "1990\t弯矩值 Mk\n1992\t配筋率\n";
+  zelkora::test_support::ScratchFolder dir("zk-grid");
+  dir.put("catalogue/title.tsv", "1990\t弯矩值 Mk\n1992\t配筋率\n");
   TestForm f;
-  f.platform->resources = platform::standard_resources(dir);
+  f.platform->resources = platform::standard_resources(dir.path());
   clsGridCell& cell = f.make();
   const std::vector<Text> rows = {u"", u"10|1346|1|||0|-1", u"100|1372|1|5754|_2|I>=1|0",
                                   u"100|1990|0|1008|_0|S|1", u"100|1992|0|1008|_0|S|2"};
   cell.LetGridCellText(rows, std::vector<bool>(rows.size(), false), 4, 2);
   cell.GridCell_InitializeA(&f.grid, &f.title, &f.panel, &f.form);
-  std::filesystem::remove_all(dir);
 
   const struct {
     int32_t row;

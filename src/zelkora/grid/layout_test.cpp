@@ -4,7 +4,6 @@
 #include "zelkora/grid/grid_cell_internals.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -16,6 +15,7 @@
 #include "zelkora/platform/embedded.h"
 #include "zelkora/platform/fault_test_support.h"
 #include "zelkora/platform/headless/memory_ini_files.h"
+#include "zelkora/platform/scratch_folder_test_support.h"
 
 namespace zelkora::grid {
 namespace {
@@ -258,26 +258,21 @@ TEST_F(Layouts, BeamLayoutReadsIntoRowAndItemTables) {
 }
 
 TEST_F(Layouts, ResourceFolderOverridesByNameAndTheLayoutIsReadOnce) {
-  const std::filesystem::path dir =
-      std::filesystem::temp_directory_path() / ("zk_layout_" + std::to_string(::getpid()));
-  std::filesystem::create_directories(dir / "layouts");
-  const std::filesystem::path file = dir / "layouts" / "CLSBEAMSTEEL.TXT";
-  std::ofstream(file, std::ios::binary)
-      << codepage::to_ansi(u"-1,25000\r\n0,25501,'''工程名称\r\n");
+  test_support::ScratchFolder dir("zk-layout");
+  dir.put("layouts/CLSBEAMSTEEL.TXT", codepage::to_ansi(u"-1,25000\r\n0,25501,'''工程名称\r\n"));
   auto folder = platform::Platform::headless();
-  folder->resources = platform::standard_resources(dir);
+  folder->resources = platform::standard_resources(dir.path());
   clsGridCell grid(folder);
   grid.lInterfaceResID(63706);
   grid.GetTextResID();
   EXPECT_EQ(grid.lMaxTextIndex(), 0);
-  std::filesystem::remove(file);
+  std::filesystem::remove(dir / "layouts/CLSBEAMSTEEL.TXT");
   grid.GetTextResID();  // read once: the file is no longer needed
   EXPECT_EQ(grid.lMaxTextIndex(), 0);
   clsGridCell fresh(folder);
   fresh.lInterfaceResID(63706);
   fresh.GetTextResID();
   EXPECT_EQ(fresh.lMaxTextIndex(), 25);  // the compiled-in layout
-  std::filesystem::remove_all(dir);
 
   clsGridCell none(p);
   for (int32_t id : {99999, 63700}) {  // no name text; a name without a layout

@@ -1,6 +1,7 @@
 // The library's view of everything outside it: the per-user settings store,
-// INI files, the message box, the user's number locale and the suite service
-// object. `Platform` bundles one implementation of each.
+// INI files, the message box, the user's number locale, the suite service
+// object, the data files and the help viewer. `Platform` bundles one
+// implementation of each.
 //
 // Every class of the library captures `Platform::current()` when it is
 // created. The process-wide default is built from the environment by the
@@ -99,6 +100,16 @@ class SuiteServices {
   virtual bool add_history(TextView /*program*/, TextView /*entry*/) { return false; }
 };
 
+// The system's viewer of compiled HTML help ("Zelkora.chm").
+class HelpViewer {
+ public:
+  virtual ~HelpViewer() = default;
+  // Opens the help file `file` (a full path) at `topic`, a page inside it
+  // ("beam.htm"), or at its start when `topic` is empty. False when it could
+  // not be shown.
+  virtual bool show(TextView file, TextView topic) = 0;
+};
+
 struct Platform {
   std::shared_ptr<SettingsStore> settings;
   std::shared_ptr<IniFiles> ini;
@@ -110,6 +121,8 @@ struct Platform {
   std::shared_ptr<FileService> files;
   // The progress display of DisplayProcess; null for none.
   std::shared_ptr<ProgressDisplay> progress;
+  // The help viewer; null where the system has none.
+  std::shared_ptr<HelpViewer> help;
   // The library's catalogue, layouts and menu file, lowest precedence first
   // (platform/resources.h).
   ResourceSources resources;
@@ -117,8 +130,8 @@ struct Platform {
   // The bundle in force: the innermost `ScopedPlatform`, else the default.
   static std::shared_ptr<const Platform> current();
   // The default bundle, built once from the environment: this system's
-  // settings store, INI files, data files, number locale and suite services,
-  // the message box on stderr, and the compiled-in resources overridden by
+  // settings store, INI files, data files, number locale, suite services,
+  // message box and help viewer, and the compiled-in resources overridden by
   // the folder `ZELKORA_RESOURCES`.
   static std::shared_ptr<const Platform> environment_default();
   // A bundle of in-memory implementations with "." and "," as number symbols

@@ -3,22 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <map>
-
 #include "zelkora/platform/headless/headless.h"
-#include "zelkora/platform/posix/environment.h"
+#include "zelkora/platform/scratch_folder_test_support.h"
+#include "zelkora/platform/shared_services.h"
 
 namespace zelkora::platform {
 namespace {
-
-posix::EnvLookup fake_env(std::map<std::string, std::string> vars) {
-  return [vars](const char* name) -> std::optional<std::string> {
-    auto it = vars.find(name);
-    if (it == vars.end()) return std::nullopt;
-    return it->second;
-  };
-}
 
 TEST(CurrentPlatform, ScopesNestAndRestore) {
   const auto outer = Platform::headless();
@@ -44,27 +34,6 @@ TEST(CurrentPlatform, EveryPartIsThere) {
   }
 }
 
-TEST(EnvironmentLocale, SymbolsFromLocaleAndOverrides) {
-  struct Case {
-    std::map<std::string, std::string> env;
-    Text decimal, grouping;
-  };
-  const Case cases[] = {
-      {{}, u".", u""},  // the C locale groups no digits
-      {{{"LC_ALL", "C.UTF-8"}}, u".", u""},
-      {{{"LANG", "xx_NOWHERE.UTF-8"}}, u".", u","},  // an unknown locale keeps the fallbacks
-      {{{"ZELKORA_DECIMAL_SYMBOL", ","}, {"ZELKORA_GROUPING_SYMBOL", "."}}, u",", u"."},
-      {{{"ZELKORA_GROUPING_SYMBOL", ""}}, u".", u""},
-      {{{"ZELKORA_DECIMAL_SYMBOL", ""}}, u".", u""},  // an empty decimal symbol is ignored
-      {{{"ZELKORA_GROUPING_SYMBOL", "\xE2\x80\xAF"}}, u".", u"\u202F"},
-  };
-  for (const Case& c : cases) {
-    posix::EnvironmentNumberLocale locale(fake_env(c.env));
-    EXPECT_EQ(locale.decimal_symbol(), c.decimal);
-    EXPECT_EQ(locale.grouping_symbol(), c.grouping);
-  }
-}
-
 TEST(SuiteServices, ExtensionIsTakenFromTheLastPathComponent) {
   struct Case {
     TextView name, extension;
@@ -77,7 +46,7 @@ TEST(SuiteServices, ExtensionIsTakenFromTheLastPathComponent) {
                         {u"trailing.", u""},
                         {u"", u""},
                         {u".hidden", u"hidden"}};
-  posix::FileSuiteServices files;
+  FolderSuiteServices files;
   headless::MemorySuiteServices memory;
   for (const Case& c : cases) {
     EXPECT_EQ(files.extension(c.name), c.extension) << to_utf8(c.name);
@@ -85,22 +54,24 @@ TEST(SuiteServices, ExtensionIsTakenFromTheLastPathComponent) {
   }
 }
 
-TEST(SuiteServices, FindsSuiteFilesInTheResourceFolderWithoutRegardToCase) {
-  const auto dir =
-      std::filesystem::temp_directory_path() / ("zelkora_suite_" + std::to_string(::getpid()));
-  std::filesystem::create_directories(dir);
-  std::ofstream(dir / "zelkora.CHM") << "help";
-  posix::FileSuiteServices suite(dir);
-  EXPECT_EQ(suite.full_path(u"Zelkora.chm"), from_utf8((dir / "zelkora.CHM").string()));
+// The first folder that has the file wins; names are compared without
+// regard to case, and Chinese names work on every system.
+TEST(SuiteServices, FindsSuiteFilesInTheirFoldersWithoutRegardToCase) {
+  test_support::ScratchFolder dir("zk-suite");
+  dir.put("资源/zelkora.CHM", "help");
+  dir.put("程序/Zelkora.chm", "help");
+  dir.put("程序/规范.pdf", "pdf");
+  FolderSuiteServices suite({dir / "none", dir / "资源", dir / "程序"});
+  EXPECT_EQ(suite.full_path(u"Zelkora.chm"), dir.text("资源/zelkora.CHM"));
+  EXPECT_EQ(suite.full_path(u"规范.PDF"), dir.text("程序/规范.pdf"));
   EXPECT_EQ(suite.full_path(u"missing.chm"), u"");
-  EXPECT_TRUE(suite.file_exists(from_utf8((dir / "zelkora.CHM").string())));
-  EXPECT_FALSE(suite.file_exists(from_utf8(dir.string())));  // a folder is no file
+  EXPECT_TRUE(suite.file_exists(dir.text("资源/zelkora.CHM")));
+  EXPECT_FALSE(suite.file_exists(dir.text("资源")));  // a folder is no file
   EXPECT_FALSE(suite.file_exists(u""));
-  EXPECT_EQ(posix::FileSuiteServices().full_path(u"Zelkora.chm"), u"");
+  EXPECT_EQ(FolderSuiteServices().full_path(u"Zelkora.chm"), u"");
   // History is absent unless the suite provides it.
   EXPECT_TRUE(suite.history(u"prog").empty());
   EXPECT_FALSE(suite.add_history(u"prog", u"entry"));
-  std::filesystem::remove_all(dir);
 }
 
 }  // namespace

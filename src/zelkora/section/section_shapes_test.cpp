@@ -1,11 +1,9 @@
 // Tests of the shape names and pictures.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/scratch_folder_test_support.h"
 
 namespace zelkora {
 namespace {
@@ -51,13 +49,10 @@ TEST(SectionShapes, NamesToCodesAndPictures) {
 }
 
 TEST(SectionShapes, NamesFollowTheLanguageOffset) {
-  const auto dir = std::filesystem::temp_directory_path() /
-                   ("zelkora_section_shapes_" + std::to_string(::getpid()));
-  std::filesystem::create_directories(dir / "catalogue");
-  std::ofstream(dir / "catalogue" / "second.tsv")
-      << "130264\tT section\n130283\tT\n130265\tI section (symmetric)\n";
+  test_support::ScratchFolder dir("zk-shapes");
+  dir.put("catalogue/second.tsv", "130264\tT section\n130283\tT\n130265\tI section (symmetric)\n");
   auto p = platform::Platform::headless();
-  p->resources = platform::standard_resources(dir);
+  p->resources = platform::standard_resources(dir.path());
   clsCharacter chr(p);
   chr.lLanguage(100000);
   for (auto [name, code] : {std::pair<Text, int32_t>{u"T section", 30264},
@@ -68,7 +63,6 @@ TEST(SectionShapes, NamesFollowTheLanguageOffset) {
   }
   EXPECT_EQ(chr.lSectionPicture(u"I section (symmetric)"), 3239);
   EXPECT_EQ(chr.lSectionPicture(u"工形截面（对称）"), 3240);
-  std::filesystem::remove_all(dir);
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 // In-memory implementations of the platform interfaces, for tests and for
 // hosts without a user interface: a message box that records what it was
-// asked to show, a fixed number locale and suite services over a set of
-// named files. (The settings store and INI files have their own units.)
+// asked to show, a help viewer that records its requests, a fixed number
+// locale and suite services over a set of named files. (The settings store
+// and INI files have their own units.)
 #pragma once
 
 #include <map>
@@ -19,7 +20,9 @@ class RecordingMessageBox : public MessageBox {
     Text text;
     Text title;
   };
-  void warning(TextView text, TextView title) override { shown.push_back({Text(text), Text(title)}); }
+  void warning(TextView text, TextView title) override {
+    shown.push_back({Text(text), Text(title)});
+  }
   void diagnostic(std::string_view message) override { diagnostics.emplace_back(message); }
   // Recorded in `asked`; answered with `answer`.
   int32_t question(TextView text, TextView title) override {
@@ -31,6 +34,22 @@ class RecordingMessageBox : public MessageBox {
   std::vector<Shown> asked;
   int32_t answer = kYes;
   std::vector<std::string> diagnostics;
+};
+
+// Records the help it was asked to show; shows it when `available`.
+class RecordingHelpViewer : public HelpViewer {
+ public:
+  struct Request {
+    Text file;
+    Text topic;
+  };
+  bool show(TextView file, TextView topic) override {
+    requests.push_back({Text(file), Text(topic)});
+    return available;
+  }
+
+  std::vector<Request> requests;
+  bool available = true;
 };
 
 class FixedNumberLocale : public NumberLocale {

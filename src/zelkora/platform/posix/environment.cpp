@@ -1,15 +1,22 @@
-// The POSIX number locale, message box and suite services.
+// The POSIX environment, number locale and settings file place.
 #include "zelkora/platform/posix/environment.h"
-#include "zelkora/platform/posix/file_io.h"
 
 #include <langinfo.h>
 #include <locale.h>
 
-#include <cstdio>
 #include <cstdlib>
-#include <system_error>
 
-namespace zelkora::platform::posix {
+namespace zelkora::platform {
+
+EnvLookup process_environment() {
+  return [](const char* name) -> std::optional<std::string> {
+    const char* value = std::getenv(name);
+    if (!value) return std::nullopt;
+    return std::string(value);
+  };
+}
+
+namespace posix {
 
 namespace {
 
@@ -24,14 +31,6 @@ Text locale_text(const char* bytes) {
 }
 
 }  // namespace
-
-EnvLookup process_environment() {
-  return [](const char* name) -> std::optional<std::string> {
-    const char* value = std::getenv(name);
-    if (!value) return std::nullopt;
-    return std::string(value);
-  };
-}
 
 EnvironmentNumberLocale::EnvironmentNumberLocale(const EnvLookup& env)
     : decimal_(u"."), grouping_(u",") {
@@ -49,42 +48,25 @@ EnvironmentNumberLocale::EnvironmentNumberLocale(const EnvLookup& env)
     grouping_ = locale_text(nl_langinfo_l(THOUSEP, loc));
     freelocale(loc);
   }
-  if (auto decimal = env("ZELKORA_DECIMAL_SYMBOL"); decimal && !decimal->empty()) {
-    decimal_ = from_utf8(*decimal);
+  apply_number_overrides(env, decimal_, grouping_);
+}
+
+std::filesystem::path settings_file_path(const EnvLookup& env) {
+  if (auto file = settings_file_override(env)) return *file;
+  const auto non_empty = [&](const char* name) {
+    std::optional<std::string> value = env(name);
+    return value && !value->empty() ? value : std::nullopt;
+  };
+  if (auto config = non_empty("XDG_CONFIG_HOME");
+      config && std::filesystem::path(*config).is_absolute()) {
+    return std::filesystem::path(*config) / "zelkora" / "settings.ini";
   }
-  if (auto grouping = env("ZELKORA_GROUPING_SYMBOL")) grouping_ = from_utf8(*grouping);
-}
-
-void StderrMessageBox::warning(TextView text, TextView title) {
-  std::fprintf(stderr, "zelkora: %s: %s\n", to_utf8(title).c_str(), to_utf8(text).c_str());
-}
-
-void StderrMessageBox::diagnostic(std::string_view message) {
-  std::fprintf(stderr, "zelkora: %.*s\n", static_cast<int>(message.size()), message.data());
-}
-
-bool FileSuiteServices::file_exists(TextView path) const {
-  std::error_code ec;
-  return !path.empty() && std::filesystem::is_regular_file(path_from_text(path), ec);
-}
-
-Text FileSuiteServices::extension(TextView file_name) const {
-  return file_name_extension(file_name);
-}
-
-Text FileSuiteServices::full_path(TextView suite_file_name) const {
-  if (resource_dir_.empty() || suite_file_name.empty()) return {};
-  std::error_code ec;
-  const std::filesystem::path exact = resource_dir_ / path_from_text(suite_file_name);
-  if (std::filesystem::is_regular_file(exact, ec)) return from_utf8(exact.string());
-  for (std::filesystem::directory_iterator it(resource_dir_, ec), end; !ec && it != end;
-       it.increment(ec)) {
-    if (equal_text(from_utf8(it->path().filename().string()), suite_file_name, Compare::Text) &&
-        it->is_regular_file(ec)) {
-      return from_utf8(it->path().string());
-    }
+  if (auto home = non_empty("HOME")) {
+    return std::filesystem::path(*home) / ".config" / "zelkora" / "settings.ini";
   }
   return {};
 }
 
-}  // namespace zelkora::platform::posix
+}  // namespace posix
+
+}  // namespace zelkora::platform

@@ -1,5 +1,6 @@
 // Whole-file reading and atomic replacement on a POSIX system.
 #include "zelkora/platform/posix/file_io.h"
+#include "zelkora/platform/whole_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,7 +12,7 @@
 #include <string>
 #include <system_error>
 
-namespace zelkora::platform::posix {
+namespace zelkora::platform {
 
 namespace {
 
@@ -64,7 +65,7 @@ bool write_all(int fd, std::string_view bytes) {
 
 }  // namespace
 
-std::filesystem::path path_from_text(TextView file) { return std::filesystem::path(to_utf8(file)); }
+namespace posix {
 
 int create_temporary(const std::filesystem::path& target, std::filesystem::path& temporary) {
   static std::atomic<unsigned> counter{0};
@@ -87,6 +88,8 @@ void sync_folder(const std::filesystem::path& folder) {
   }
 }
 
+}  // namespace posix
+
 std::optional<FileStamp> file_stamp(const std::filesystem::path& path) {
   struct stat st;
   if (::stat(path.c_str(), &st) != 0) return std::nullopt;
@@ -100,32 +103,15 @@ ReadStatus read_file(const std::filesystem::path& path, std::size_t max_size, st
   if (fd.get() < 0) return errno == ENOENT ? ReadStatus::Missing : ReadStatus::Failed;
   struct stat st;
   if (::fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode)) return ReadStatus::Failed;
-  if (static_cast<std::uint64_t>(st.st_size) > max_size) return ReadStatus::Failed;
   if (stamp) *stamp = stamp_of(st);
-  // The size is a hint: the file may change while it is read, but never
-  // beyond `max_size`.
-  bytes.resize(static_cast<std::size_t>(st.st_size) + 1);
-  std::size_t used = 0;
-  for (;;) {
-    if (used == bytes.size()) {
-      if (bytes.size() > max_size) return ReadStatus::Failed;
-      bytes.resize(std::min(max_size + 1, bytes.size() * 2));
-    }
-    const ssize_t n = ::read(fd.get(), bytes.data() + used, bytes.size() - used);
-    if (n < 0) {
-      if (errno == EINTR) continue;
-      bytes.clear();
-      return ReadStatus::Failed;
-    }
-    if (n == 0) break;
-    used += static_cast<std::size_t>(n);
-  }
-  if (used > max_size) {
-    bytes.clear();
-    return ReadStatus::Failed;
-  }
-  bytes.resize(used);
-  return ReadStatus::Ok;
+  return read_whole(
+      [&fd](char* out, std::size_t n, std::uint64_t at) -> std::int64_t {
+        for (;;) {
+          const ssize_t got = ::pread(fd.get(), out, n, static_cast<off_t>(at));
+          if (got >= 0 || errno != EINTR) return got;
+        }
+      },
+      static_cast<std::uint64_t>(st.st_size), max_size, bytes);
 }
 
 bool replace_file(const std::filesystem::path& path, std::string_view bytes, bool create_folders) {
@@ -143,7 +129,7 @@ bool replace_file(const std::filesystem::path& path, std::string_view bytes, boo
   }
 
   std::filesystem::path temporary;
-  Descriptor fd(create_temporary(target, temporary));
+  Descriptor fd(posix::create_temporary(target, temporary));
   if (fd.get() < 0) return false;
   struct stat old;
   bool ok = true;
@@ -157,8 +143,8 @@ bool replace_file(const std::filesystem::path& path, std::string_view bytes, boo
     ::unlink(temporary.c_str());
     return false;
   }
-  sync_folder(folder);
+  posix::sync_folder(folder);
   return true;
 }
 
-}  // namespace zelkora::platform::posix
+}  // namespace zelkora::platform

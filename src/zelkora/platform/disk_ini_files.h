@@ -2,6 +2,11 @@
 // page 936, with the semantics of the classic private-profile calls (see
 // platform/ini_text.h for how a file is read and edited).
 //
+// The files are read and written by the library itself, not through the
+// system's profile calls, and converted with the library's own code page 936
+// tables: so a GBK file reads the same whatever the system's ANSI code page
+// (a Western Windows would turn its Chinese into "?").
+//
 // A file name is a path as given, relative to the current folder when it is
 // not absolute. A missing or unreadable file reads as an empty one. Writing
 // creates the file, but not its folder, and replaces it atomically, so a
@@ -9,9 +14,9 @@
 // code page 936 read as U+FFFD and are written back as "?". Files larger than
 // `kMaxFileSize` are treated as unreadable.
 //
-//   PosixIniFiles ini;
-//   Text lang = ini.read(u"Options", u"Lang", u"0", u"/opt/zk/ZK.INI");
-//   ini.write(u"Options", u"Lang", u"2", u"/opt/zk/ZK.INI");
+//   DiskIniFiles ini;
+//   Text lang = ini.read(u"Options", u"Lang", u"0", u"D:\\Zelkora\\ZK_Form.INI");
+//   ini.write(u"Options", u"Lang", u"2", u"D:\\Zelkora\\ZK_Form.INI");
 #pragma once
 
 #include <cstddef>
@@ -19,9 +24,9 @@
 
 #include "zelkora/platform/platform.h"
 
-namespace zelkora::platform::posix {
+namespace zelkora::platform {
 
-class PosixIniFiles final : public IniFiles {
+class DiskIniFiles final : public IniFiles {
  public:
   static constexpr std::size_t kMaxFileSize = std::size_t{16} << 20;
 
@@ -29,4 +34,4 @@ class PosixIniFiles final : public IniFiles {
   bool write(TextView section, TextView key, std::optional<TextView> value, TextView file) override;
 };
 
-}  // namespace zelkora::platform::posix
+}  // namespace zelkora::platform

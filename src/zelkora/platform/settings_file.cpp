@@ -1,21 +1,19 @@
 // The per-user settings store as a UTF-8 INI file.
-#include "zelkora/platform/posix/settings_file.h"
+#include "zelkora/platform/settings_file.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <string>
 #include <utility>
 
 #include "zelkora/platform/ini_text.h"
+#include "zelkora/platform/paths.h"
 
-namespace zelkora::platform::posix {
+namespace zelkora::platform {
 
 namespace {
 
 constexpr std::int64_t kSettledAfterNs = 2'000'000'000;
-
-const char* non_empty(const char* value) { return value && *value ? value : nullptr; }
 
 Text section_name(TextView application, TextView section) {
   Text name;
@@ -28,52 +26,34 @@ Text section_name(TextView application, TextView section) {
 
 }  // namespace
 
-std::filesystem::path PosixSettingsStore::default_path(const Environment& environment) {
-  if (const char* file = non_empty(environment("ZELKORA_SETTINGS"))) return file;
-  const char* config = non_empty(environment("XDG_CONFIG_HOME"));
-  if (config && std::filesystem::path(config).is_absolute()) {
-    return std::filesystem::path(config) / "zelkora" / "settings.ini";
-  }
-  if (const char* home = non_empty(environment("HOME"))) {
-    return std::filesystem::path(home) / ".config" / "zelkora" / "settings.ini";
-  }
-  return {};
-}
-
-std::filesystem::path PosixSettingsStore::default_path() {
-  return default_path([](const char* name) -> const char* { return std::getenv(name); });
-}
-
-PosixSettingsStore::PosixSettingsStore() : PosixSettingsStore(default_path()) {}
-
-PosixSettingsStore::PosixSettingsStore(std::filesystem::path file, Diagnostic diagnostic)
+SettingsFile::SettingsFile(std::filesystem::path file, Diagnostic diagnostic)
     : path_(std::move(file)), diagnostic_(std::move(diagnostic)) {}
 
-void PosixSettingsStore::report(std::string_view problem) const {
+void SettingsFile::report(std::string_view problem) const {
   // Once per state of the file: the same damaged file is not reported again.
-  const std::optional<posix::FileStamp> now = posix::file_stamp(path_);
+  const std::optional<FileStamp> now = file_stamp(path_);
   if (reported_ && now == reported_) return;
   reported_ = now;
   if (!diagnostic_) return;
   std::string message = "settings file ";
-  message += path_.string();
+  message += utf8_from_path(path_);
   message += ": ";
   message += problem;
   message += "; its settings are ignored";
   diagnostic_(message);
 }
 
-PosixSettingsStore::Loaded PosixSettingsStore::load(posix::FileStamp* stamp) const {
+SettingsFile::Loaded SettingsFile::load(FileStamp* stamp) const {
   Loaded loaded;
   std::string bytes;
-  switch (posix::read_file(path_, kMaxFileSize, bytes, stamp)) {
-    case posix::ReadStatus::Missing:
+  switch (read_file(path_, kMaxFileSize, bytes, stamp)) {
+    case ReadStatus::Missing:
       return loaded;
-    case posix::ReadStatus::Failed:
+    case ReadStatus::Failed:
       loaded.state = State::Unusable;
       report("cannot be read");
       return loaded;
-    case posix::ReadStatus::Ok:
+    case ReadStatus::Ok:
       break;
   }
   std::size_t bad = 0;
@@ -87,14 +67,13 @@ PosixSettingsStore::Loaded PosixSettingsStore::load(posix::FileStamp* stamp) con
   return loaded;
 }
 
-std::optional<Text> PosixSettingsStore::get(TextView application, TextView section,
-                                            TextView key) const {
+std::optional<Text> SettingsFile::get(TextView application, TextView section, TextView key) const {
   if (path_.empty()) return std::nullopt;
   const Text name = section_name(application, section);
   std::lock_guard<std::mutex> lock(mutex_);
-  const std::optional<posix::FileStamp> now = posix::file_stamp(path_);
+  const std::optional<FileStamp> now = file_stamp(path_);
   if (!cached_ || !settled_ || now != stamp_) {
-    posix::FileStamp read_stamp = now.value_or(posix::FileStamp{});
+    FileStamp read_stamp = now.value_or(FileStamp{});
     Loaded loaded = load(&read_stamp);
     content_ = std::move(loaded.content);
     stamp_.reset();
@@ -114,7 +93,7 @@ std::optional<Text> PosixSettingsStore::get(TextView application, TextView secti
   return Text(*value);
 }
 
-bool PosixSettingsStore::set(TextView application, TextView section, TextView key, TextView value) {
+bool SettingsFile::set(TextView application, TextView section, TextView key, TextView value) {
   if (path_.empty()) return false;
   const Text name = section_name(application, section);
   if (!ini::can_store(name, key, value)) return false;
@@ -126,7 +105,7 @@ bool PosixSettingsStore::set(TextView application, TextView section, TextView ke
   if (!edited) return false;
   if (loaded.state == State::Usable && *edited == loaded.content) return true;
   cached_ = false;
-  return posix::replace_file(path_, to_utf8(*edited), /*create_folders=*/true);
+  return replace_file(path_, to_utf8(*edited), /*create_folders=*/true);
 }
 
-}  // namespace zelkora::platform::posix
+}  // namespace zelkora::platform

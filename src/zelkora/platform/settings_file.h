@@ -7,7 +7,7 @@
 //
 // Names are compared without regard to case and values are read as in the
 // suite's INI files (see platform/ini_text.h). The file is parsed once and
-// parsed again only when it changes on disk: when its inode, size,
+// parsed again only when it changes on disk: when its identity, size,
 // modification or change time changes (a file changed in the last two seconds
 // is parsed at every read, as file times are coarse). Reading never creates
 // the file or a key. A missing file, one that cannot be read and one that is
@@ -16,7 +16,7 @@
 // overwrite them. `set` writes the whole file atomically, creating its
 // folders. A value with a line break cannot be stored.
 //
-//   PosixSettingsStore settings;  // the file of `default_path()`
+//   SettingsFile settings(path);
 //   Text opt = settings.get_or(u"Zelkora 结构快速设计", u"Options", u"1cboOpt", u"0");
 #pragma once
 
@@ -28,31 +28,20 @@
 #include <string_view>
 
 #include "zelkora/platform/platform.h"
-#include "zelkora/platform/posix/file_io.h"
+#include "zelkora/platform/whole_file.h"
 
-namespace zelkora::platform::posix {
+namespace zelkora::platform {
 
-class PosixSettingsStore final : public SettingsStore {
+class SettingsFile final : public SettingsStore {
  public:
-  // Looks up an environment variable; nullptr when it is not set.
-  using Environment = std::function<const char*(const char*)>;
   // Receives a message in UTF-8 about a settings file that cannot be used.
   using Diagnostic = std::function<void(std::string_view)>;
 
   static constexpr std::size_t kMaxFileSize = std::size_t{4} << 20;
 
-  // The settings file: $ZELKORA_SETTINGS, else
-  // $XDG_CONFIG_HOME/zelkora/settings.ini (an absolute XDG_CONFIG_HOME only),
-  // else $HOME/.config/zelkora/settings.ini; an empty variable counts as
-  // unset. An empty path when none of them is set.
-  static std::filesystem::path default_path(const Environment& environment);
-  static std::filesystem::path default_path();  // from the process environment
-
-  // The store of `default_path()`.
-  PosixSettingsStore();
   // The store of `file`; an empty path gives a store without keys that
   // cannot store any.
-  explicit PosixSettingsStore(std::filesystem::path file, Diagnostic diagnostic = {});
+  explicit SettingsFile(std::filesystem::path file, Diagnostic diagnostic = {});
 
   const std::filesystem::path& path() const { return path_; }
 
@@ -68,7 +57,7 @@ class PosixSettingsStore final : public SettingsStore {
 
   // Reads and checks the file as it is now, reporting a file that cannot be
   // used once per stamp. Called with `mutex_` held.
-  Loaded load(posix::FileStamp* stamp) const;
+  Loaded load(FileStamp* stamp) const;
   void report(std::string_view problem) const;
 
   std::filesystem::path path_;
@@ -76,10 +65,10 @@ class PosixSettingsStore final : public SettingsStore {
 
   mutable std::mutex mutex_;
   mutable bool cached_ = false;
-  mutable bool settled_ = false;                   // the cached file had not changed lately
-  mutable std::optional<posix::FileStamp> stamp_;  // of the cached state; nothing when missing
-  mutable Text content_;                           // the cached content
-  mutable std::optional<posix::FileStamp> reported_;
+  mutable bool settled_ = false;            // the cached file had not changed lately
+  mutable std::optional<FileStamp> stamp_;  // of the cached state; nothing when missing
+  mutable Text content_;                    // the cached content
+  mutable std::optional<FileStamp> reported_;
 };
 
-}  // namespace zelkora::platform::posix
+}  // namespace zelkora::platform

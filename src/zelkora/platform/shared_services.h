@@ -1,0 +1,58 @@
+// What the platforms of real systems share: the process environment and the
+// overrides that scripts and tests set in it, the suite services over the
+// suite's folders, and the diagnostics on the standard error stream.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "zelkora/platform/platform.h"
+
+namespace zelkora::platform {
+
+// Looks up an environment variable; its value in UTF-8, or nothing when it
+// is not set.
+using EnvLookup = std::function<std::optional<std::string>(const char* name)>;
+
+// The process environment (each system reads it its own way: Windows in
+// UTF-16, whatever its ANSI code page).
+EnvLookup process_environment();
+
+// Applies the overrides of the user's number symbols: `ZELKORA_DECIMAL_SYMBOL`
+// when set and not empty, `ZELKORA_GROUPING_SYMBOL` when set (empty means no
+// grouping).
+void apply_number_overrides(const EnvLookup& env, Text& decimal, Text& grouping);
+
+// The settings file named by `ZELKORA_SETTINGS` (it replaces the system's
+// settings store), or nothing when the variable is unset or empty.
+std::optional<std::filesystem::path> settings_file_override(const EnvLookup& env);
+
+// The folder of `ZELKORA_RESOURCES`, or an empty path.
+std::filesystem::path resource_folder(const EnvLookup& env);
+
+// File questions answered by the file system; suite files are looked for in
+// the given folders in order, without regard to the case of their names.
+class FolderSuiteServices : public SuiteServices {
+ public:
+  explicit FolderSuiteServices(std::vector<std::filesystem::path> folders = {})
+      : folders_(std::move(folders)) {}
+  bool file_exists(TextView path) const override;
+  Text extension(TextView file_name) const override;
+  Text full_path(TextView suite_file_name) const override;
+
+ private:
+  std::vector<std::filesystem::path> folders_;
+};
+
+// Warnings and diagnostics go to the standard error stream, one line each:
+// "zelkora: <title>: <text>", in UTF-8.
+class StderrMessageBox : public MessageBox {
+ public:
+  void warning(TextView text, TextView title) override;
+  void diagnostic(std::string_view message) override;
+};
+
+}  // namespace zelkora::platform

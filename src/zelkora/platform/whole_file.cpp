@@ -1,0 +1,35 @@
+// The reading loop that every system's whole-file reading shares.
+#include "zelkora/platform/whole_file.h"
+
+#include <algorithm>
+
+namespace zelkora::platform {
+
+ReadStatus read_whole(const ReadAt& read_at, std::uint64_t size_hint, std::size_t max_size,
+                      std::string& bytes) {
+  bytes.clear();
+  if (size_hint > max_size) return ReadStatus::Failed;
+  bytes.resize(static_cast<std::size_t>(size_hint) + 1);
+  std::size_t used = 0;
+  for (;;) {
+    if (used == bytes.size()) {
+      if (bytes.size() > max_size) break;
+      bytes.resize(std::min(max_size + 1, bytes.size() * 2));
+    }
+    const std::int64_t n = read_at(bytes.data() + used, bytes.size() - used, used);
+    if (n < 0) {
+      bytes.clear();
+      return ReadStatus::Failed;
+    }
+    if (n == 0) break;
+    used += static_cast<std::size_t>(n);
+  }
+  if (used > max_size) {
+    bytes.clear();
+    return ReadStatus::Failed;
+  }
+  bytes.resize(used);
+  return ReadStatus::Ok;
+}
+
+}  // namespace zelkora::platform
