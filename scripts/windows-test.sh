@@ -19,17 +19,20 @@ WINESERVER=${WINESERVER:-$(dirname "$WINE")/wineserver64}
 export WINEPREFIX="$win/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 unset LC_ALL LC_CTYPE LANGUAGE
 
-if [ ! -d "$WINEPREFIX/drive_c" ]; then
+if [ ! -f "$WINEPREFIX/.zelkora-ready" ]; then
   echo "windows-test: preparing the Wine prefix $WINEPREFIX"
   LANG=C.UTF-8 "$WINE" wineboot --init >/dev/null 2>&1 || true
   # No display here: the null graphics driver, on which windows (the message
-  # boxes of the tests) are still made and can be read and answered.
+  # boxes of the tests) are still made and can be read and answered. It takes
+  # effect with the next Wine server.
   LANG=C.UTF-8 "$WINE" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f \
     >/dev/null 2>&1
+  "$WINESERVER" -w
+  touch "$WINEPREFIX/.zelkora-ready"
 fi
-
 # One Wine server for the whole run: a program started while the server of
 # the one before is shutting down may fail to start.
+"$WINESERVER" -w
 "$WINESERVER" -p
 trap '"$WINESERVER" -k 2>/dev/null || true' EXIT
 
@@ -37,8 +40,8 @@ status=0
 for run in C.UTF-8:1252 zh_CN.UTF-8:936; do
   lang=${run%%:*} code_page=${run##*:}
   echo "== zelkora_tests.exe under Wine, LANG=$lang (code page $code_page)"
-  if ! LANG=$lang ZELKORA_TEST_CODE_PAGE=$code_page "$WINE" "$win/zelkora_tests.exe" \
-    --gtest_brief=1; then
+  if ! LANG=$lang ZELKORA_TEST_CODE_PAGE=$code_page ZELKORA_TEST_BOXES=shown \
+    "$WINE" "$win/zelkora_tests.exe" --gtest_brief=1; then
     echo "windows-test: the tests failed with LANG=$lang"
     status=1
   fi
