@@ -12,11 +12,15 @@
 #include <thread>
 #include <vector>
 
+#include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/codepage.h"
 #include "zelkora/platform/disk_ini_files.h"
+#include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/scratch_folder_test_support.h"
 #include "zelkora/platform/win32/wide.h"
 #include "zelkora/platform/win32/windows_api.h"
+// After <windows.h>, whose types it uses.
+#include <htmlhelp.h>
 
 namespace zelkora::platform::win32 {
 namespace {
@@ -169,6 +173,23 @@ TEST(Win32MessageBox, WarningAndQuestionAreTheSystemsModalBoxes) {
     EXPECT_EQ(question.buttons[IDOK], yes);
     EXPECT_TRUE(question.buttons.count(IDCANCEL));
   }
+}
+
+// The suite's help file opens in the system's viewer at a topic; a missing
+// one does not. (testdata/Zelkora.chm is made from the pages beside it by a
+// help compiler: `chmcmd Zelkora.hhp`.)
+TEST(Win32Help, TheSuiteHelpFileOpensAtATopic) {
+  if (!can_show_windows()) GTEST_SKIP() << "no window station: the help cannot be shown here";
+  test_support::ScratchFolder dir("zk-help");
+  std::filesystem::copy_file(
+      std::filesystem::path(ZK_SOURCE_DIR) / "src/zelkora/platform/win32/testdata/Zelkora.chm",
+      dir / "Zelkora.chm");
+  auto p = Platform::headless();
+  p->suite = std::make_shared<FolderSuiteServices>(std::vector{dir.path()});
+  p->help = std::make_shared<HtmlHelpViewer>();
+  EXPECT_TRUE(clsCharacter(p).bShowHelp(u"beam.htm"));
+  ::HtmlHelpW(nullptr, nullptr, HH_CLOSE_ALL, 0);
+  EXPECT_FALSE(HtmlHelpViewer().show(dir.text("missing.chm"), u""));
 }
 
 // The decision behind the INI files: the system's profile calls convert a
