@@ -12,10 +12,12 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 #include "desk/beam_report.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
+#include "zelkora/grid/grid_appearance.h"
 #include "zelkora/typeset/markup.h"
 
 namespace zelkora::desk {
@@ -62,10 +64,25 @@ class CalcForm::Events : public grid::FormSession {
   void CellChanging() override {
     FormSession::CellChanging();
     form_.mark_changed(true);
+    // Escape gave the cell back its text: marks and notes follow it.
+    if (!form_.grid().editing()) {
+      form_.values_changed(false);
+      form_.show_row_notes();
+    }
   }
   void ComboClick() override {
     FormSession::ComboClick();
     form_.mark_changed(true);
+  }
+  void EnterRow() override {
+    FormSession::EnterRow();
+    form_.show_row_notes();
+  }
+  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
+    FormSession::LeaveCell(row, col, cancel);
+    // A refused value is no step: the item keeps the typed text until mended.
+    form_.values_changed(!cancel);
+    if (cancel) form_.show_row_notes();
   }
 
  private:
@@ -76,8 +93,15 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
                    QWidget* parent)
     : QMainWindow(parent), program_(program), platform_(platform), errors_(platform) {
   setAttribute(Qt::WA_DeleteOnClose);
-  auto* splitter = new QSplitter(Qt::Horizontal, this);
-  panel_ = new platform::qt::QtPanel(splitter);
+  splitter_ = new QSplitter(Qt::Horizontal, this);
+  auto* splitter = splitter_;
+  auto* left = new QWidget(splitter);
+  auto* column = new QVBoxLayout(left);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(build_filter_bar(left));
+  panel_ = new platform::qt::QtPanel(left);
+  column->addWidget(panel_, 1);
   panel_->installEventFilter(this);
   heading_ = new QLabel(to_qstring(program.menu_key), panel_);
   QFont heading_font = heading_->font();
@@ -87,7 +111,7 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   heading_->move(8, 8);
   grid_ = new platform::qt::QtGridControl(panel_);
   title_ = new platform::qt::QtRichTextBox(panel_);
-  splitter->addWidget(panel_);
+  splitter->addWidget(left);
   if (program.calculates) {
     report_ = new QTextBrowser(splitter);
     report_->setPlaceholderText(QStringLiteral("计算书：单击“计算”"));
@@ -102,9 +126,18 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   grid_->connect_events(session_.get());
   const clsCharacter chr(platform);
   session_->build(layout_id(program.layout, chr));
+  grid_->value_column(grid::kValueCol);
+  grid_->QTableWidget::setSelectionMode(QAbstractItemView::ExtendedSelection);
+  history_ = std::make_unique<grid::ValueHistory>(session_->cell());
+  refused_count_ = new QLabel(this);
+  statusBar()->addPermanentWidget(refused_count_);
   build_actions();
+  describe_values();
+  update_refused();
+  update_edit_actions();
   update_title();
   resize(program.calculates ? 1000 : 560, 720);
+  restore_view();
 }
 
 CalcForm::~CalcForm() { grid_->connect_events(nullptr); }
@@ -133,6 +166,7 @@ void CalcForm::build_actions() {
   QToolBar* toolbar = addToolBar(QStringLiteral("工具栏"));
   toolbar->setObjectName(QStringLiteral("tools"));
   QMenu* file_menu = menuBar()->addMenu(QStringLiteral("文件"));
+  QMenu* edit_menu = menuBar()->addMenu(QStringLiteral("编辑"));
   QMenu* calc_menu = menuBar()->addMenu(QStringLiteral("计算"));
   for (const auto& a : kActions) {
     auto* action = new QAction(QString::fromUtf8(a.text), this);
@@ -162,6 +196,7 @@ void CalcForm::build_actions() {
     if (!file.isEmpty()) save_report(file);
   });
   action(Action::kSaveReport)->setEnabled(false);
+  build_edit_actions(edit_menu, toolbar);
 }
 
 QString CalcForm::chosen_file(bool saving, const QString& filter) {
@@ -210,6 +245,8 @@ void CalcForm::update_title() {
 
 void CalcForm::new_project() {
   session_->cell().LoadDefaultEnterA(false);
+  history_->clear();
+  values_changed();
   file_.clear();
   report_lines_.clear();
   if (report_) report_->clear();
@@ -225,6 +262,8 @@ bool CalcForm::open_file(const QString& file) {
     return false;
   }
   session_->cell().ControlEnableA(0);
+  history_->clear();
+  values_changed();
   file_ = file;
   mark_changed(false);
   statusBar()->showMessage(QStringLiteral("已打开 ") + file, 5000);
@@ -252,6 +291,7 @@ void CalcForm::load_defaults() {
   std::vector<Text> after;
   session_->cell().GetCurrentText(after);
   if (after != before) mark_changed(true);
+  values_changed();  // one step of the history
 }
 
 // ---- Calculation ---------------------------------------------------------------------
@@ -301,6 +341,12 @@ void CalcForm::ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool
 }
 
 void CalcForm::closeEvent(QCloseEvent* event) {
+  // A value still being typed is left, and checked, first.
+  if (session_->cell().bLeaveCellCanCelA()) {
+    event->ignore();
+    return;
+  }
+  values_changed();
   if (changed_ && ask_before_closing_) {
     const auto answer =
         QMessageBox::question(this, windowTitle(), QStringLiteral("项目已修改，是否保存？"),
@@ -312,6 +358,7 @@ void CalcForm::closeEvent(QCloseEvent* event) {
       return;
     }
   }
+  save_view();
   QMainWindow::closeEvent(event);
 }
 

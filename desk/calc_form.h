@@ -1,14 +1,24 @@
 // A calculation form of the desktop program: the property grid of its
 // layout with the title box under it (placed by Form_Resize), a toolbar and
-// a menu (New, Open, Save, Save As, Defaults, Calculate, Save report), the
-// form's rules for the items that do not apply, and, for the beam, the
-// report of its calculation. A value is checked with its row's check
-// expression when its cell is left: a refused value is explained in a
-// numbered message, the cell gets its text back and keeps the focus.
+// menus (File: New, Open, Save, Save As, Defaults; Edit: Undo, Redo, Copy,
+// Paste, Reset to default, Next error, Find; Calculate: Calculate, Save
+// report), the form's rules for the items that do not apply, and, for the
+// beam, the report of its calculation. A value is checked with its row's
+// check expression when its cell is left: a refused value is explained in a
+// numbered message, the cell gets its text back and keeps the focus, is
+// marked until mended, and the status line counts the refused values.
+//
+// Over the grid a filter box with two toggles (changed from default,
+// refused) keeps the matching rows. The view (unfolded headings and groups,
+// current row, top row, the panes' sizes) is kept per form in the user's
+// settings, section "View", key the layout's name.
 #pragma once
 
+#include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
+#include <QSplitter>
 #include <QTextBrowser>
 #include <memory>
 #include <optional>
@@ -16,6 +26,7 @@
 #include "desk/programs.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/form_session.h"
+#include "zelkora/grid/value_history.h"
 #include "zelkora/platform/qt/qt_controls.h"
 #include "zelkora/platform/qt/qt_grid.h"
 
@@ -25,7 +36,22 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   Q_OBJECT
 
  public:
-  enum class Action { kNew, kOpen, kSave, kSaveAs, kDefaults, kCalculate, kSaveReport };
+  enum class Action {
+    kNew,
+    kOpen,
+    kSave,
+    kSaveAs,
+    kDefaults,
+    kCalculate,
+    kSaveReport,
+    kUndo,
+    kRedo,
+    kCopy,
+    kPaste,
+    kResetRow,
+    kNextRefused,
+    kFind,
+  };
 
   CalcForm(std::shared_ptr<const platform::Platform> platform, const Program& program,
            QWidget* parent = nullptr);
@@ -36,6 +62,12 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   platform::qt::QtRichTextBox& title_box() { return *title_; }
   clsGridCell& cell();
   QTextBrowser* report() { return report_; }
+  QLineEdit& filter_box() { return *filter_; }
+  QCheckBox& changed_only() { return *changed_only_; }
+  QCheckBox& refused_only() { return *refused_only_; }
+  QLabel& refused_count() { return *refused_count_; }
+  QSplitter& panes() { return *splitter_; }
+  grid::ValueHistory& history() { return *history_; }
   QAction* action(Action which) const;
   // The project file, empty before the first save or open.
   const QString& file() const { return file_; }
@@ -55,6 +87,27 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   void calculate();
   bool save_report(const QString& file);
 
+  // The Edit menu.
+  bool undo();
+  bool redo();
+  // The selected rows (or the current one) as "caption<TAB>value" lines.
+  QString copied_rows() const;
+  // One value into the current cell, or a column of values (one a line;
+  // of a "caption<TAB>value" line the value) into the editable rows from
+  // the current one down, each entered as if typed. The first refusal stops
+  // it and names its row on the status line; false then.
+  bool paste_values(const QString& text);
+  // The current row's value, a group's values or a heading's back at their
+  // defaults.
+  void reset_current();
+  // The next row whose value is refused, after the current one (and round),
+  // its editor open; false when there is none.
+  bool next_refused();
+  // The shown rows whose values their checks refuse, as last counted.
+  const std::vector<int32_t>& refused_rows() const { return refused_; }
+  // Applies the filter box and its toggles to the grid.
+  void apply_filter();
+
   // ---- GridForm ----
   int32_t LabelColWidth() override { return kLabelColWidth; }
   void ControlEnable(std::vector<bool>& hidden) override;
@@ -71,6 +124,25 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   static constexpr int32_t kLabelColWidth = 150;
 
   void build_actions();
+  void build_edit_actions(QMenu* menu, QToolBar* toolbar);
+  QWidget* build_filter_bar(QWidget* parent);
+  // After a value changed: the undo step (unless `step` is false), the
+  // marks of refused values and their count, the filter and the actions'
+  // states.
+  void values_changed(bool step = true);
+  // Undo (`back`) or redo: the cell is left first; the row of the step's
+  // first item becomes the current one.
+  bool step_history(bool back);
+  void update_refused();
+  void update_edit_actions();
+  // Caption, default and refusal of the current row in the title box, under
+  // its caption and help.
+  void show_row_notes();
+  // What a screen reader is told of each value: its caption and help.
+  void describe_values();
+  // The view kept in the user's settings.
+  void restore_view();
+  void save_view();
   void place_grid();
   void mark_changed(bool changed);
   void update_title();
@@ -86,6 +158,13 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   platform::qt::QtGridControl* grid_ = nullptr;
   platform::qt::QtRichTextBox* title_ = nullptr;
   QTextBrowser* report_ = nullptr;
+  QSplitter* splitter_ = nullptr;
+  QLineEdit* filter_ = nullptr;
+  QCheckBox* changed_only_ = nullptr;
+  QCheckBox* refused_only_ = nullptr;
+  QLabel* refused_count_ = nullptr;
+  std::unique_ptr<grid::ValueHistory> history_;
+  std::vector<int32_t> refused_;
   std::unique_ptr<Events> session_;
   Text add_data_;  // the form's additional text in its data file
   std::vector<zelkora::Text> texts_;

@@ -11,6 +11,22 @@
 
 namespace zelkora::desk {
 
+QPalette dark_palette() {
+  QPalette dark(QColor(53, 53, 53), QColor(40, 40, 40));
+  dark.setColor(QPalette::Base, QColor(30, 30, 30));
+  dark.setColor(QPalette::AlternateBase, QColor(45, 45, 45));
+  for (const QPalette::ColorRole role :
+       {QPalette::Text, QPalette::WindowText, QPalette::ButtonText, QPalette::BrightText}) {
+    dark.setColor(role, QColor(230, 230, 230));
+  }
+  dark.setColor(QPalette::Disabled, QPalette::Text, QColor(130, 130, 130));
+  dark.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(130, 130, 130));
+  dark.setColor(QPalette::Highlight, QColor(42, 110, 180));
+  dark.setColor(QPalette::HighlightedText, QColor(255, 255, 255));
+  dark.setColor(QPalette::PlaceholderText, QColor(150, 150, 150));
+  return dark;
+}
+
 namespace {
 
 // The program menu from the library's resources, every other INI file from
@@ -73,6 +89,7 @@ CalcForm* DeskApp::open_program(TextView menu_key) {
   form->show();
   form->raise();
   form->activateWindow();
+  form->grid().setFocus(Qt::ActiveWindowFocusReason);  // typing goes to the values
   return form;
 }
 

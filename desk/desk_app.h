@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPalette>
 #include <QPointer>
 #include <QString>
 #include <memory>
@@ -17,6 +18,10 @@ namespace zelkora::desk {
 
 class CalcForm;
 class MainWindow;
+
+// A dark palette as the systems make one (--dark), every role from a dark
+// window and a light text colour.
+QPalette dark_palette();
 
 class DeskApp : public QObject {
   Q_OBJECT

@@ -1,14 +1,26 @@
 // Tests of the desktop program on real widgets, offscreen: the road of an
 // input event through the grid, folding, keys, defaults, project files and
-// the menu, driven by real mouse and key events.
+// the menu, and the grid's own aids (keyboard, undo, filter, paste, the kept
+// view, refused values, defaults of a row, palette, scale and what a screen
+// reader is told), driven by real mouse and key events.
+#include <QAccessible>
+#include <QAccessibleTableInterface>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
 #include <QFile>
+#include <QMessageBox>
+#include <QPointer>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
 #include "desk/main_window.h"
 #include "desk/script.h"
+#include "zelkora/platform/headless/memory_settings.h"
 
 namespace zelkora::desk {
 
@@ -19,12 +31,19 @@ class DeskTest : public QObject {
 
  private:
   // Rows of "clsBeamSteel" (item in brackets).
+  static constexpr int kRowSeismic = 3;       // [9] 抗震等级, a list
+  static constexpr int kRowSizes = 7;         // heading 截面尺寸
   static constexpr int kRowWidth = 8;         // [10] b, default 250
   static constexpr int kRowDepth = 9;         // [11] h, default 500
+  static constexpr int kRowCover = 10;        // c
+  static constexpr int kRowAs = 11;           // as
+  static constexpr int kRowMoment = 13;       // M
   static constexpr int kRowForces = 12;       // heading 内力设计值
   static constexpr int kRowBars = 17;         // [15] group 通长纵向钢筋, folded
   static constexpr int kRowCount = 18;        // [16]
   static constexpr int kRowDiameter = 19;     // [17]
+  static constexpr int kRowRange = 20;        // [7] group, folded
+  static constexpr int kRowLegs = 23;         // [22] n, check I>=2
   static constexpr int kRowRatio = 25;        // [24] As'/As
   static constexpr int kRowOptions = 26;      // heading 选项, folded
   static constexpr int kRowCompression = 27;  // [25] 考虑受压钢筋
@@ -49,6 +68,10 @@ class DeskTest : public QObject {
 
   static bool bold(CalcForm& form, int row) { return form.grid().item(row, 3)->font().bold(); }
   static QString shown(CalcForm& form, int row) { return form.grid().item(row, 3)->text(); }
+  static bool editing(CalcForm& form) { return form.grid().editing(); }
+  static QString item_text(CalcForm& form, int item) {
+    return to_qstring(form.cell().tGetText(item));
+  }
 
  private slots:
   void refusedValueKeepsTheCellAndTheFocus() {
@@ -198,6 +221,279 @@ class DeskTest : public QObject {
     other->ask_before_closing(false);
     const QString out = run(app, {QStringLiteral("calculate")});
     QVERIFY(out.contains(QStringLiteral("没有计算")));
+  }
+
+  // Tab, Shift+Tab and Enter go to the next or previous value that can be
+  // edited, past headings, folded and hidden rows, with its editor open.
+  void keysMoveToTheNextEditableValue() {
+    const struct {
+      const char* name;
+      int from;
+      QStringList keys;
+      int row;
+    } cases[] = {
+        {"Tab", kRowWidth, {"key Tab"}, kRowDepth},
+        {"Shift+Tab", kRowDepth, {"key Shift+Tab"}, kRowWidth},
+        {"Tab past a heading", kRowAs, {"key Tab"}, kRowMoment},
+        {"Shift+Tab past a heading", kRowMoment, {"key Shift+Tab"}, kRowAs},
+        {"Tab past folded members", kRowBars, {"key Tab"}, kRowRange},
+        {"Enter", kRowWidth, {"key Enter"}, kRowDepth},
+        {"Tab while editing", kRowWidth, {"key F2", "key Tab"}, kRowDepth},
+        {"Enter while editing", kRowWidth, {"key F2", "key Enter"}, kRowDepth},
+    };
+    for (const auto& c : cases) {
+      DeskApp app;
+      CalcForm& form = beam(app);
+      QStringList lines{QStringLiteral("click %1 3").arg(c.from)};
+      lines << c.keys;
+      run(app, lines);
+      QVERIFY2(form.grid().currentRow() == c.row, c.name);
+      QVERIFY2(editing(form), c.name);
+    }
+  }
+
+  void typedTextIsNeverLostAndEscapeRestoresTheEnteredText() {
+    DeskApp app;
+    CalcForm& form = beam(app);
+    // Typed, then Tab: the value is taken, the next row's editor open.
+    run(app, {QStringLiteral("click 8 3"), QStringLiteral("key F2")});
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("300"));
+    run(app, {QStringLiteral("key Tab")});
+    QCOMPARE(item_text(form, 10), QStringLiteral("300"));
+    QVERIFY(bold(form, kRowWidth));
+    // Typed, then Escape: the text the row had when it was entered.
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("777"));
+    run(app, {QStringLiteral("key Escape")});
+    QCOMPARE(shown(form, kRowDepth), QStringLiteral("500"));
+    QCOMPARE(item_text(form, 11), QStringLiteral("500"));
+    // Typed, then the focus goes to another window: the leave runs.
+    run(app, {QStringLiteral("key F2")});
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("650"));
+    app.main_window().show();
+    app.main_window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&app.main_window()));
+    QApplication::processEvents();
+    QVERIFY(bold(form, kRowDepth));
+    QCOMPARE(item_text(form, 11), QStringLiteral("650"));
+    // Typed, then the form is closed: the value is left and checked; a
+    // refused one keeps the form open.
+    form.activateWindow();
+    run(app, {QStringLiteral("click 8 3"), QStringLiteral("key F2")});
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("-5"));
+    int shown_boxes = 0;
+    app.messages().on_show = [&shown_boxes](QMessageBox& box) {
+      ++shown_boxes;
+      QPointer<QMessageBox> open(&box);
+      QTimer::singleShot(0, [open] {
+        if (open) open->button(QMessageBox::Ok)->click();
+      });
+    };
+    QVERIFY(!form.close());
+    QVERIFY(shown_boxes >= 1);
+    QVERIFY(form.isVisible());
+    QVERIFY(form.grid().marked(kRowWidth, 3));
+  }
+
+  void listsOpenWithF4AndAltDown() {
+    for (const char* key : {"key F4", "key Alt+Down"}) {
+      DeskApp app;
+      CalcForm& form = beam(app);
+      run(app, {QStringLiteral("click 3 3"), QString::fromLatin1(key)});
+      auto* combo = qobject_cast<QComboBox*>(
+          form.grid().indexWidget(form.grid().model()->index(kRowSeismic, 3)));
+      QVERIFY2(combo && combo->view()->isVisible(), key);
+      combo->hidePopup();
+    }
+  }
+
+  // One step per committed value, with what it changed; a refused value is
+  // none; defaults are a step; opening a project starts a new history.
+  void undoAndRedoCommittedValues() {
+    DeskApp app;
+    CalcForm& form = beam(app);
+    run(app,
+        {QStringLiteral("edit 10 300"), QStringLiteral("click 17 1"),
+         QStringLiteral("edit 15 3,20"), QStringLiteral("click 26 1"), QStringLiteral("pick 25 否"),
+         QStringLiteral("edit 22 1"), QStringLiteral("key Escape")});
+    QCOMPARE(form.history().steps(), std::size_t{3});
+    QVERIFY(form.grid().isRowHidden(kRowRatio));
+    run(app, {QStringLiteral("click 8 2"), QStringLiteral("undo")});
+    QVERIFY(!form.grid().isRowHidden(kRowRatio));
+    QCOMPARE(item_text(form, 25), QStringLiteral("是"));
+    run(app, {QStringLiteral("undo")});
+    QCOMPARE(shown(form, kRowBars), QStringLiteral("2, 16"));
+    QCOMPARE(shown(form, kRowCount), QStringLiteral("2"));
+    run(app, {QStringLiteral("undo")});
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("250"));
+    QVERIFY(!bold(form, kRowWidth));
+    QVERIFY(!form.action(CalcForm::Action::kUndo)->isEnabled());
+    run(app, {QStringLiteral("redo"), QStringLiteral("redo")});
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("300"));
+    QCOMPARE(shown(form, kRowDiameter), QStringLiteral("20"));
+    run(app, {QStringLiteral("defaults yes")});
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("250"));
+    QVERIFY(form.undo());
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("300"));
+    form.new_project();
+    QVERIFY(!form.history().can_undo());
+  }
+
+  void filterKeepsMatchesAndGivesTheViewBack() {
+    DeskApp app;
+    CalcForm& form = beam(app);
+    run(app, {QStringLiteral("edit 10 300")});
+    const struct {
+      const char* step;
+      std::vector<int> shown;
+      std::vector<int> hidden;
+    } cases[] = {
+        {"filter 截面尺寸", {kRowSizes, kRowWidth, kRowAs}, {kRowMoment, kRowBars}},
+        {"filter DMAX", {kRowRange, kRowRange + 1}, {kRowWidth, kRowBars}},
+        {"filter 受压", {kRowCompression, kRowOptions}, {kRowWidth}},
+        {"filter", {kRowWidth, kRowBars}, {kRowCount, kRowCompression}},
+    };
+    for (const auto& c : cases) {
+      run(app, {QString::fromUtf8(c.step)});
+      for (const int row : c.shown) QVERIFY2(!form.grid().isRowHidden(row), c.step);
+      for (const int row : c.hidden) QVERIFY2(form.grid().isRowHidden(row), c.step);
+    }
+    form.changed_only().setChecked(true);
+    QVERIFY(!form.grid().isRowHidden(kRowWidth));
+    QVERIFY(form.grid().isRowHidden(kRowDepth));
+    form.changed_only().setChecked(false);
+    // An item that does not apply stays hidden whatever matches.
+    run(app, {QStringLiteral("click 26 1"), QStringLiteral("pick 25 否"),
+              QStringLiteral("filter As'/As")});
+    QVERIFY(form.grid().isRowHidden(kRowRatio));
+  }
+
+  void copyAndPasteAColumnOfValues() {
+    DeskApp app;
+    CalcForm& form = beam(app);
+    QString out = run(app, {QStringLiteral("paste 10 300 600 25"), QStringLiteral("click 8 3"),
+                            QStringLiteral("copy")});
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("300"));
+    QCOMPARE(shown(form, kRowDepth), QStringLiteral("600"));
+    QCOMPARE(shown(form, kRowCover), QStringLiteral("25"));
+    QVERIFY(bold(form, kRowDepth));
+    QVERIFY(out.contains(QStringLiteral("copied: 梁的截面宽度 b\t300")));
+    QCOMPARE(form.history().steps(), std::size_t{3});
+    // The first refusal stops the paste and names its row.
+    out = run(app, {QStringLiteral("key Escape"), QStringLiteral("click 13 3"),
+                    QStringLiteral("paste 10 350 -1 30")});
+    QVERIFY(out.contains(QStringLiteral("message: ")));
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("350"));
+    QCOMPARE(shown(form, kRowCover), QStringLiteral("25"));
+    QVERIFY(form.statusBar()->currentMessage().contains(QStringLiteral("梁的截面高度 h")));
+  }
+
+  void refusedValuesAreMarkedCountedAndFound() {
+    DeskApp app;
+    CalcForm& form = beam(app);
+    run(app, {QStringLiteral("edit 22 1")});
+    QVERIFY(form.grid().marked(kRowLegs, 3));
+    QVERIFY(form.title_box().toPlainText().contains(QStringLiteral("错误")));
+    QVERIFY(form.refused_count().text().startsWith(QStringLiteral("1 ")));
+    // Escape mends it: the text the row had when it was entered.
+    run(app, {QStringLiteral("key Escape")});
+    QCOMPARE(item_text(form, 22), QStringLiteral("2"));
+    QVERIFY(!form.grid().marked(kRowLegs, 3));
+    QVERIFY(!form.title_box().toPlainText().contains(QStringLiteral("错误")));
+    QVERIFY(form.refused_count().text().isEmpty());
+    // A refused value from elsewhere (a file) is found by F8.
+    std::vector<Text> values;
+    form.cell().GetCurrentText(values);
+    values[22] = u"1";
+    form.cell().LetCurrentText(values);
+    form.cell().CellText(22, u"1");
+    run(app, {QStringLiteral("click 8 2"), QStringLiteral("key F8")});
+    QCOMPARE(form.grid().currentRow(), kRowLegs);
+    QVERIFY(editing(form));
+    QVERIFY(form.grid().marked(kRowLegs, 3));
+  }
+
+  void defaultsOfARowAHeadingAndTheTitleBox() {
+    DeskApp app;
+    CalcForm& form = beam(app);
+    run(app, {QStringLiteral("edit 10 300"), QStringLiteral("edit 11 600"),
+              QStringLiteral("click 8 3")});
+    QVERIFY(form.title_box().toPlainText().contains(QStringLiteral("默认值：250")));
+    form.reset_current();
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("250"));
+    QCOMPARE(shown(form, kRowDepth), QStringLiteral("600"));
+    run(app, {QStringLiteral("edit 10 300"), QStringLiteral("click 7 2")});
+    form.reset_current();
+    QCOMPARE(shown(form, kRowWidth), QStringLiteral("250"));
+    QCOMPARE(shown(form, kRowDepth), QStringLiteral("500"));
+    QVERIFY(!bold(form, kRowDepth));
+    run(app, {QStringLiteral("undo")});
+    QCOMPARE(shown(form, kRowDepth), QStringLiteral("600"));
+  }
+
+  void viewIsKeptPerForm() {
+    DeskApp app;
+    app.platform()->settings = std::make_shared<platform::headless::MemorySettingsStore>();
+    {
+      CalcForm& form = beam(app);
+      run(app, {QStringLiteral("click 7 1"), QStringLiteral("click 17 1"),
+                QStringLiteral("click 23 3")});
+      form.panes().setSizes({300, 700});
+      QVERIFY(form.close());
+    }
+    QApplication::processEvents();
+    CalcForm& again = beam(app);
+    QVERIFY(again.grid().isRowHidden(kRowWidth));
+    QVERIFY(!again.grid().isRowHidden(kRowCount));
+    QCOMPARE(again.grid().currentRow(), kRowLegs);
+    QVERIFY(std::abs(again.panes().sizes().first() - 300) <= 2);
+    // A damaged view is read as far as it goes.
+    again.ask_before_closing(false);
+    QVERIFY(again.close());
+    app.platform()->settings->set(u"Zelkora 结构快速设计", u"View", u"clsBeamSteel",
+                                  u"open=h99,\xFFFF;row=abc;panes=1,2,3");
+    CalcForm& third = beam(app);
+    QVERIFY(!third.grid().isRowHidden(kRowWidth));
+  }
+
+  // Every colour from the palette: on a dark one, heading and value rows
+  // stay readable; rows are as tall as their font needs.
+  void darkPaletteAndLargeFonts() {
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(dark_palette());
+    {
+      DeskApp app;
+      CalcForm& form = beam(app);
+      run(app, {QStringLiteral("edit 10 300"), QStringLiteral("edit 22 1")});
+      for (const int row : {kRowSizes, kRowWidth, kRowLegs}) {
+        QTableWidgetItem* value = form.grid().item(row, row == kRowSizes ? 2 : 3);
+        const int ground = value->background().color().lightness();
+        const int text = value->foreground().color().lightness();
+        QVERIFY2(ground < 128 && text - ground >= 60,
+                 qPrintable(QStringLiteral("%1: %2 on %3").arg(row).arg(text).arg(ground)));
+      }
+      form.grid().DefaultFontSize(24);
+      QFont big = form.grid().item(kRowWidth, 3)->font();
+      QVERIFY(form.grid().rowHeight(kRowWidth) >= QFontMetrics(big).height());
+    }
+    QApplication::setPalette(light);
+  }
+
+  void screenReadersHearCaptionValueHelpAndRefusal() {
+    DeskApp app;
+    CalcForm& form = beam(app);
+    run(app, {QStringLiteral("edit 10 -5")});
+    QAccessibleInterface* table = QAccessible::queryAccessibleInterface(&form.grid());
+    QVERIFY(table && table->tableInterface());
+    QAccessibleInterface* cell = table->tableInterface()->cellAt(kRowWidth, 3);
+    QVERIFY(cell);
+    QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("梁的截面宽度 b"));
+    const QStringList told = cell->text(QAccessible::Description).split(QLatin1Char('\n'));
+    QCOMPARE(told.value(0), QStringLiteral("值：250"));  // the cell's; the editor has "-5"
+    QVERIFY(told.value(1).startsWith(QStringLiteral("错误")));
+    QVERIFY(told.value(2).contains(QStringLiteral("梁的截面宽度（mm）")));
+    // A row never entered is described too.
+    QAccessibleInterface* other = table->tableInterface()->cellAt(kRowMoment, 3);
+    QCOMPARE(other->text(QAccessible::Name), QStringLiteral("弯矩设计值 M"));
   }
 };
 

@@ -1,10 +1,10 @@
 // zelkora-desk: the suite's desktop program.
 //
-//   zelkora-desk [PROJECTFILE] [--script FILE] [--quit]
+//   zelkora-desk [PROJECTFILE] [--script FILE] [--quit] [--dark]
 //
 // Opens the program menu; a project file opens in its program's form; a
 // script of input events runs once the windows are up (desk/script.h), and
-// with --quit the program ends after it.
+// with --quit the program ends after it; --dark draws it on a dark palette.
 #include <QApplication>
 #include <QFile>
 #include <QTextStream>
@@ -29,10 +29,13 @@ int main(int argc, char** argv) {
       script = args[++i];
     } else if (args[i] == QLatin1String("--quit")) {
       quit = true;
+    } else if (args[i] == QLatin1String("--dark")) {
+      QApplication::setStyle(QStringLiteral("Fusion"));
+      QApplication::setPalette(zelkora::desk::dark_palette());
     } else if (!args[i].startsWith(QLatin1String("--")) && project.isEmpty()) {
       project = args[i];
     } else {
-      err << "usage: zelkora-desk [PROJECTFILE] [--script FILE] [--quit]\n";
+      err << "usage: zelkora-desk [PROJECTFILE] [--script FILE] [--quit] [--dark]\n";
       return 2;
     }
   }

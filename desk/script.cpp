@@ -3,6 +3,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -56,6 +57,15 @@ QWidget* focus_in(QWidget* widget) {
   return focus ? focus : widget;
 }
 
+// Keys go to the active window, as the user's do: the window of `widget` is
+// made the active one first (a form just opened may not be yet).
+void activate(QWidget* widget) {
+  QWidget* window = widget->window();
+  if (window->isActiveWindow()) return;
+  window->activateWindow();
+  QTest::qWaitForWindowActive(window, 1000);
+}
+
 // Characters typed one key press each, with the text the key gives.
 void type_text(QWidget* widget, const QString& text) {
   for (const QChar c : text) {
@@ -68,17 +78,29 @@ void type_text(QWidget* widget, const QString& text) {
   settle();
 }
 
-Qt::Key key_of(const QString& name) {
-  static const QMap<QString, Qt::Key> kKeys = {
-      {QStringLiteral("Enter"), Qt::Key_Return}, {QStringLiteral("Tab"), Qt::Key_Tab},
-      {QStringLiteral("Space"), Qt::Key_Space},  {QStringLiteral("Escape"), Qt::Key_Escape},
-      {QStringLiteral("Up"), Qt::Key_Up},        {QStringLiteral("Down"), Qt::Key_Down},
-      {QStringLiteral("F2"), Qt::Key_F2},
+struct KeyPress {
+  Qt::Key key;
+  Qt::KeyboardModifiers modifiers;
+};
+
+KeyPress key_of(const QString& name) {
+  static const QMap<QString, KeyPress> kKeys = {
+      {QStringLiteral("Enter"), {Qt::Key_Return, Qt::NoModifier}},
+      {QStringLiteral("Tab"), {Qt::Key_Tab, Qt::NoModifier}},
+      {QStringLiteral("Shift+Tab"), {Qt::Key_Backtab, Qt::ShiftModifier}},
+      {QStringLiteral("Space"), {Qt::Key_Space, Qt::NoModifier}},
+      {QStringLiteral("Escape"), {Qt::Key_Escape, Qt::NoModifier}},
+      {QStringLiteral("Up"), {Qt::Key_Up, Qt::NoModifier}},
+      {QStringLiteral("Down"), {Qt::Key_Down, Qt::NoModifier}},
+      {QStringLiteral("Alt+Down"), {Qt::Key_Down, Qt::AltModifier}},
+      {QStringLiteral("F2"), {Qt::Key_F2, Qt::NoModifier}},
+      {QStringLiteral("F4"), {Qt::Key_F4, Qt::NoModifier}},
+      {QStringLiteral("F8"), {Qt::Key_F8, Qt::NoModifier}},
   };
   const auto it = kKeys.find(name);
   if (it == kKeys.end()) {
     throw StepError("unknown key \"" + name.toStdString() +
-                    "\" (Enter, Tab, Space, Escape, Up, Down, F2)");
+                    "\" (Enter, Tab, Shift+Tab, Space, Escape, Up, Down, Alt+Down, F2, F4, F8)");
   }
   return *it;
 }
@@ -103,8 +125,14 @@ class Runner {
     if (verb == QLatin1String("save")) return with_file(CalcForm::Action::kSaveAs, rest);
     if (verb == QLatin1String("open")) return with_file(CalcForm::Action::kOpen, rest);
     if (verb == QLatin1String("shot")) return shot(rest);
+    if (verb == QLatin1String("undo")) return chord(Qt::Key_Z);
+    if (verb == QLatin1String("redo")) return chord(Qt::Key_Y);
+    if (verb == QLatin1String("filter")) return filter(rest);
+    if (verb == QLatin1String("copy")) return copy();
+    if (verb == QLatin1String("paste")) return paste(rest);
     throw StepError("unknown step \"" + verb.toStdString() +
-                    "\" (menu, edit, pick, click, key, defaults, calculate, save, open, shot)");
+                    "\" (menu, edit, pick, click, key, defaults, calculate, save, open, shot, "
+                    "undo, redo, filter, copy, paste)");
   }
 
  private:
@@ -208,8 +236,45 @@ class Runner {
   }
 
   void key(const QString& name) {
-    QTest::keyClick(focus_in(&grid()), key_of(name));
+    const KeyPress press = key_of(name);
+    activate(&grid());
+    QTest::keyClick(focus_in(&grid()), press.key, press.modifiers);
     settle();
+  }
+
+  // Ctrl and a letter where the focus is in the form (its grid).
+  void chord(Qt::Key letter) {
+    activate(&form());
+    QTest::keyClick(focus_in(&grid()), letter, Qt::ControlModifier);
+    settle();
+  }
+
+  void filter(const QString& text) {
+    QLineEdit& box = form().filter_box();
+    QTest::mouseClick(&box, Qt::LeftButton);
+    QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&box, Qt::Key_Delete);
+    type_text(&box, text);
+  }
+
+  void copy() {
+    QApplication::clipboard()->clear();
+    chord(Qt::Key_C);
+    QString lines = QApplication::clipboard()->text();
+    if (lines.endsWith(QLatin1Char('\n'))) lines.chop(1);
+    out_ << "copied: " << lines.replace(QLatin1Char('\n'), QLatin1Char('|')) << "\n";
+    out_.flush();
+  }
+
+  void paste(const QString& args) {
+    const QString item = args.section(QLatin1Char(' '), 0, 0);
+    const QStringList values =
+        args.section(QLatin1Char(' '), 1).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (item.isEmpty() || values.isEmpty()) throw StepError("paste takes ITEM TEXT...");
+    CalcForm& f = form();
+    click_cell(f.grid(), row_of_item(f, item), 3);
+    QApplication::clipboard()->setText(values.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    chord(Qt::Key_V);
   }
 
   void press(CalcForm::Action which) {

@@ -11,7 +11,15 @@
 //   pick ITEM TEXT        click the value cell, open its list, choose TEXT
 //   click ROW COL         click a cell of the form's grid (the menu's when no
 //                         form is open)
-//   key NAME              press Enter, Tab, Space, Escape, Up, Down or F2
+//   key NAME              press Enter, Tab, Shift+Tab, Space, Escape, Up,
+//                         Down, Alt+Down, F2, F4 or F8
+//   undo, redo            press Ctrl+Z, Ctrl+Y in the grid
+//   filter [TEXT]         click the filter box, replace its text by typing
+//                         (nothing: clear it)
+//   copy                  press Ctrl+C in the grid; prints "copied: " and
+//                         the lines copied, "|" between them
+//   paste ITEM TEXT...    click the item's value cell, put the texts on
+//                         the clipboard, one a line, press Ctrl+V
 //   defaults yes|cancel   the Defaults button, and the answer to its question
 //   calculate             the Calculate button
 //   save FILE, open FILE  the Save As and Open buttons, the file given

@@ -1,8 +1,9 @@
 // The property grid on real Qt widgets, offscreen: building a form's grid
 // (the shipped beam layout, and a form of 500 rows of its own), one
 // keystroke-to-leave cycle (type, leave, check, bold, ControlEnable), and
-// saving and opening a project. Each is measured beside the same work on the
-// in-memory controls, the baseline of the run.
+// saving and opening a project, one keystroke in the filter box over the
+// 500 rows, and 100 steps undone and redone. Each is measured beside the same
+// work on the in-memory controls, the baseline of the run.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -10,6 +11,8 @@
 #include <memory>
 
 #include "zelkora/grid/form_session.h"
+#include "zelkora/grid/row_filter.h"
+#include "zelkora/grid/value_history.h"
 #include "zelkora/platform/headless/headless_form.h"
 #include "zelkora/platform/qt/qt_controls.h"
 #include "zelkora/platform/qt/qt_grid.h"
@@ -34,6 +37,7 @@ struct QtForm {
   }
   platform::GridControl& grid_control() { return *grid; }
   platform::RichTextBox& title_box() { return *title; }
+  void show_only(std::vector<bool> kept) { grid->show_only(std::move(kept)); }
 };
 
 struct HeadlessForm {
@@ -42,6 +46,7 @@ struct HeadlessForm {
   platform::headless::MemoryGridForm& form = view.form;
   platform::GridControl& grid_control() { return view.grid; }
   platform::RichTextBox& title_box() { return view.title; }
+  void show_only(const std::vector<bool>& /*kept*/) {}
 };
 
 std::shared_ptr<platform::Platform> bench_platform() {
@@ -82,16 +87,22 @@ std::vector<Text> own_rows(int32_t rows, int32_t& max_item) {
   return texts;
 }
 
+// A grid of 500 own rows built on the form's controls.
+template <class Form>
+void build_500_rows(clsGridCell& cell, Form& form) {
+  int32_t max_item = 0;
+  const std::vector<Text> rows = own_rows(500, max_item);
+  cell.LetGridCellText(rows, std::vector<bool>(rows.size(), false), 500, max_item);
+  cell.GridCell_InitializeA(&form.grid_control(), &form.title_box(), &form.panel, &form.form);
+  cell.LoadDefaultEnter(false);
+}
+
 template <class Form>
 void BM_Build500Rows(benchmark::State& state) {
   Form form;
-  int32_t max_item = 0;
-  const std::vector<Text> rows = own_rows(500, max_item);
   for (auto _ : state) {
     clsGridCell cell(bench_platform());
-    cell.LetGridCellText(rows, std::vector<bool>(rows.size(), false), 500, max_item);
-    cell.GridCell_InitializeA(&form.grid_control(), &form.title_box(), &form.panel, &form.form);
-    cell.LoadDefaultEnter(false);
+    build_500_rows(cell, form);
     QApplication::processEvents();
   }
 }
@@ -122,6 +133,51 @@ void BM_LeaveCycle(benchmark::State& state) {
 }
 BENCHMARK(BM_LeaveCycle<HeadlessForm>)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_LeaveCycle<QtForm>)->Unit(benchmark::kMicrosecond);
+
+// One keystroke in the filter box over 500 rows: the rows' facts, the
+// rows kept, the table showing them.
+template <class Form>
+void BM_FilterKeystroke500Rows(benchmark::State& state) {
+  Form form;
+  clsGridCell cell(bench_platform());
+  build_500_rows(cell, form);
+  const Text typed[] = {u"梁", u"梁的", u"梁的截", u"截面", u"2", u"25", u"250", u"b", u""};
+  std::size_t i = 0;
+  for (auto _ : state) {
+    const grid::RowFilter filter{typed[i++ % std::size(typed)]};
+    form.show_only(filter.active() ? grid::rows_kept(grid::row_facts(cell), filter, {})
+                                   : std::vector<bool>());
+    QApplication::processEvents();
+  }
+}
+BENCHMARK(BM_FilterKeystroke500Rows<HeadlessForm>)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FilterKeystroke500Rows<QtForm>)->Unit(benchmark::kMillisecond);
+
+// 100 committed values over the 500 rows undone, then redone (200 steps).
+template <class Form>
+void BM_UndoRedo100Steps(benchmark::State& state) {
+  Form form;
+  clsGridCell cell(bench_platform());
+  build_500_rows(cell, form);
+  grid::ValueHistory history(cell);
+  for (int32_t step = 0; step < 100; ++step) {
+    grid::write_values(cell, {{step * 4, from_utf8(std::to_string(300 + step))}});
+    history.record();
+  }
+  // Each step as the desktop form takes it: the values written back, then
+  // every value checked again for the marks of refused ones.
+  std::size_t refused = 0;
+  const auto marks = [&] { refused += grid::refusals(cell).size(); };
+  for (auto _ : state) {
+    while (history.undo()) marks();
+    while (history.redo()) marks();
+    QApplication::processEvents();
+  }
+  benchmark::DoNotOptimize(refused);
+  if (history.steps() != 100) state.SkipWithError("the steps were not kept");
+}
+BENCHMARK(BM_UndoRedo100Steps<HeadlessForm>)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_UndoRedo100Steps<QtForm>)->Unit(benchmark::kMillisecond);
 
 template <class Form>
 void BM_SaveAndOpenProject(benchmark::State& state) {

@@ -13,7 +13,8 @@ namespace zelkora {
 clsGridCell::clsGridCell() : clsGridCell(platform::Platform::current()) {}
 
 clsGridCell::clsGridCell(std::shared_ptr<const platform::Platform> platform)
-    : character_(std::make_unique<clsCharacter>(platform)),
+    : platform_(platform),
+      character_(std::make_unique<clsCharacter>(platform)),
       errors_(std::make_unique<clsErrChr>(platform)),
       load_save_(std::make_unique<clsLoadSave>(platform)),
       tables_(std::make_unique<grid::Tables>()),

@@ -378,6 +378,7 @@ class clsGridCell {
   // Fault(IndexOutOfRange)).
   void derive_default_texts();
 
+  std::shared_ptr<const platform::Platform> platform_;
   std::unique_ptr<clsCharacter> character_;
   std::unique_ptr<clsErrChr> errors_;
   std::unique_ptr<clsLoadSave> load_save_;

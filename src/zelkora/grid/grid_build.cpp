@@ -9,6 +9,7 @@
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/group_value.h"
 #include "zelkora/grid/layout.h"
+#include "zelkora/grid/row_facts.h"
 #include "zelkora/platform/fault.h"
 
 namespace zelkora {
@@ -257,12 +258,7 @@ void clsGridCell::tShowRowTitle() {
   if (!title_ || !rows_.split || !valid_row(current_row_)) return;
   const int32_t id = caption_of(current_row_);
   const Text caption = character_->tString(id);
-  Text help = id < std::numeric_limits<int32_t>::max() ? character_->tString(id + 1) : Text();
-  if (help.empty()) {
-    const std::vector<Text> parts = split_text(caption, u" ");
-    if (parts.size() == 2) help = parts[1] + u"——" + parts[0];
-  }
-  help += u"。";
+  const Text help = grid::help_text(*character_, id, caption);
   platform::RichTextBox& box = *title_;
   box.Text(u"");
   box.SelColor(platform::kColourButtonText);

@@ -11,7 +11,10 @@
 namespace zelkora {
 
 struct clsGridCell::Internals {
-  // The objects the grid holds.
+  // The objects the grid holds, and the platform bundle it was made with.
+  static const std::shared_ptr<const platform::Platform>& platform(const clsGridCell& g) {
+    return g.platform_;
+  }
   static clsCharacter& character(clsGridCell& g) { return *g.character_; }
   static clsErrChr& errors(clsGridCell& g) { return *g.errors_; }
   static clsLoadSave& load_save(clsGridCell& g) { return *g.load_save_; }
@@ -23,6 +26,13 @@ struct clsGridCell::Internals {
   static int32_t row_height(const clsGridCell& g) { return g.row_height_; }
   static const std::vector<bool>& collapsed_rows(const clsGridCell& g) { return g.collapsed_; }
   static bool built(const clsGridCell& g) { return g.built_; }
+  // A row's kind (absolute), its item (-1 when it has none within 0..lMax),
+  // the catalogue id of its caption, its check expression and its list.
+  static int32_t kind(const clsGridCell& g, int32_t row) { return g.kind_of(row); }
+  static int32_t item(const clsGridCell& g, int32_t row) { return g.value_item(row); }
+  static int32_t caption(const clsGridCell& g, int32_t row) { return g.caption_of(row); }
+  static Text check(const clsGridCell& g, int32_t row) { return g.check_of(row); }
+  static int32_t list(const clsGridCell& g, int32_t row) { return g.list_of(row); }
   // Derives the default texts of the items from the tables again.
   static void derive_default_texts(clsGridCell& g) { g.derive_default_texts(); }
 };

@@ -8,6 +8,7 @@
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/group_value.h"
 #include "zelkora/grid/layout.h"
+#include "zelkora/grid/row_facts.h"
 
 namespace zelkora {
 
@@ -37,9 +38,8 @@ void clsGridCell::update_bold(int32_t row) {
   const int32_t item = value_item(row);
   if (item < 0) return;
   const auto i = static_cast<std::size_t>(item);
-  const bool changed =
-      !equal_text(trim(items_.current[i]), trim(items_.defaults[i]), Compare::Text);
-  grid_->FontBold(row, grid::kValueCol, changed);
+  grid_->FontBold(row, grid::kValueCol,
+                  grid::differs_from_default(items_.current[i], items_.defaults[i]));
 }
 
 // A refused value: the cell gets back the text its row had when entered; the

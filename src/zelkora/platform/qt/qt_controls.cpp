@@ -43,8 +43,9 @@ bool move_in_twips(QWidget& widget, int32_t left, int32_t top, int32_t width, in
 
 QColor to_qcolor(uint32_t colour, const QPalette& palette) {
   if (!is_system_colour(colour)) {
-    return QColor(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
-                  static_cast<int>((colour >> 16) & 0xFF));
+    const QColor given(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
+                       static_cast<int>((colour >> 16) & 0xFF));
+    return given;
   }
   switch (colour & 0xFF) {
     case 5:
@@ -74,6 +75,12 @@ QColor to_qcolor(uint32_t colour, const QPalette& palette) {
     default:
       return palette.color(QPalette::Window);
   }
+}
+
+QColor readable_colour(uint32_t colour, const QPalette& palette) {
+  const QColor given = to_qcolor(colour, palette);
+  if (is_system_colour(colour) || palette.color(QPalette::Base).lightness() >= 128) return given;
+  return QColor::fromHsl(given.hslHue(), given.hslSaturation(), 255 - given.lightness());
 }
 
 // ---- QtCheckBox ------------------------------------------------------------
@@ -334,7 +341,7 @@ void QtRichTextBox::render() {
     while (end < text.size() && !is_break(text[end]) && formats[end] == formats[i]) ++end;
     QTextCharFormat format;
     format.setFontWeight(formats[i].bold ? QFont::Bold : QFont::Normal);
-    format.setForeground(to_qcolor(formats[i].colour, palette()));
+    format.setForeground(readable_colour(formats[i].colour, palette()));
     cursor.insertText(to_qstring(TextView(text).substr(i, end - i)), format);
     i = end;
   }

@@ -72,6 +72,11 @@ bool move_in_twips(QWidget& widget, int32_t left, int32_t top, int32_t width, in
 // halfway between Text and Base, 18 button text -> ButtonText, any other
 // index -> Window.
 QColor to_qcolor(uint32_t colour, const QPalette& palette);
+// The colour as text and cells drawn by the library show it: to_qcolor, but
+// on a dark palette (Base darker than middle gray) a colour that is no
+// system colour keeps its hue with its lightness turned over, so that the
+// light grays of headings turn dark and black text light.
+QColor readable_colour(uint32_t colour, const QPalette& palette);
 
 // ---- Simple controls -------------------------------------------------------
 

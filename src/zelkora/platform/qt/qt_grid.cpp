@@ -3,6 +3,7 @@
 #include "zelkora/platform/qt/qt_grid.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QHeaderView>
@@ -77,6 +78,12 @@ Qt::Alignment qt_alignment(int16_t alignment, TextView text) {
   }
 }
 
+// The ground of a refused value: the palette's base with a fifth of red.
+QColor refused_ground(const QPalette& palette) {
+  const QColor base = palette.color(QPalette::Base);
+  return QColor((base.red() * 4 + 255) / 5, base.green() * 4 / 5, base.blue() * 4 / 5);
+}
+
 }  // namespace
 
 // ---- The cell editors ---------------------------------------------------------
@@ -107,6 +114,7 @@ class QtGridControl::Delegate : public QStyledItemDelegate {
       QObject::connect(combo, &QComboBox::activated, combo, [&grid, combo, row, col](int item) {
         grid.editor_picked(row, col, combo->itemText(item));
       });
+      combo->installEventFilter(&grid);
       return combo;
     }
     auto* line = new QLineEdit(parent);
@@ -115,6 +123,7 @@ class QtGridControl::Delegate : public QStyledItemDelegate {
     QObject::connect(line, &QLineEdit::textEdited, line, [&grid, row, col](const QString& text) {
       grid.editor_text_changed(row, col, text);
     });
+    line->installEventFilter(&grid);
     return line;
   }
 
@@ -149,8 +158,10 @@ QtGridControl::QtGridControl(QWidget* parent) : QTableWidget(parent) {
   verticalHeader()->hide();
   verticalHeader()->setMinimumSectionSize(1);
   horizontalHeader()->setMinimumSectionSize(1);
+  // A click on the active cell edits it at once (mouseReleaseEvent): the
+  // view's own slow edit would swallow the keys typed while it waits.
   setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
-                  QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
+                  QAbstractItemView::AnyKeyPressed);
   setSelectionBehavior(QAbstractItemView::SelectItems);
   QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
   setTabKeyNavigation(true);
@@ -184,10 +195,23 @@ void QtGridControl::draw_all() {
   for (int32_t row = 0; row < model_.Rows(); ++row) draw_row(row);
 }
 
+int32_t QtGridControl::shown_height() const {
+  // A row the grid folded away but a filter shows: the height of the shown
+  // ones; never less than the font needs, at any scale.
+  int32_t height = model_.DefaultRowHeight();
+  for (int32_t row = 1; row < model_.Rows() && height <= 0; ++row) {
+    height = model_.RowHeight(row);
+  }
+  return std::max(height, QFontMetrics(cell_font(true)).height() + 4);
+}
+
+bool QtGridControl::row_shown(int32_t row) const {
+  if (row <= 0 || kept_.empty()) return model_.RowHeight(row) > 0;
+  return static_cast<std::size_t>(row) < kept_.size() && kept_[static_cast<std::size_t>(row)];
+}
+
 void QtGridControl::draw_row(int32_t row) {
-  const int32_t height = model_.RowHeight(row);
-  setRowHidden(row, height <= 0);
-  if (height > 0) setRowHeight(row, height);
+  draw_row_height(row);
   const auto [first, last] = model_.merged(row);
   if (last > first) {
     setSpan(row, first, 1, last - first + 1);
@@ -234,8 +258,23 @@ void QtGridControl::draw_cell(int32_t row, int32_t col) {
   }
   item->setText(to_qstring(text));
   item->setFont(cell_font(bold_source));
-  item->setForeground(to_qcolor(fore, palette()));
-  item->setBackground(to_qcolor(cell.back_color, palette()));
+  item->setForeground(readable_colour(fore, palette()));
+  const QString mark = marks_.value({row, col});
+  item->setBackground(mark.isEmpty() ? readable_colour(cell.back_color, palette())
+                                     : refused_ground(palette()));
+  const QPair<QString, QString> described = descriptions_.value({row, col});
+  item->setData(Qt::AccessibleTextRole,
+                described.first.isEmpty() ? QVariant() : QVariant(described.first));
+  // A named cell is a value: Qt's table cells have no value of their own
+  // to tell, so the description begins with it, then the refusal, the help.
+  QStringList told;
+  if (!described.first.isEmpty()) told << QStringLiteral("值：") + to_qstring(text);
+  if (!mark.isEmpty()) told << mark;
+  if (!described.second.isEmpty()) told << described.second;
+  const QString description = told.join(QLatin1Char('\n'));
+  item->setData(Qt::AccessibleDescriptionRole,
+                description.isEmpty() ? QVariant() : QVariant(description));
+  item->setToolTip(mark);
   item->setTextAlignment(qt_alignment(cell.alignment, text));
   item->setData(Qt::DecorationRole,
                 image.empty() ? QVariant() : QVariant(icons_.value(to_qstring(image))));
@@ -252,25 +291,55 @@ bool QtGridControl::Move(int32_t left, int32_t top, int32_t width, int32_t heigh
 
 void QtGridControl::Rows(int32_t rows) {
   model_.Rows(rows);
-  if (drawing()) draw_all();
+  redraw_all();
 }
 
 void QtGridControl::Cols(int32_t cols) {
   model_.Cols(cols);
-  if (drawing()) draw_all();
+  redraw_all();
 }
 
 void QtGridControl::RowHeight(int32_t row, int32_t height) {
+  if (model_.RowHeight(row) == height) return;
   model_.RowHeight(row, height);
-  if (!drawing()) return;
-  setRowHidden(row, height <= 0);
-  if (height > 0) setRowHeight(row, height);
+  if (drawing()) {
+    draw_row_height(row);
+  } else {
+    stale(row);
+  }
+}
+
+void QtGridControl::draw_row_height(int32_t row) {
+  const bool shown = row_shown(row);
+  setRowHidden(row, !shown);
+  if (!shown) return;
+  // At least the height the font needs, whatever the scale.
+  const int32_t height = model_.RowHeight(row);
+  const int32_t needed = QFontMetrics(cell_font(true)).height() + 4;
+  setRowHeight(row, std::max(height > 0 ? height : shown_height(), needed));
+}
+
+void QtGridControl::mark_cell(int32_t row, int32_t col, const QString& note) {
+  if (note.isEmpty() ? marks_.remove({row, col}) == 0 : marks_.value({row, col}) == note) return;
+  if (!note.isEmpty()) marks_.insert({row, col}, note);
+  redraw_cell(row, col);
+}
+
+void QtGridControl::describe_cell(int32_t row, int32_t col, const QString& name,
+                                  const QString& description) {
+  descriptions_.insert({row, col}, {name, description});
+  redraw_cell(row, col);
+}
+
+void QtGridControl::show_only(std::vector<bool> kept) {
+  kept_ = std::move(kept);
+  for (int32_t row = 0; row < model_.Rows(); ++row) draw_row_height(row);
 }
 
 void QtGridControl::DefaultRowHeight(int32_t height) {
   model_.DefaultRowHeight(height);
   verticalHeader()->setDefaultSectionSize(std::max(height, 1));
-  if (drawing()) draw_all();
+  redraw_all();
 }
 
 void QtGridControl::ColWidth(int32_t col, int32_t width) {
@@ -282,7 +351,10 @@ void QtGridControl::ColWidth(int32_t col, int32_t width) {
 
 void QtGridControl::Text(int32_t row, int32_t col, TextView text) {
   model_.Text(row, col, text);
-  if (!drawing()) return;
+  if (!drawing()) {
+    stale(row);
+    return;
+  }
   const auto [first, last] = model_.merged(row);
   draw_cell(row, last > first && col >= first && col <= last ? first : col);
   // An open editor of the cell shows what the form wrote.
@@ -298,22 +370,22 @@ void QtGridControl::CellType(int32_t row, int32_t col, int16_t type) {
 
 void QtGridControl::FontBold(int32_t row, int32_t col, bool bold) {
   model_.FontBold(row, col, bold);
-  if (drawing()) draw_row(row);
+  redraw_row(row);
 }
 
 void QtGridControl::ForeColor(int32_t row, int32_t col, uint32_t colour) {
   model_.ForeColor(row, col, colour);
-  if (drawing()) draw_row(row);
+  redraw_row(row);
 }
 
 void QtGridControl::BackColor(int32_t row, int32_t col, uint32_t colour) {
   model_.BackColor(row, col, colour);
-  if (drawing()) draw_cell(row, col);
+  redraw_cell(row, col);
 }
 
 void QtGridControl::Alignment(int32_t row, int32_t col, int16_t alignment) {
   model_.Alignment(row, col, alignment);
-  if (drawing()) draw_cell(row, col);
+  redraw_cell(row, col);
 }
 
 void QtGridControl::ComboList(int32_t row, int32_t col, const std::vector<zelkora::Text>& items) {
@@ -322,12 +394,12 @@ void QtGridControl::ComboList(int32_t row, int32_t col, const std::vector<zelkor
 
 void QtGridControl::Locked(int32_t row, bool locked) {
   model_.Locked(row, locked);
-  if (drawing()) draw_row(row);
+  redraw_row(row);
 }
 
 void QtGridControl::Merge(int32_t row, int32_t col1, int32_t col2) {
   model_.Merge(row, col1, col2);
-  if (drawing()) draw_row(row);
+  redraw_row(row);
 }
 
 void QtGridControl::AddPicture(const Picture& picture, TextView key) {
@@ -337,7 +409,7 @@ void QtGridControl::AddPicture(const Picture& picture, TextView key) {
 
 void QtGridControl::SetImage(int32_t row, int32_t col, TextView key) {
   model_.SetImage(row, col, key);
-  if (drawing()) draw_row(row);
+  redraw_row(row);
 }
 
 // ---- Drawing switch -------------------------------------------------------------------
@@ -350,8 +422,51 @@ void QtGridControl::AutoRedraw(bool redraw) {
 void QtGridControl::Refresh() {
   model_.Refresh();
   if (!drawing()) return;
-  draw_all();
+  // What changed while drawing was off: every row after a change of size or
+  // font, else the rows touched.
+  if (stale_all_) {
+    draw_all();
+  } else {
+    for (std::size_t row = 0; row < stale_.size(); ++row) {
+      if (stale_[row] && static_cast<int32_t>(row) < model_.Rows()) {
+        draw_row(static_cast<int32_t>(row));
+      }
+    }
+  }
+  stale_all_ = false;
+  stale_.assign(stale_.size(), false);
   viewport()->update();
+}
+
+void QtGridControl::stale(int32_t row) {
+  if (row < 0) return;
+  if (static_cast<std::size_t>(row) >= stale_.size())
+    stale_.resize(static_cast<std::size_t>(row) + 1);
+  stale_[static_cast<std::size_t>(row)] = true;
+}
+
+void QtGridControl::redraw_row(int32_t row) {
+  if (drawing()) {
+    draw_row(row);
+  } else {
+    stale(row);
+  }
+}
+
+void QtGridControl::redraw_cell(int32_t row, int32_t col) {
+  if (drawing()) {
+    draw_cell(row, col);
+  } else {
+    stale(row);
+  }
+}
+
+void QtGridControl::redraw_all() {
+  if (drawing()) {
+    draw_all();
+  } else {
+    stale_all_ = true;
+  }
 }
 
 // ---- Focus and scrolling -------------------------------------------------------------
@@ -386,27 +501,27 @@ void QtGridControl::DefaultFontName(TextView name) {
   model_.DefaultFontName(name);
   font_family_ = available_family(to_qstring(name));
   setFont(cell_font(false));
-  if (drawing()) draw_all();
+  redraw_all();
 }
 
 void QtGridControl::DefaultFontSize(float size) {
   model_.DefaultFontSize(size);
   font_points_ = size;
   setFont(cell_font(false));
-  if (drawing()) draw_all();
+  redraw_all();
 }
 
 void QtGridControl::BackColorBkg(uint32_t colour) {
   model_.BackColorBkg(colour);
   QPalette shown = palette();
-  shown.setColor(QPalette::Base, to_qcolor(colour, palette()));
+  shown.setColor(QPalette::Base, readable_colour(colour, palette()));
   setPalette(shown);
 }
 
 void QtGridControl::GridColor(uint32_t colour) {
   model_.GridColor(colour);
   setStyleSheet(QStringLiteral("QTableView { gridline-color: %1; }")
-                    .arg(to_qcolor(colour, palette()).name()));
+                    .arg(readable_colour(colour, palette()).name()));
 }
 
 void QtGridControl::Appearance(int16_t appearance) {
@@ -472,9 +587,97 @@ void QtGridControl::keep_editing() {
 
 int32_t QtGridControl::next_shown_row(int32_t row) const {
   for (int32_t r = row + 1; r < model_.Rows(); ++r) {
-    if (model_.RowHeight(r) > 0) return r;
+    if (row_shown(r)) return r;
   }
   return row;
+}
+
+int32_t QtGridControl::next_editable_row(int32_t row, int32_t col, int step) const {
+  if (col < 0 || col >= model_.Cols() || step == 0) return -1;
+  for (int32_t r = row + step; r >= 1 && r < model_.Rows(); r += step) {
+    if (row_shown(r) && !model_.Locked(r)) return r;
+  }
+  return -1;
+}
+
+bool QtGridControl::edit_cell(int32_t row, int32_t col) {
+  if (row < 0 || row >= model_.Rows() || col < 0 || col >= model_.Cols()) return false;
+  const CellRef active = model_.ActiveCell();
+  if (state() == QAbstractItemView::EditingState && active == CellRef{row, col}) return true;
+  if (!(active == CellRef{row, col})) {
+    if (!leave_active()) {
+      keep_editing();
+      return false;
+    }
+    if (state() == QAbstractItemView::EditingState) {
+      QTableWidget::closeEditor(indexWidget(currentIndex()), QAbstractItemDelegate::NoHint);
+    }
+    setCurrentCell(row, col);
+  }
+  scrollTo(QTableWidget::model()->index(row, col));
+  if (indexWidget(QTableWidget::model()->index(row, col))) return true;  // already open
+  return edit(QTableWidget::model()->index(row, col), QAbstractItemView::EditKeyPressed, nullptr);
+}
+
+bool QtGridControl::eventFilter(QObject* watched, QEvent* event) {
+  // Undo and Redo in an editor with nothing of its own to undo or redo go
+  // on to the window's actions (the values' history), and so does a paste
+  // of several lines.
+  if (event->type() == QEvent::ShortcutOverride) {
+    // A list cell's box has the focus and hands keys to its line directly.
+    auto* line = qobject_cast<QLineEdit*>(watched);
+    if (auto* combo = qobject_cast<QComboBox*>(watched)) line = combo->lineEdit();
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool undo = key->matches(QKeySequence::Undo);
+    const bool redo = key->matches(QKeySequence::Redo) ||
+                      (key->key() == Qt::Key_Y && key->modifiers() == Qt::ControlModifier);
+    // A column of values (more than one line) is pasted by the window too.
+    const bool column_paste =
+        key->matches(QKeySequence::Paste) &&
+        QApplication::clipboard()->text().trimmed().contains(QLatin1Char('\n'));
+    if (line && ((undo && !line->isUndoAvailable()) || (redo && !line->isRedoAvailable()) ||
+                 column_paste)) {
+      event->ignore();
+      return true;
+    }
+  }
+  return QTableWidget::eventFilter(watched, event);
+}
+
+bool QtGridControl::type_into(int32_t row, int32_t col, const QString& text) {
+  if (!edit_cell(row, col)) return false;
+  QWidget* editor = indexWidget(QTableWidget::model()->index(row, col));
+  if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+    combo->setEditText(text);
+  } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+    line->setText(text);
+  } else {
+    return false;
+  }
+  editor_text_changed(row, col, text);
+  if (!leave_active()) {
+    keep_editing();
+    return false;
+  }
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
+  return true;
+}
+
+void QtGridControl::advance(CellRef from, int step, bool enter) {
+  const int32_t col = value_col_ >= 0 ? value_col_ : from.col;
+  const int32_t next = next_editable_row(from.row, col, step);
+  if (next >= 0) {
+    edit_cell(next, col);
+  } else if (enter) {
+    const int32_t below = next_shown_row(from.row);
+    if (below != from.row) setCurrentCell(below, from.col);
+  }
+}
+
+void QtGridControl::open_list() {
+  const CellRef at = model_.ActiveCell();
+  if (model_.CellType(at.row, at.col) != kComboCell || !edit_cell(at.row, at.col)) return;
+  if (auto* combo = qobject_cast<QComboBox*>(indexWidget(currentIndex()))) combo->showPopup();
 }
 
 void QtGridControl::editor_text_changed(int32_t row, int32_t col, const QString& text) {
@@ -493,6 +696,8 @@ void QtGridControl::currentChanged(const QModelIndex& current, const QModelIndex
   QTableWidget::currentChanged(current, previous);
   if (!current.isValid()) return;
   model_.ActiveCell(current.row(), current.column());
+  entered_at_ = {current.row(), current.column()};
+  entered_text_ = model_.Text(current.row(), current.column());
   if (programmatic_) return;
   left_ = false;
   if (current.row() != previous.row()) raise([](GridEvents& e) { e.EnterRow(); });
@@ -511,6 +716,7 @@ void QtGridControl::mousePressEvent(QMouseEvent* event) {
     return;
   }
   pressed_ = row >= 0 && col >= 0 ? QTableWidget::model()->index(row, col) : QModelIndex();
+  pressed_active_ = row == active.row && col == active.col;
   QTableWidget::mousePressEvent(event);
   if (pressed_.isValid()) model_.ActiveCell(row, col);
 }
@@ -523,6 +729,10 @@ void QtGridControl::mouseReleaseEvent(QMouseEvent* event) {
   if (pressed_.isValid() && row == pressed_.row() && col == pressed_.column()) {
     model_.ActiveCell(row, col);
     raise([&](GridEvents& e) { e.Click(row, col); });
+    if (pressed_active_ && event->button() == Qt::LeftButton && !editing() &&
+        model_.ActiveCell() == CellRef{row, col}) {
+      edit(pressed_, QAbstractItemView::EditKeyPressed, nullptr);
+    }
   }
   pressed_ = QModelIndex();
 }
@@ -560,23 +770,33 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
       }
       key_down(13);
       // The form may have moved the focus (to row 0 from the lowest row).
-      if (model_.ActiveCell() == at && model_.enter_key_move_to != 0) {
-        const int32_t next = next_shown_row(at.row);
-        if (next != at.row) setCurrentCell(next, at.col);
-      }
+      if (model_.ActiveCell() == at && model_.enter_key_move_to != 0) advance(at, 1, true);
       event->accept();
       return;
     }
-    case Qt::Key_Up:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      if (leave_active()) advance(at, key == Qt::Key_Tab ? 1 : -1, false);
+      event->accept();
+      return;
+    case Qt::Key_F4:
+      open_list();
+      event->accept();
+      return;
     case Qt::Key_Down:
+      if (event->modifiers() & Qt::AltModifier) {
+        open_list();
+        event->accept();
+        return;
+      }
+      [[fallthrough]];
+    case Qt::Key_Up:
     case Qt::Key_Left:
     case Qt::Key_Right:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
     case Qt::Key_Home:
     case Qt::Key_End:
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
       if (!leave_active()) {
         event->accept();
         return;
@@ -605,6 +825,8 @@ bool QtGridControl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* 
     return QTableWidget::edit(index, trigger, event);
   }
   if (model_.Locked(index.row())) return false;
+  // A click's slow edit after F2 already opened the editor: nothing anew.
+  if (state() == QAbstractItemView::EditingState && indexWidget(index)) return true;
   if (trigger != QAbstractItemView::AllEditTriggers) {  // the user's edit, not the control's
     bool cancel = false;
     raise([&](GridEvents& e) { e.BeforeEdit(index.row(), index.column(), cancel); });
@@ -614,7 +836,10 @@ bool QtGridControl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* 
     }
   }
   if (!QTableWidget::edit(index, trigger, event)) return false;
-  edit_start_text_ = model_.Text(index.row(), index.column());
+  if (!(entered_at_ == CellRef{index.row(), index.column()})) {
+    entered_at_ = {index.row(), index.column()};
+    entered_text_ = model_.Text(index.row(), index.column());
+  }
   left_ = false;
   return true;
 }
@@ -622,12 +847,11 @@ bool QtGridControl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* 
 void QtGridControl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   const CellRef at = model_.ActiveCell();
   if (hint == QAbstractItemDelegate::RevertModelCache) {
-    // Escape: the text the cell had when the edit began.
-    if (model_.Text(at.row, at.col) != edit_start_text_) {
-      model_.Text(at.row, at.col, edit_start_text_);
-      raise([](GridEvents& e) { e.CellChanging(); });
-    }
+    // Escape: the text the cell had when it was entered, which the form
+    // takes again (also after a refused value, whose typed text it kept).
+    if (entered_at_ == at) model_.Text(at.row, at.col, entered_text_);
     QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    raise([](GridEvents& e) { e.CellChanging(); });
     draw_cell(at.row, at.col);
     return;
   }
@@ -641,19 +865,26 @@ void QtGridControl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditH
     keep_editing();
     return;
   }
-  const bool enter = hint == QAbstractItemDelegate::SubmitModelCache;
-  QTableWidget::closeEditor(editor, enter ? QAbstractItemDelegate::NoHint : hint);
+  QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
   draw_cell(at.row, at.col);
-  if (!enter) return;
-  // Enter ends the edit as it ends any other: the key goes to the form, then
-  // the grid moves down unless the form moved the focus.
-  raise([](GridEvents& e) {
-    int16_t key_code = 13;
-    e.KeyDown(key_code, 0);
-  });
-  if (model_.ActiveCell() == at && model_.enter_key_move_to != 0) {
-    const int32_t next = next_shown_row(at.row);
-    if (next != at.row) setCurrentCell(next, at.col);
+  switch (hint) {
+    case QAbstractItemDelegate::EditNextItem:
+      advance(at, 1, false);
+      return;
+    case QAbstractItemDelegate::EditPreviousItem:
+      advance(at, -1, false);
+      return;
+    case QAbstractItemDelegate::SubmitModelCache:
+      // Enter ends the edit as it ends any other: the key goes to the form,
+      // then the grid moves down unless the form moved the focus.
+      raise([](GridEvents& e) {
+        int16_t key_code = 13;
+        e.KeyDown(key_code, 0);
+      });
+      if (model_.ActiveCell() == at && model_.enter_key_move_to != 0) advance(at, 1, true);
+      return;
+    default:
+      return;
   }
 }
 

@@ -17,11 +17,16 @@
 //    the edit), for a combo cell ComboDropDown before its list is filled,
 //    then CellChanging for every change of the editor's text and ComboClick
 //    for an item picked from the list;
-//  - Enter, Tab or a click elsewhere while editing: LeaveCell (a cancel keeps
-//    the editor open, showing the cell's text as the form left it); Escape
-//    puts back the text the cell had when the edit began;
-//  - Space, Enter and the other keys outside an editor: KeyDown; Enter then
-//    moves to the next shown row below unless the form moved the focus;
+//  - Enter, Tab, Shift+Tab, a click elsewhere or the focus going to another
+//    window while editing: LeaveCell (a cancel keeps the editor open,
+//    showing the cell's text as the form left it); Escape puts back the text
+//    the cell had when it was entered;
+//  - Space, Enter and the other keys outside an editor: KeyDown;
+//  - Tab and Shift+Tab (after the leave) move to the next or previous row
+//    whose value can be edited (shown and not locked) and open its editor;
+//    Enter does the same downwards after its KeyDown, unless the form moved
+//    the focus, and goes to the next shown row when no editable one follows;
+//    F4 or Alt+Down opens the editor of a list cell with its list open.
 //  - a double click: DblClick; the focus leaving the grid: LostFocus.
 // Events raised while the form handles another one (a message box shown
 // during a leave) are not raised again.
@@ -50,6 +55,37 @@ class QtGridControl : public QTableWidget, public GridControl {
   // The font family the grid shows: DefaultFontName where the system has
   // it, else the system's CJK font.
   QString shown_font_family() const { return font_family_; }
+
+  // The column Tab, Shift+Tab and Enter move in from row to row (the value
+  // column of a property grid); -1, the default: the active cell's column.
+  void value_column(int32_t col) { value_col_ = col; }
+  // The next row after `row` (`step` 1) or before it (-1) whose cell in
+  // `col` is shown and not locked, or -1.
+  int32_t next_editable_row(int32_t row, int32_t col, int step) const;
+  // Makes the cell active, as a click on it would (the active cell is left
+  // first), and opens its editor as F2 does. False when the leave was
+  // cancelled or the edit refused.
+  bool edit_cell(int32_t row, int32_t col);
+  // Enters `text` into the cell as if typed: the cell is made active and
+  // edited, takes the text (CellChanging) and is left. False when any step
+  // was refused; a refused value keeps its editor open.
+  bool type_into(int32_t row, int32_t col, const QString& text);
+  // Shows only the rows for which kept[row] is true (rows the grid has
+  // folded away show too, at the height of the others), or, with an empty
+  // vector, the rows as the grid has them.
+  void show_only(std::vector<bool> kept);
+  bool filtered() const { return !kept_.empty(); }
+  // Whether a cell's editor is open.
+  bool editing() const { return state() == QAbstractItemView::EditingState; }
+  bool row_shown(int32_t row) const;
+  // Marks a cell, a refused value: drawn on a ground of the palette's base
+  // tinted red, `note` its tooltip and part of its description to a screen
+  // reader. An empty note clears the mark.
+  void mark_cell(int32_t row, int32_t col, const QString& note);
+  bool marked(int32_t row, int32_t col) const { return marks_.contains({row, col}); }
+  // What a screen reader is told of a cell: its name (the caption of a
+  // value) and description ("值：" and the value, a refusal, the help).
+  void describe_cell(int32_t row, int32_t col, const QString& name, const QString& description);
 
   // ---- GridControl ----
   bool Move(int32_t left, int32_t top, int32_t width, int32_t height) override;
@@ -125,6 +161,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -137,9 +174,15 @@ class QtGridControl : public QTableWidget, public GridControl {
   bool drawing() const { return model_.AutoRedraw(); }
   void draw_all();
   void draw_row(int32_t row);
+  void draw_row_height(int32_t row);
   void draw_cell(int32_t row, int32_t col);
   void draw_size();
   QFont cell_font(bool bold) const;
+  // A change: drawn at once while drawing is on, else kept for Refresh.
+  void stale(int32_t row);
+  void redraw_row(int32_t row);
+  void redraw_cell(int32_t row, int32_t col);
+  void redraw_all();
 
   // Events. Each answers whether it was raised; none is raised while the
   // form handles another one.
@@ -152,6 +195,12 @@ class QtGridControl : public QTableWidget, public GridControl {
   void move_active(int32_t row, int32_t col);
   // The next shown row below `row` (or `row` when there is none).
   int32_t next_shown_row(int32_t row) const;
+  // After the active cell was left by Tab, Shift+Tab (`step` 1, -1) or
+  // Enter (`enter`): the next editable row, its editor open.
+  void advance(CellRef from, int step, bool enter);
+  // F4, Alt+Down: the editor of a list cell with its list open.
+  void open_list();
+  int32_t shown_height() const;
   void editor_text_changed(int32_t row, int32_t col, const QString& text);
   void editor_picked(int32_t row, int32_t col, const QString& text);
 
@@ -161,11 +210,19 @@ class QtGridControl : public QTableWidget, public GridControl {
   QMap<QString, QIcon> icons_;
   QString font_family_;
   double font_points_ = 9;
-  bool dispatching_ = false;       // a handler of the form is running
-  bool programmatic_ = false;      // the control itself moves the current cell
-  bool left_ = false;              // the active cell was left and not entered or edited since
-  QModelIndex pressed_;            // the cell the mouse button went down on
-  zelkora::Text edit_start_text_;  // the cell's text when its edit began
+  bool dispatching_ = false;     // a handler of the form is running
+  bool programmatic_ = false;    // the control itself moves the current cell
+  bool left_ = false;            // the active cell was left and not entered or edited since
+  QModelIndex pressed_;          // the cell the mouse button went down on
+  bool pressed_active_ = false;  // ... which was the active cell
+  zelkora::Text entered_text_;   // the active cell's text when it was entered
+  CellRef entered_at_{-1, -1};   // the cell entered_text_ is of
+  int32_t value_col_ = -1;
+  std::vector<bool> kept_;   // the rows a filter keeps; empty: no filter
+  std::vector<bool> stale_;  // rows changed while drawing was off
+  bool stale_all_ = false;   // ... or the size or the font
+  QMap<QPair<int32_t, int32_t>, QString> marks_;
+  QMap<QPair<int32_t, int32_t>, QPair<QString, QString>> descriptions_;
 };
 
 }  // namespace zelkora::platform::qt
