@@ -6,6 +6,8 @@ JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 FUZZ_SECONDS ?= 30
+# With FUZZ_RUNS, each harness stops after that many runs (or FUZZ_SECONDS).
+FUZZ_RUNS ?= 0
 # The build folder of `make fuzz`, and the harnesses it builds and runs (by
 # name, e.g. FUZZ_HARNESSES=datafile_fuzz; empty for all of fuzz/).
 FUZZ_BUILD ?= build-fuzz
@@ -56,8 +58,7 @@ fuzz:
 	@cmake -S . -B $(FUZZ_BUILD) -DCMAKE_CXX_COMPILER=clang++ -DZELKORA_FUZZ=ON \
 	  -DZELKORA_TESTS=OFF -DZELKORA_BENCH=OFF >/dev/null
 	@cmake --build $(FUZZ_BUILD) -j$(JOBS) $(if $(FUZZ_HARNESSES),--target $(FUZZ_HARNESSES))
-	@for f in $(if $(FUZZ_HARNESSES),$(addprefix $(FUZZ_BUILD)/,$(FUZZ_HARNESSES)),$(FUZZ_BUILD)/*_fuzz); do echo "== $$f"; $$f -max_total_time=$(FUZZ_SECONDS) >/dev/null 2>&1 \
-	  && echo "no crash in $(FUZZ_SECONDS) s" || { echo "$$f failed"; exit 1; }; done
+	@scripts/fuzz.sh $(FUZZ_BUILD) $(FUZZ_SECONDS) $(FUZZ_RUNS) $(FUZZ_HARNESSES)
 
 # The library, zelkora.exe and the test suite zelkora_tests.exe for 64-bit
 # Windows, cross-compiled with MinGW-w64 and linked statically.

@@ -7,6 +7,7 @@
 
 #include "zelkora/frame/numbers.h"
 #include "zelkora/platform/fault.h"
+#include "zelkora/platform/paths.h"
 #include "zelkora/platform/utf8.h"
 
 namespace zelkora::cli {
@@ -95,6 +96,8 @@ Text arg_text(std::string_view arg) {
   out += from_utf8(arg.substr(pos));
   return out;
 }
+
+Text file_arg(std::string_view arg) { return platform::text_from_system_name(arg); }
 
 int32_t arg_int32(std::string_view arg, std::string_view what) {
   int32_t value = 0;

@@ -58,6 +58,9 @@ class Args {
 
 // Converts an argument to text; "\uXXXX" stands for that character.
 Text arg_text(std::string_view arg);
+// A file name as the system gave it: its bytes kept even where they are no
+// UTF-8, so the file is found (no "\uXXXX" escapes here).
+Text file_arg(std::string_view arg);
 // A whole number argument in the 32-bit range, else a UsageError naming `what`.
 int32_t arg_int32(std::string_view arg, std::string_view what);
 // A number argument with "." as decimal point ("2.5", "-1e-3"), or "inf",

@@ -133,7 +133,7 @@ void append_json_string(std::string& out, TextView text) {
 std::string error_text(int32_t error) { return " (error " + std::to_string(error) + ")"; }
 
 void open_for_reading(clsLoadSave& ls, const std::string& file) {
-  if (!ls.OpenFileA(arg_text(file), u"InPut")) {
+  if (!ls.OpenFileA(file_arg(file), u"InPut")) {
     throw Failure{"cannot open " + file + error_text(ls.last_error())};
   }
 }
@@ -266,7 +266,7 @@ void write(Args& args, std::ostream& out) {
   if (first < last && is_eof(records[last - 1], eof_member)) --last;
 
   clsLoadSave ls;
-  if (!ls.OpenFileA(arg_text(file), u"OutPut")) {
+  if (!ls.OpenFileA(file_arg(file), u"OutPut")) {
     throw Failure{"cannot save " + file + error_text(ls.last_error())};
   }
   ls.WriteFile_RevisionA();
@@ -291,7 +291,7 @@ void datafile_command(Args& args, std::ostream& out) {
 
 int32_t data_file_error(const std::string& file) {
   clsLoadSave ls;
-  if (!ls.OpenFileA(arg_text(file), u"InPut")) return ls.last_error();
+  if (!ls.OpenFileA(file_arg(file), u"InPut")) return ls.last_error();
   const Frame frame = read_frame(ls);
   return frame.damaged || !frame.has_revision || !frame.eof ? error_id::kDataFileDamaged : 0;
 }

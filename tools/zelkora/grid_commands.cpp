@@ -203,7 +203,7 @@ void grid_command(Args& args, std::ostream& out) {
       parse_script(lines, clsGridCell::Internals::row_tables(cell).rows, cell.lMaxTextIndex());
 
   Text add_data;
-  if (load && !cell.bLoadOrSaveData(u"Load", arg_text(*load), form_name, {}, add_data)) {
+  if (load && !cell.bLoadOrSaveData(u"Load", file_arg(*load), form_name, {}, add_data)) {
     // The number the datafile commands give the same file; a sound file of
     // another program is not this form's data file (2001) either.
     const int32_t error = data_file_error(*load);
@@ -243,7 +243,7 @@ void grid_command(Args& args, std::ostream& out) {
       }
     }
   }
-  if (save && !cell.bLoadOrSaveData(u"Save", arg_text(*save), form_name, {}, add_data)) {
+  if (save && !cell.bLoadOrSaveData(u"Save", file_arg(*save), form_name, {}, add_data)) {
     throw Failure{"cannot save the values of " + args[0] + " to " + *save + " (error " +
                   std::to_string(clsGridCell::Internals::load_save(cell).lLoadSaveMode(u"Save")) +
                   ")"};

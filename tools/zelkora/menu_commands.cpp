@@ -66,7 +66,7 @@ void menu_command(Args& args, std::ostream& out) {
   auto platform = std::make_shared<platform::Platform>(*platform::Platform::current());
   Text file;
   if (args.size() == 1) {
-    file = arg_text(args[0]);
+    file = file_arg(args[0]);
   } else {
     platform->ini = shipped_menu_ini(*platform);
     file = kShippedMenu;

@@ -65,7 +65,7 @@ void clsErrChr::GenMsgErrorX() {
   }
   const bool show = !message_ignore_;
   const TextView separator = show ? kShownSeparator : TextView();
-  Text title = show ? character_->tString(text_id::kInputErrorTitle) : Text();
+  Text title = show ? text_of(text_id::kInputErrorTitle) : Text();
   if (const checking::Composition* c = checking::find_composition(error_id_)) {
     const checking::MessageFields fields{error_id_, caption1_, value1_, caption2_, value2_};
     error_text_ =
@@ -98,13 +98,17 @@ void clsErrChr::ColumnNumberCheck(int32_t lError, int32_t lCount) {
   const int32_t required = lError == 4603002 ? 2 : lError == 4603003 ? 3 : 0;
   if (required != 0) {
     const bool too_many = lCount > required;
-    caption1_ = character_->tString(too_many ? text_id::kMoreThan : text_id::kFewerThan);
-    caption2_ = character_->tString(too_many ? text_id::kRemove : text_id::kAdd);
+    caption1_ = text_of(too_many ? text_id::kMoreThan : text_id::kFewerThan);
+    caption2_ = text_of(too_many ? text_id::kRemove : text_id::kAdd);
   }
   GenMsgErrorX();
 }
 
 // ---- Checks -------------------------------------------------------------------
+
+Text clsErrChr::text_of(int32_t id) const {
+  return clsCharacter::Internals::language_text_or_none(*character_, id);
+}
 
 Text clsErrChr::number_text(double value) {
   const double magnitude = std::fabs(value);
@@ -170,10 +174,9 @@ int32_t clsErrChr::check_numeric_entry(bool accept_list_items) {
     if (c.interval) {
       if (checking::within(c, *value)) continue;
       Text range = u"(";
-      range += character_->tString(c.lower_open ? text_id::kAboveWord : text_id::kNotBelowWord);
+      range += text_of(c.lower_open ? text_id::kAboveWord : text_id::kNotBelowWord);
       range += number_text(c.lower);
-      range +=
-          character_->tString(c.upper_open ? text_id::kAndBelowWord : text_id::kAndNotAboveWord);
+      range += text_of(c.upper_open ? text_id::kAndBelowWord : text_id::kAndNotAboveWord);
       range += number_text(c.upper);
       range += u")";
       caption2_ = range;
@@ -276,7 +279,7 @@ int32_t clsErrChr::CheckCboListErrW(int32_t lList, TextView tCaption, TextView T
 
 int32_t clsErrChr::CheckCboListErrX(Compare compare) {
   error_id_ = in_catalogue_list(value1_, compare) ? 0 : error_id::kNotInList;
-  caption2_ = character_->tString(text_id::kListItemsName);
+  caption2_ = text_of(text_id::kListItemsName);
   GenMsgErrorX();
   return error_id_;
 }
@@ -383,13 +386,13 @@ int32_t clsErrChr::GenCheckHntQdDj(TextView tC, bool bMsgIgnore) {
   // The numeric value of the grade: its leading number with "." ("C30" is 0,
   // "30abc" 30), whatever the user's decimal symbol.
   const std::optional<double> grade = frame::leading_value(tC);
-  const Text separator = character_->tString(text_id::kListSeparator);
-  for (const Text& item : split_text(character_->tString(text_id::kConcreteGrades), separator)) {
+  const Text separator = text_of(text_id::kListSeparator);
+  for (const Text& item : split_text(text_of(text_id::kConcreteGrades), separator)) {
     const std::optional<double> listed = frame::parse_number(item, frame::NumberSymbols{u'.', 0});
     if (grade && listed && *grade == *listed) return accept();
   }
-  GenMsgErrorW(error_id::kNotAGrade, character_->tString(text_id::kConcreteGradeCaption), tC, {},
-               {}, bMsgIgnore);
+  GenMsgErrorW(error_id::kNotAGrade, text_of(text_id::kConcreteGradeCaption), tC, {}, {},
+               bMsgIgnore);
   return error_id_;
 }
 

@@ -199,6 +199,8 @@ class clsErrChr {
   struct Internals;
 
  private:
+  // The catalogue text of `id` + lLanguage; empty where the sum overflows.
+  Text text_of(int32_t id) const;
   // The text of a number in a message.
   Text number_text(double value);
   // Clears the error and its message; returns 0.

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "zelkora/frame/character_internals.h"
+
 namespace zelkora::checking {
 
 namespace {
@@ -22,7 +24,7 @@ Text fill_text(const Fill& fill, const MessageFields& fields, const clsCharacter
     case FillKind::kLiteral:
       return Text(fill.literal);
     case FillKind::kCatalogue:
-      return chr.tString(fill.id);
+      return clsCharacter::Internals::language_text_or_none(chr, fill.id);
   }
   return {};
 }
@@ -52,7 +54,8 @@ Text compose_message(const Composition& c, const MessageFields& fields, const cl
   bool first = true;
   if (c.form == CompositionForm::kSplitEntry) {
     const MessageText& entry = c.texts[0];
-    const std::vector<Text> parts = split_text(chr.tString(entry.id), u"|");
+    const std::vector<Text> parts =
+        split_text(clsCharacter::Internals::language_text_or_none(chr, entry.id), u"|");
     for (std::size_t i = 0; i < parts.size(); ++i) {
       Text part = filled(parts[i], entry, fields, chr);
       if (i == 0) {
@@ -65,13 +68,14 @@ Text compose_message(const Composition& c, const MessageFields& fields, const cl
   }
   for (const MessageText& m : c.texts) {
     if (m.id == 0) break;
-    join(message, separator, filled(chr.tString(m.id), m, fields, chr), first);
+    join(message, separator,
+         filled(clsCharacter::Internals::language_text_or_none(chr, m.id), m, fields, chr), first);
   }
   if (c.form == CompositionForm::kErrorNumber) {
     const std::string digits = std::to_string(fields.error);
     message.append(digits.begin(), digits.end());
   }
-  if (title && c.title != 0) *title = chr.tString(c.title);
+  if (title && c.title != 0) *title = clsCharacter::Internals::language_text_or_none(chr, c.title);
   return message;
 }
 

@@ -1,5 +1,7 @@
 // Tests of the input checks: check expressions, two values, lists, grades, criteria.
 #include <gtest/gtest.h>
+
+#include <limits>
 #include "zelkora/checking/err_chr_internals.h"
 
 #include "zelkora/checking/cls_err_chr.h"
@@ -257,6 +259,25 @@ TEST(Lists, CallerListsCatalogueListsAndConcreteGrades) {
         << to_utf8(g.decimal) << " " << to_utf8(g.grade);
     EXPECT_EQ(message.empty(), g.error == 0);
     EXPECT_EQ(clsErrChr::Internals::caption1(*grade_checker), g.error ? u"混凝土的强度等级" : u"");
+  }
+}
+
+// With a language offset that overflows the catalogue's ids the texts are
+// missing, and the checks still answer with their numbers.
+TEST(Lists, ExtremeLanguageOffsetsNeverRaise) {
+  for (const int32_t offset :
+       {std::numeric_limits<int32_t>::max(), std::numeric_limits<int32_t>::min(), 1'000'000}) {
+    auto err = checker();
+    err->lLanguage(offset);
+    int32_t number = 0;
+    Text message;
+    EXPECT_NO_THROW(number = err->GenCheckCboEnterNumErrW(u"S>0", u"b", u"-1", true)) << offset;
+    EXPECT_NE(number, 0) << offset;
+    EXPECT_NO_THROW(number = err->CheckCboListErrW(1050, u"k", u"是", Compare::Binary, true));
+    EXPECT_EQ(number, 106) << offset;  // no list in reach: nothing is in it
+    EXPECT_NO_THROW(number = err->GenCheckHntQdDj(u"65", true, message));
+    EXPECT_EQ(number, 104) << offset;
+    EXPECT_EQ(err->GenCheckCboEnterNumErrW(u"S>0", u"b", u"250", true), 0) << offset;
   }
 }
 

@@ -90,7 +90,8 @@ std::vector<Text> clsCharacter::ComboBoxList(int32_t lList) const {
   }
   int32_t id = 0;
   if (__builtin_add_overflow(lList, text_id::kListBase, &id)) return {};
-  return split_text(tString(id), u"|");
+  // A list id that overflows with the offset is no list, as one past lMax is.
+  return split_text(language_text(id).value_or(TextView()), u"|");
 }
 
 }  // namespace zelkora

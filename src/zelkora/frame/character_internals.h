@@ -19,6 +19,12 @@ struct clsCharacter::Internals {
   static std::optional<TextView> catalogue_text(const clsCharacter& c, int32_t id) {
     return c.catalogue_->find(id);
   }
+  // The text of `id` + lLanguage as tString gives it, but a sum that
+  // overflows is a missing text (empty) instead of a fault: what the checks
+  // and messages read, which never raise.
+  static Text language_text_or_none(const clsCharacter& c, int32_t id) {
+    return Text(c.language_text(id).value_or(TextView()));
+  }
   static bool markup_switch(const clsCharacter& c) { return c.super_sub_; }
   // The squared and cubed signs in markup form (entries 13 and 14).
   static const Text& squared_sign_markup(const clsCharacter& c) {

@@ -217,7 +217,9 @@ class clsCharacter {
   Text tCFD(TextView tEnter, const frame::Variant& vVal = frame::Variant());
   // tOldText with the run of tLastChr at its end (one or more repetitions)
   // replaced by dChr repetitions; without such a run, dChr repetitions are
-  // appended.
+  // appended. dChr is rounded half to even to a 32-bit count: NaN or a value
+  // beyond that range is Fault(Overflow), which reaches the caller as the
+  // count conversion of the suite's programs would.
   Text tTurn_MultipleLastChr(TextView tOldText, TextView tLastChr, double dChr,
                              bool bIgnoreCase = false) const;
 
@@ -339,7 +341,10 @@ class clsCharacter {
   // strength, or 0.
   bool bSignEnter_SteelFy(TextView tText, double& dFy) const;
   bool bSignEnter_SteelFy(TextView tText) const;
-  // The standard diameter for an area shared by lGs bars.
+  // The standard diameter for an area shared by lGs bars. The Variant forms
+  // here read their argument as a number the way the suite's programs
+  // convert a Variant: a text that is no number is Fault(Conversion), which
+  // reaches the caller.
   double dGjDiameterFromAsW(double dAs, int32_t lGs = 1) const;
   frame::Variant dGjDiameterFromAs(const frame::Variant& dAs, int32_t lGs = 1) const;
   // dD rounded up to the standard series (above 50: to a whole number).

@@ -87,8 +87,15 @@ Text clsGridCell::tDefaultText(int32_t lRow) const {
   }
   const TextView current =
       has_item ? TextView(items_.current[static_cast<std::size_t>(item)]) : TextView();
-  return grid::default_text(rows_.default_field[row], character_->ComboBoxList(list), current,
-                            *character_);
+  try {
+    return grid::default_text(rows_.default_field[row], character_->ComboBoxList(list), current,
+                              *character_);
+  } catch (const Fault& fault) {
+    // A default that cannot be read names its layout and line, as every
+    // other damage of a layout does.
+    throw Fault(fault.kind(), rows_.place(lRow) + ": default " + to_utf8(rows_.default_field[row]) +
+                                  ": " + fault.what());
+  }
 }
 
 void clsGridCell::derive_default_texts() {

@@ -6,8 +6,11 @@
 #include "zelkora/grid/grid_cell_internals.h"
 
 #include <algorithm>
+#include <functional>
+#include <memory>
 
 #include "zelkora/grid/grid_test_support.h"
+#include "zelkora/platform/headless/memory_files.h"
 
 namespace zelkora::grid {
 namespace {
@@ -285,6 +288,38 @@ TEST(GridEditing, ValuesRoundTripThroughADataFile) {
     EXPECT_EQ(f.value(kRowDiameter), c.loads ? u"20" : u"16");
     EXPECT_EQ(f.bold(kRowCount), c.loads);
   }
+}
+
+// Every way the save of a form can fail (the N-th write for every N, the
+// commit, the open) leaves the previous file byte for byte, with 2003.
+TEST(GridEditing, FailedSavesLeaveThePreviousFile) {
+  TestForm f;
+  auto files = std::make_shared<platform::headless::MemoryFileService>();
+  f.platform->files = files;
+  clsGridCell& cell = f.build();
+  Text add;
+  ASSERT_TRUE(cell.bLoadOrSaveData(u"Save", u"beam.zks", u"clsBeamSteel", {}, add));
+  const std::optional<std::string> previous = files->bytes(u"beam.zks");
+  f.enter_type_leave(kRowWidth, u"300");
+  const int before = files->write_count();
+  ASSERT_TRUE(cell.bLoadOrSaveData(u"Save", u"probe.zks", u"clsBeamSteel", {}, add));
+  const int writes = files->write_count() - before;
+  ASSERT_GT(writes, 1);
+  std::vector<std::function<void()>> failures;
+  for (int n = 1; n <= writes; ++n) failures.emplace_back([&files, n] { files->fail_write_at(n); });
+  failures.emplace_back([&files] { files->fail_commit(true); });
+  failures.emplace_back([&files] { files->fail_open(true); });
+  for (std::size_t i = 0; i < failures.size(); ++i) {
+    failures[i]();
+    EXPECT_FALSE(cell.bLoadOrSaveData(u"Save", u"beam.zks", u"clsBeamSteel", {}, add)) << i;
+    EXPECT_EQ(clsGridCell::Internals::load_save(cell).last_error(), 2003) << i;
+    EXPECT_EQ(files->bytes(u"beam.zks"), previous) << i;
+    files->fail_write_at(0);
+    files->fail_commit(false);
+    files->fail_open(false);
+  }
+  ASSERT_TRUE(cell.bLoadOrSaveData(u"Save", u"beam.zks", u"clsBeamSteel", {}, add));
+  EXPECT_NE(files->bytes(u"beam.zks"), previous);
 }
 
 }  // namespace

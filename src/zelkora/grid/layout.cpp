@@ -143,7 +143,12 @@ std::optional<int32_t> layout_name_id(TextView name, const frame::Catalogue& cat
 RowTables read_layout(TextView text, std::string_view name, const frame::Catalogue& catalogue) {
   RowTables t;
   t.source = std::string(name);
-  const std::vector<Text> pieces = split_text(text, u"\r\n");
+  // Lines end in CR LF as the suite writes them, or in a bare LF as an
+  // editor on Linux leaves them: both read the same.
+  std::vector<Text> pieces = split_text(text, u"\n");
+  for (Text& piece : pieces) {
+    if (!piece.empty() && piece.back() == u'\r') piece.pop_back();
+  }
   const std::size_t bound = pieces.size() + 1;
   t.item.reserve(bound);
   t.descriptor.reserve(bound);

@@ -2,7 +2,8 @@
 // calculation form has, and what each row shows, offers, starts with and
 // checks.
 //
-// A *layout* is a GBK text of CR LF lines, one grid row a line, top to bottom:
+// A *layout* is a GBK text of CR LF lines (bare LF lines read the same), one
+// grid row a line, top to bottom:
 //
 //   -1,25000,   '''基本信息            a heading (item -1), descriptor 25000
 //   1,25502,          '''构件编号      item 1, descriptor 25502

@@ -72,15 +72,21 @@ TEST_F(Layouts, LineFieldsAreReadAsTheGridReadsThem) {
 }
 
 TEST_F(Layouts, SizesComeFromRowsAndHeadingsNotFromIndexes) {
-  Text text;
-  for (int i = 0; i < 40; ++i) {
-    text += i % 7 == 0 ? u"-1,25000\r\n   \r\n\r\n" : u"99,25502\r\n";  // 6 headings
+  // Lines end in CR LF, in bare LF (a layout edited on Linux), or in both.
+  for (const TextView eol : {u"\r\n", u"\n"}) {
+    Text text;
+    for (int i = 0; i < 40; ++i) {
+      const Text end(eol);
+      text += i % 7 == 0 ? u"-1,25000" + end + u"   " + end + (i == 7 ? u"\r\n" : end)
+                         : u"99,25502" + end;  // 6 headings
+    }
+    const RowTables t = read_layout(text, "T", cat);
+    EXPECT_EQ(t.rows, 40) << to_utf8(eol).size();
+    EXPECT_EQ(t.headings, 6);
+    EXPECT_EQ(t.max_item, 33);
+    EXPECT_EQ(t.line[2], 4);  // blank lines still count as lines
+    EXPECT_EQ(t.line[40], 52);
   }
-  const RowTables t = read_layout(text, "T", cat);
-  EXPECT_EQ(t.rows, 40);
-  EXPECT_EQ(t.headings, 6);
-  EXPECT_EQ(t.max_item, 33);
-  EXPECT_EQ(t.line[2], 4);  // blank lines still count as lines
   EXPECT_EQ(read_layout(u"", "T", cat).max_item, -1);
 }
 
@@ -219,6 +225,13 @@ TEST_F(Layouts, FormRowsFillTheTablesAndSwapToItemsWithoutALayout) {
             }),
             kIndex);  // item 2 beyond lMax 0
   EXPECT_EQ(fault_of([&] { bad.tDefaultText(9); }), kIndex);
+
+  // A default that does not fit names the row it is in.
+  clsGridCell too_big(p);
+  too_big.LetGridCellText({u"", u"100|1002|1|0|99999999999|S>0|0"}, {false, false}, 1, 0);
+  const auto [kind, message] = fault_and_message([&] { too_big.tDefaultText(1); });
+  EXPECT_EQ(kind, test_support::kOverflow);
+  EXPECT_EQ(message.rfind("the form's row 1: default 99999999999: ", 0), 0u) << message;
 }
 
 TEST_F(Layouts, BeamLayoutReadsIntoRowAndItemTables) {

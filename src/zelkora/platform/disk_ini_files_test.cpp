@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "zelkora/platform/scratch_folder_test_support.h"
@@ -42,6 +44,26 @@ TEST_F(DiskIniFilesTest, ReadsGbkFile) {
   EXPECT_EQ(read(u"Options", u"Long", "zk.ini"), u"ab" + Text(254, u'结'));
   EXPECT_EQ(read(u"结构", u"名称", "zk.ini"), u"4\uE00220");
   EXPECT_EQ(read(u"Options", u"None", "zk.ini", u" d  "), u" d");
+}
+
+// A file is parsed once; what others change is seen after a look at its
+// stamp (within 50 ms), also a change of the same size in the same tick of
+// the clock (within half a second); what the library writes at once.
+TEST_F(DiskIniFilesTest, KeptFilesFollowEveryChange) {
+  using namespace std::chrono_literals;
+  put("zk.ini", "[a]\r\nk=1\r\n");
+  EXPECT_EQ(read(u"a", u"k", "zk.ini"), u"1");
+  put("zk.ini", "[a]\r\nk=22\r\n");
+  std::this_thread::sleep_for(60ms);
+  EXPECT_EQ(read(u"a", u"k", "zk.ini"), u"22");
+  put("zk.ini", "[a]\r\nk=33\r\n");  // the same size, maybe the same tick
+  std::this_thread::sleep_for(600ms);
+  EXPECT_EQ(read(u"a", u"k", "zk.ini"), u"33");
+  ASSERT_TRUE(ini_.write(u"a", u"k", u"4", file("zk.ini")));
+  EXPECT_EQ(read(u"a", u"k", "zk.ini"), u"4");
+  fs::remove(folder_ / "zk.ini");
+  std::this_thread::sleep_for(60ms);
+  EXPECT_EQ(read(u"a", u"k", "zk.ini", u"gone"), u"gone");
 }
 
 TEST_F(DiskIniFilesTest, MissingOrUnreadableFileGivesDefault) {

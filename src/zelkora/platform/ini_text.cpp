@@ -1,6 +1,7 @@
 // The private-profile rules on the text of an INI file.
 #include "zelkora/platform/ini_text.h"
 
+#include <utility>
 #include <vector>
 
 #include "zelkora/platform/codepage.h"
@@ -134,6 +135,20 @@ Place locate(TextView content, TextView section, TextView key, bool every_key_li
   return place;
 }
 
+// A name as the comparisons see it: without its blanks and tabs, folded.
+Text folded_name(TextView name) {
+  Text out(trim_spaces(name));
+  for (char16_t& c : out) c = fold_case(c);
+  return out;
+}
+
+// What the classic read hands back: the value, or the default without its
+// trailing blanks, cut to fit the read buffer.
+Text fitted_read(std::optional<TextView> found, TextView default_value) {
+  const TextView value = found ? *found : trim_right(default_value);
+  return Text(value.substr(0, codepage::prefix_fitting(value, kReadBufferSize - 1)));
+}
+
 TextView line_end_of(TextView content, LineEnd fallback) {
   const std::size_t lf = content.find(u'\n');
   if (lf == TextView::npos) return fallback == LineEnd::CrLf ? u"\r\n" : u"\n";
@@ -161,9 +176,35 @@ std::optional<TextView> find_value(TextView content, TextView section, TextView 
 }
 
 Text read_profile_string(TextView content, TextView section, TextView key, TextView default_value) {
-  const std::optional<TextView> found = find_value(content, section, key);
-  const TextView value = found ? *found : trim_right(default_value);
-  return Text(value.substr(0, codepage::prefix_fitting(value, kReadBufferSize - 1)));
+  return fitted_read(find_value(content, section, key), default_value);
+}
+
+Index::Index(Text content) : content_(std::move(content)) {
+  const TextView all = content_;
+  Lines lines(all);
+  Line line;
+  std::unordered_map<Text, TextView>* keys = nullptr;  // of the section read, if first
+  while (lines.next(line)) {
+    const Parsed p = parse(all, line);
+    if (p.kind == Kind::Section) {
+      auto [at, first] = sections_.try_emplace(folded_name(p.name));
+      keys = first ? &at->second : nullptr;
+    } else if (p.kind == Kind::Key && keys) {
+      keys->try_emplace(folded_name(p.name), unquote(p.value));
+    }
+  }
+}
+
+std::optional<TextView> Index::find_value(TextView section, TextView key) const {
+  const auto at = sections_.find(folded_name(section));
+  if (at == sections_.end()) return std::nullopt;
+  const auto value = at->second.find(folded_name(key));
+  if (value == at->second.end()) return std::nullopt;
+  return value->second;
+}
+
+Text Index::read_profile_string(TextView section, TextView key, TextView default_value) const {
+  return fitted_read(find_value(section, key), default_value);
 }
 
 bool can_store(TextView section, TextView key, std::optional<TextView> value) {

@@ -25,6 +25,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <unordered_map>
 
 #include "zelkora/platform/text.h"
 
@@ -43,6 +44,27 @@ inline constexpr std::size_t kReadBufferSize = 512;
 // cut to the longest start that fits the read buffer (at most 511 bytes in
 // code page 936, never half of a double-byte character).
 Text read_profile_string(TextView content, TextView section, TextView key, TextView default_value);
+
+// A content parsed once for many reads: the same answers as find_value and
+// read_profile_string, each read a lookup (the names folded once) instead of
+// a pass over the content. Neither copied nor moved: its answers are views
+// into the content it owns.
+class Index {
+ public:
+  explicit Index(Text content);
+  Index(const Index&) = delete;
+  Index& operator=(const Index&) = delete;
+
+  std::optional<TextView> find_value(TextView section, TextView key) const;
+  Text read_profile_string(TextView section, TextView key, TextView default_value) const;
+  const Text& content() const { return content_; }
+
+ private:
+  Text content_;
+  // The first section of each name, folded, and in it the first line of
+  // each key, folded: the value without its quotes.
+  std::unordered_map<Text, std::unordered_map<Text, TextView>> sections_;
+};
 
 // The line end that `edit` writes into new lines.
 enum class LineEnd { CrLf, Lf };

@@ -14,12 +14,33 @@ using Native = std::filesystem::path::string_type;
 template <class String>
 constexpr bool kWide = std::is_same_v<typename String::value_type, wchar_t>;
 
+// A low surrogate U+DC80..U+DCFF not preceded by a high one: a byte of a
+// name that was no UTF-8, kept by text_from_system_name.
+bool is_escaped_byte(TextView text, std::size_t i) {
+  const char16_t c = text[i];
+  if (c < 0xDC80 || c > 0xDCFF) return false;
+  return i == 0 || text[i - 1] < 0xD800 || text[i - 1] > 0xDBFF;
+}
+
+std::string bytes_of(TextView text) {
+  std::string out;
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (!is_escaped_byte(text, i)) continue;
+    out += to_utf8(text.substr(start, i - start));
+    out.push_back(static_cast<char>(text[i] - 0xDC00));
+    start = i + 1;
+  }
+  out += to_utf8(text.substr(start));
+  return out;
+}
+
 template <class String>
 String native_of(TextView text) {
   if constexpr (kWide<String>) {
     return String(text.begin(), text.end());
   } else {
-    return to_utf8(text);
+    return bytes_of(text);
   }
 }
 
@@ -46,11 +67,22 @@ Text text_of(const String& native) {
   if constexpr (kWide<String>) {
     return Text(native.begin(), native.end());
   } else {
-    return from_utf8(native);
+    return text_from_system_name(native);
   }
 }
 
 }  // namespace
+
+Text text_from_system_name(std::string_view name) {
+  Text out;
+  std::size_t at = 0;
+  std::size_t bad = 0;
+  while (!append_utf8(name.substr(at), out, &bad)) {
+    out.push_back(static_cast<char16_t>(0xDC00 + static_cast<unsigned char>(name[at + bad])));
+    at += bad + 1;
+  }
+  return out;
+}
 
 std::filesystem::path path_from_text(TextView text) {
   return std::filesystem::path(native_of<Native>(text));

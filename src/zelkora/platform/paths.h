@@ -16,6 +16,13 @@
 namespace zelkora::platform {
 
 std::filesystem::path path_from_text(TextView text);
+
+// A name as a system that spells names in bytes hands it over (a program's
+// arguments, a folder's entries): its UTF-8, each byte that is no UTF-8
+// kept as the lone surrogate U+DC80 + byte, which path_from_text turns back
+// into that byte. So a file whose name is not UTF-8 is still found, and a
+// file made from such a name gets exactly that name.
+Text text_from_system_name(std::string_view name);
 std::filesystem::path path_from_utf8(std::string_view utf8);
 
 // The path as the system spells it (with "\\" on Windows).

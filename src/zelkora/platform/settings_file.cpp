@@ -1,19 +1,16 @@
 // The per-user settings store as a UTF-8 INI file.
 #include "zelkora/platform/settings_file.h"
 
-#include <algorithm>
-#include <chrono>
 #include <string>
 #include <utility>
 
 #include "zelkora/platform/ini_text.h"
 #include "zelkora/platform/paths.h"
+#include "zelkora/platform/whole_file.h"
 
 namespace zelkora::platform {
 
 namespace {
-
-constexpr std::int64_t kSettledAfterNs = 2'000'000'000;
 
 Text section_name(TextView application, TextView section) {
   Text name;
@@ -75,20 +72,13 @@ std::optional<Text> SettingsFile::get(TextView application, TextView section, Te
   if (!cached_ || !settled_ || now != stamp_) {
     FileStamp read_stamp = now.value_or(FileStamp{});
     Loaded loaded = load(&read_stamp);
-    content_ = std::move(loaded.content);
     stamp_.reset();
     if (loaded.state != State::Missing) stamp_ = read_stamp;
     cached_ = true;
-    // File times are coarse: a change made in the same tick as the one just
-    // read would leave the stamp as it is. Only a file that has been still
-    // for a while is taken from the cache.
-    const std::int64_t now_ns = std::chrono::duration_cast<std::chrono::nanoseconds>(
-                                    std::chrono::system_clock::now().time_since_epoch())
-                                    .count();
-    settled_ =
-        !stamp_ || std::max(stamp_->modified_ns, stamp_->changed_ns) < now_ns - kSettledAfterNs;
+    settled_ = is_settled(stamp_);
+    index_ = std::make_unique<const ini::Index>(std::move(loaded.content));
   }
-  const std::optional<TextView> value = ini::find_value(content_, name, key);
+  const std::optional<TextView> value = index_->find_value(name, key);
   if (!value) return std::nullopt;
   return Text(*value);
 }
@@ -97,6 +87,8 @@ bool SettingsFile::set(TextView application, TextView section, TextView key, Tex
   if (path_.empty()) return false;
   const Text name = section_name(application, section);
   if (!ini::can_store(name, key, value)) return false;
+  // The file is UTF-8: a lone surrogate would come back as U+FFFD.
+  if (!is_well_formed(name) || !is_well_formed(key) || !is_well_formed(value)) return false;
   std::lock_guard<std::mutex> lock(mutex_);
   const Loaded loaded = load(nullptr);
   if (loaded.state == State::Unusable) return false;

@@ -23,10 +23,12 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string_view>
 
+#include "zelkora/platform/ini_text.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/whole_file.h"
 
@@ -65,9 +67,9 @@ class SettingsFile final : public SettingsStore {
 
   mutable std::mutex mutex_;
   mutable bool cached_ = false;
-  mutable bool settled_ = false;            // the cached file had not changed lately
-  mutable std::optional<FileStamp> stamp_;  // of the cached state; nothing when missing
-  mutable Text content_;                    // the cached content
+  mutable bool settled_ = false;                     // the cached file had not changed lately
+  mutable std::optional<FileStamp> stamp_;           // of the cached state; nothing when missing
+  mutable std::unique_ptr<const ini::Index> index_;  // the cached content, parsed
   mutable std::optional<FileStamp> reported_;
 };
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "zelkora/platform/scratch_folder_test_support.h"
@@ -95,8 +96,19 @@ TEST_F(SettingsFileTest, SetWritesUtf8CreatingFoldersAndKeepsTheRest) {
   ASSERT_TRUE(settings.set(kApp, u"Options", u"名称", u"钢筋"));
   EXPECT_EQ(bytes(), "[Zelkora 结构快速设计/Options]\n1cboOpt=2\n名称=钢筋\n");
   EXPECT_EQ(settings.get(kApp, u"OPTIONS", u"名称"), u"钢筋");
-  EXPECT_FALSE(settings.set(kApp, u"Options", u"k", u"two\nlines"));
+  // What the file cannot give back as it was is refused: a line break, a
+  // lone surrogate anywhere; a pair (a character beyond the BMP) is kept.
+  for (const auto& [key, value] : {std::pair<TextView, TextView>{u"k", u"two\nlines"},
+                                   {u"k",
+                                    u"a\xD800"
+                                    u"b"},
+                                   {u"k", u"\xDC00"},
+                                   {u"k\xDBFF", u"1"}}) {
+    EXPECT_FALSE(settings.set(kApp, u"Options", key, value)) << to_utf8(value);
+  }
   EXPECT_EQ(settings.get(kApp, u"Options", u"k"), std::nullopt);
+  ASSERT_TRUE(settings.set(kApp, u"Options", u"pair", u"\xD840\xDC0B"));
+  EXPECT_EQ(settings.get(kApp, u"Options", u"pair"), u"\xD840\xDC0B");
 
   put("# mine\r\n[App/S]\r\nk = 1\r\n\r\n[App/T]\r\n");
   ASSERT_TRUE(settings.set(u"app", u"s", u"K", u"2"));

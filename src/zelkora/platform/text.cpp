@@ -168,6 +168,18 @@ std::string to_utf8(TextView text) {
   return out;
 }
 
+bool is_well_formed(TextView text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char16_t c = text[i];
+    if (c < 0xD800 || c > 0xDFFF) continue;
+    if (c > 0xDBFF || i + 1 == text.size() || text[i + 1] < 0xDC00 || text[i + 1] > 0xDFFF) {
+      return false;
+    }
+    ++i;
+  }
+  return true;
+}
+
 TextView trim_left(TextView text) {
   std::size_t b = 0;
   while (b < text.size() && is_blank(text[b])) ++b;

@@ -34,6 +34,10 @@ bool append_utf8(std::string_view utf8, Text& out, std::size_t* bad_offset = nul
 // Converts UTF-16 to UTF-8. A lone surrogate becomes U+FFFD.
 std::string to_utf8(TextView text);
 
+// Whether every surrogate of the text is half of a pair, so that it goes to
+// UTF-8 and back unchanged.
+bool is_well_formed(TextView text);
+
 // ---- Blanks ----------------------------------------------------------------
 // A blank is the space character U+0020 only, as in the suite's trimming.
 

@@ -2,8 +2,18 @@
 #include "zelkora/platform/whole_file.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace zelkora::platform {
+
+bool is_settled(const std::optional<FileStamp>& stamp) {
+  constexpr std::int64_t kSettledAfterNs = 2'000'000'000;
+  if (!stamp) return true;
+  const std::int64_t now_ns = std::chrono::duration_cast<std::chrono::nanoseconds>(
+                                  std::chrono::system_clock::now().time_since_epoch())
+                                  .count();
+  return std::max(stamp->modified_ns, stamp->changed_ns) < now_ns - kSettledAfterNs;
+}
 
 ReadStatus read_whole(const ReadAt& read_at, std::uint64_t size_hint, std::size_t max_size,
                       std::string& bytes) {

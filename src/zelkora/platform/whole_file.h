@@ -31,6 +31,12 @@ struct FileStamp {
 // The stamp of the file at `path`, or nothing when there is no file there.
 std::optional<FileStamp> file_stamp(const std::filesystem::path& path);
 
+// Whether a file read with this stamp (nothing: there was no file) may be
+// kept while its stamp stays the same. File times are coarse: a change made
+// in the same tick as the state just read would leave the stamp as it is, so
+// only a file that has been still for two seconds is settled.
+bool is_settled(const std::optional<FileStamp>& stamp);
+
 enum class ReadStatus {
   Ok,
   Missing,  // no file at that path

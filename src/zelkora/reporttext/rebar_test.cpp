@@ -257,6 +257,7 @@ TEST(Diameter, RoundedUpToTheSeries) {
   for (const auto& [d, expected] : cases) EXPECT_EQ(chr.dGjDiameterQzW(d), expected) << d;
   EXPECT_TRUE(std::isnan(chr.dGjDiameterQzW(std::nan(""))));
   EXPECT_EQ(chr.dGjDiameterQz(Variant(u"20,1")), Variant(22.0));
+  EXPECT_EQ(fault_of([&] { chr.dGjDiameterQz(Variant(u"x")); }), kConversion);
 }
 
 TEST(Diameter, FromArea) {
@@ -274,6 +275,7 @@ TEST(Diameter, FromArea) {
     EXPECT_EQ(chr.dGjDiameterFromAsW(c.as, c.bars), c.d) << c.as << " / " << c.bars;
   }
   EXPECT_EQ(chr.dGjDiameterFromAs(Variant(u"314")), Variant(20.0));
+  EXPECT_EQ(fault_of([&] { chr.dGjDiameterFromAs(Variant(u"abc")); }), kConversion);
 }
 
 TEST(Diameter, StepsUpAndDown) {

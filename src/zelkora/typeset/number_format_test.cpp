@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/platform/fault_test_support.h"
 #include "zelkora/platform/headless/headless.h"
 
 namespace zelkora {
@@ -228,6 +229,12 @@ TEST(Fmt, RepeatedLastCharacter) {
     EXPECT_EQ(to_utf8(chr.tTurn_MultipleLastChr(c.text, c.last, c.count, c.ignore_case)),
               to_utf8(c.out))
         << to_utf8(c.text);
+  }
+  // A count that is no 32-bit number reaches the caller as an overflow.
+  for (const double count : {std::nan(""), 1e18, -1e18}) {
+    EXPECT_EQ(test_support::fault_of([&] { chr.tTurn_MultipleLastChr(u"a", u"。", count); }),
+              test_support::kOverflow)
+        << count;
   }
 }
 

@@ -12,9 +12,14 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 
 #include "zelkora/platform/platform.h"
+
+namespace zelkora::platform::ini {
+class Index;
+}  // namespace zelkora::platform::ini
 
 namespace zelkora::platform::headless {
 
@@ -31,7 +36,8 @@ class MemoryIniFiles final : public IniFiles {
   bool remove(TextView file);
 
  private:
-  std::map<Text, Text, std::less<>> files_;
+  // Each file parsed as it is stored: a read is a lookup.
+  std::map<Text, std::shared_ptr<const ini::Index>, std::less<>> files_;
 };
 
 }  // namespace zelkora::platform::headless

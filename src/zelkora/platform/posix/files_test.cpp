@@ -20,6 +20,7 @@
 #include "zelkora/datafile/record_file.h"
 #include "zelkora/platform/disk_ini_files.h"
 #include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/paths.h"
 #include "zelkora/platform/scratch_folder_test_support.h"
 
 namespace zelkora::platform::posix {
@@ -157,6 +158,29 @@ TEST(PosixFiles, KilledOrFullSaveLeavesTheOldFile) {
   std::vector<std::string> names = dir.names();
   std::erase_if(names, [](const std::string& n) { return n.starts_with(".p.zks."); });
   EXPECT_EQ(names, (std::vector<std::string>{"p.zk$", "p.zks", "zk.ini"}));
+}
+
+// A name that is no UTF-8, as a program's arguments or a folder's entries
+// hand it over, finds its file, and a file saved under it gets exactly it.
+TEST(PosixFiles, NamesThatAreNoUtf8KeepTheirBytes) {
+  test_support::ScratchFolder dir("zk-posix");
+  auto platform = Platform::headless();
+  platform->files = posix_file_service();
+  for (const std::string name : {"a\xFF.zks", "\xE6\xA2\x81\xFE.zks", "\xED\xA0\x80.zks"}) {
+    const std::string bytes = (dir.path() / name).native();
+    const Text text = text_from_system_name(bytes);
+    EXPECT_EQ(path_from_text(text).native(), bytes);
+    clsLoadSave ls(platform);
+    ASSERT_TRUE(ls.OpenFileA(text, u"OutPut"));
+    ls.WriteFileOneA(1, u"梁");
+    ASSERT_TRUE(ls.WriteFileEofAndCloseFileA());
+    EXPECT_TRUE(fs::exists(fs::path(bytes))) << name;
+    ASSERT_TRUE(ls.OpenFileA(text, u"InPut")) << name;
+    EXPECT_EQ(text_from_path(fs::path(bytes)), text);
+  }
+  // Valid UTF-8 and pairs of surrogates read as they always did.
+  EXPECT_EQ(text_from_system_name("梁\xF0\xA0\x80\x8B"), u"梁\U0002000B");
+  EXPECT_EQ(path_from_text(u"梁\U0002000B").native(), "梁\xF0\xA0\x80\x8B");
 }
 
 }  // namespace
