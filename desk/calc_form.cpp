@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -18,6 +19,7 @@
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/grid_appearance.h"
+#include "zelkora/grid/row_facts.h"
 #include "zelkora/typeset/markup.h"
 
 namespace zelkora::desk {
@@ -168,6 +170,7 @@ void CalcForm::build_actions() {
   QMenu* file_menu = menuBar()->addMenu(QStringLiteral("文件"));
   QMenu* edit_menu = menuBar()->addMenu(QStringLiteral("编辑"));
   QMenu* calc_menu = menuBar()->addMenu(QStringLiteral("计算"));
+  QMenu* help_menu = menuBar()->addMenu(QStringLiteral("帮助"));
   for (const auto& a : kActions) {
     auto* action = new QAction(QString::fromUtf8(a.text), this);
     if (!a.keys.isEmpty()) action->setShortcut(a.keys);
@@ -197,6 +200,58 @@ void CalcForm::build_actions() {
   });
   action(Action::kSaveReport)->setEnabled(false);
   build_edit_actions(edit_menu, toolbar);
+
+  QMenu* recent = new QMenu(QStringLiteral("最近的工程"), file_menu);
+  recent->setObjectName(QStringLiteral("recent"));
+  file_menu->insertMenu(action(Action::kDefaults), recent);
+  file_menu->insertSeparator(action(Action::kDefaults));
+  connect(recent, &QMenu::aboutToShow, this, [this, recent] { fill_recent_menu(recent); });
+  fill_recent_menu(recent);
+
+  auto* help = new QAction(QStringLiteral("帮助"), this);
+  help->setShortcut(QKeySequence::HelpContents);
+  help->setShortcutContext(Qt::WindowShortcut);
+  help_menu->addAction(help);
+  actions_.push_back(help);
+  connect(help, &QAction::triggered, this, [this] { show_help(); });
+}
+
+void CalcForm::fill_recent_menu(QMenu* menu) {
+  menu->clear();
+  const std::vector<Text> files = recent_files();
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const QString file = to_qstring(files[i]);
+    QAction* entry = menu->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(file));
+    connect(entry, &QAction::triggered, this, [this, file] { open_file(file); });
+  }
+  if (files.empty()) menu->addAction(QStringLiteral("（无）"))->setEnabled(false);
+}
+
+std::vector<Text> CalcForm::recent_files() const {
+  return clsCharacter(platform_).tHistoryFiles(Text(program_.menu_key));
+}
+
+void CalcForm::remember_file(const QString& file) {
+  const QString path = QFileInfo(file).absoluteFilePath();
+  clsCharacter(platform_).bHistoryAdd(Text(program_.menu_key),
+                                      to_text(QDir::toNativeSeparators(path)));
+}
+
+bool CalcForm::show_help() {
+  Text topic;
+  const int32_t row = cell().lCurrentRow();
+  for (const grid::RowFacts& facts : grid::row_facts(cell())) {
+    if (facts.row == row && facts.item >= 0) {
+      topic = Text(trim(typeset::strip_fields_and_markup(facts.caption))) + u".htm";
+    }
+  }
+  if (clsCharacter(platform_).bShowHelp(topic)) return true;
+  const bool missing = platform_->suite->full_path(u"Zelkora.chm").empty();
+  const Text why = missing ? Text(u"找不到帮助文件 Zelkora.chm，本程序没有帮助。")
+                           : Text(u"帮助文件 Zelkora.chm 无法打开：系统没有能打开它的程序。");
+  statusBar()->showMessage(to_qstring(why), 10000);
+  platform_->messages->warning(why, u"帮助");
+  return false;
 }
 
 QString CalcForm::chosen_file(bool saving, const QString& filter) {
@@ -266,6 +321,7 @@ bool CalcForm::open_file(const QString& file) {
   values_changed();
   file_ = file;
   mark_changed(false);
+  remember_file(file);
   statusBar()->showMessage(QStringLiteral("已打开 ") + file, 5000);
   return true;
 }
@@ -280,6 +336,7 @@ bool CalcForm::save_file(const QString& file) {
   }
   file_ = file;
   mark_changed(false);
+  remember_file(file);
   statusBar()->showMessage(QStringLiteral("已保存 ") + file, 5000);
   return true;
 }
@@ -310,7 +367,9 @@ void CalcForm::calculate() {
   report_lines_ = beam_report(values, chr);
   Text html;
   for (const Text& line : report_lines_) {
-    html += u"<p>" + typeset::markup_to_html(with_grade_letters(line)) + u"</p>";
+    // Blanks centre the title and indent continuation lines: they are kept.
+    html += u"<p style=\"white-space:pre-wrap\">" +
+            typeset::markup_to_html(with_grade_letters(line)) + u"</p>";
   }
   report_->setHtml(to_qstring(html));
   action(Action::kSaveReport)->setEnabled(true);

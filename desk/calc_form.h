@@ -1,12 +1,12 @@
 // A calculation form of the desktop program: the property grid of its
 // layout with the title box under it (placed by Form_Resize), a toolbar and
-// menus (File: New, Open, Save, Save As, Defaults; Edit: Undo, Redo, Copy,
-// Paste, Reset to default, Next error, Find; Calculate: Calculate, Save
-// report), the form's rules for the items that do not apply, and, for the
-// beam, the report of its calculation. A value is checked with its row's
-// check expression when its cell is left: a refused value is explained in a
-// numbered message, the cell gets its text back and keeps the focus, is
-// marked until mended, and the status line counts the refused values.
+// menus (File: New, Open, Save, Save As, Defaults and the recent projects
+// of the program from the suite's history; Edit: Undo, Redo, Copy, Paste,
+// Reset to default, Next error, Find; Calculate: Calculate, Save report;
+// Help: the help of the current row, F1), the form's rules for the items that do not apply, and,
+// for the beam, the report of its calculation. A value is checked with its row's check expression
+// when its cell is left: a refused value is explained in a numbered message, the cell gets its text
+// back and keeps the focus, is marked until mended, and the status line counts the refused values.
 //
 // Over the grid a filter box with two toggles (changed from default,
 // refused) keeps the matching rows. The view (unfolded headings and groups,
@@ -51,6 +51,7 @@ class CalcForm : public QMainWindow, public platform::GridForm {
     kResetRow,
     kNextRefused,
     kFind,
+    kHelp,
   };
 
   CalcForm(std::shared_ptr<const platform::Platform> platform, const Program& program,
@@ -86,6 +87,14 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   void load_defaults();
   void calculate();
   bool save_report(const QString& file);
+  // The program's recent project files, newest first, as the File menu
+  // lists them.
+  std::vector<Text> recent_files() const;
+  // The suite's help at the page of the current row's caption: its plain
+  // text and ".htm" ("截面宽度 b.htm"), or at the start of the help on a
+  // heading. Without the help file, or where it cannot be shown, the status
+  // line and a message say so; false then.
+  bool show_help();
 
   // The Edit menu.
   bool undo();
@@ -125,6 +134,10 @@ class CalcForm : public QMainWindow, public platform::GridForm {
 
   void build_actions();
   void build_edit_actions(QMenu* menu, QToolBar* toolbar);
+  // Fills the recent-projects menu from the history as it is now.
+  void fill_recent_menu(QMenu* menu);
+  // Puts the project file at the top of the program's history.
+  void remember_file(const QString& file);
   QWidget* build_filter_bar(QWidget* parent);
   // After a value changed: the undo step (unless `step` is false), the
   // marks of refused values and their count, the filter and the actions'

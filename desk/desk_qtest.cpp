@@ -8,7 +8,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
 #include <QStatusBar>
@@ -20,6 +22,7 @@
 #include "desk/desk_app.h"
 #include "desk/main_window.h"
 #include "desk/script.h"
+#include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/memory_settings.h"
 
 namespace zelkora::desk {
@@ -494,6 +497,47 @@ class DeskTest : public QObject {
     // A row never entered is described too.
     QAccessibleInterface* other = table->tableInterface()->cellAt(kRowMoment, 3);
     QCOMPARE(other->text(QAccessible::Name), QStringLiteral("弯矩设计值 M"));
+  }
+
+  // The File menu lists the program's recent projects, newest first, and
+  // opens them; F1 opens the help at the current row's caption, or says
+  // plainly that there is none.
+  void recentProjectsAndHelp() {
+    DeskApp app;
+    auto suite = std::make_shared<platform::headless::MemorySuiteServices>();
+    auto help = std::make_shared<platform::headless::RecordingHelpViewer>();
+    auto messages = std::make_shared<platform::headless::RecordingMessageBox>();
+    app.platform()->suite = suite;
+    app.platform()->help = help;
+    app.platform()->messages = messages;
+    CalcForm& form = beam(app);
+    QTemporaryDir dir;
+    const QString first = dir.filePath(QStringLiteral("一号.zks"));
+    const QString second = dir.filePath(QStringLiteral("二号.zks"));
+    QVERIFY(form.save_file(first));
+    run(app, {QStringLiteral("edit 10 300")});
+    QVERIFY(form.save_file(second));
+    QVERIFY(form.open_file(first));
+    const std::vector<Text> recent = form.recent_files();
+    QCOMPARE(recent.size(), std::size_t{2});
+    QCOMPARE(to_qstring(recent[0]), QDir::toNativeSeparators(first));
+    QMenu* menu = form.findChild<QMenu*>(QStringLiteral("recent"));
+    QVERIFY(menu);
+    emit menu->aboutToShow();
+    QCOMPARE(menu->actions().size(), 2);
+    QVERIFY(menu->actions()[1]->text().endsWith(QStringLiteral("二号.zks")));
+    menu->actions()[1]->trigger();
+    QCOMPARE(form.file(), QDir::toNativeSeparators(second));
+    QCOMPARE(item_text(form, 10), QStringLiteral("300"));
+
+    run(app, {QStringLiteral("click 8 3"), QStringLiteral("key F1")});
+    QCOMPARE(messages->shown.size(), std::size_t{1});
+    QVERIFY(form.statusBar()->currentMessage().contains(QStringLiteral("找不到帮助文件")));
+    suite->suite_files[u"Zelkora.chm"] = u"/suite/Zelkora.chm";
+    run(app, {QStringLiteral("key F1")});
+    QCOMPARE(help->requests.size(), std::size_t{1});
+    QCOMPARE(to_qstring(help->requests[0].topic), QStringLiteral("梁的截面宽度 b.htm"));
+    QCOMPARE(messages->shown.size(), std::size_t{1});
   }
 };
 

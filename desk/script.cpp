@@ -94,14 +94,16 @@ KeyPress key_of(const QString& name) {
       {QStringLiteral("Up"), {Qt::Key_Up, Qt::NoModifier}},
       {QStringLiteral("Down"), {Qt::Key_Down, Qt::NoModifier}},
       {QStringLiteral("Alt+Down"), {Qt::Key_Down, Qt::AltModifier}},
+      {QStringLiteral("F1"), {Qt::Key_F1, Qt::NoModifier}},
       {QStringLiteral("F2"), {Qt::Key_F2, Qt::NoModifier}},
       {QStringLiteral("F4"), {Qt::Key_F4, Qt::NoModifier}},
       {QStringLiteral("F8"), {Qt::Key_F8, Qt::NoModifier}},
   };
   const auto it = kKeys.find(name);
   if (it == kKeys.end()) {
-    throw StepError("unknown key \"" + name.toStdString() +
-                    "\" (Enter, Tab, Shift+Tab, Space, Escape, Up, Down, Alt+Down, F2, F4, F8)");
+    throw StepError(
+        "unknown key \"" + name.toStdString() +
+        "\" (Enter, Tab, Shift+Tab, Space, Escape, Up, Down, Alt+Down, F1, F2, F4, F8)");
   }
   return *it;
 }

@@ -12,7 +12,7 @@
 //   click ROW COL         click a cell of the form's grid (the menu's when no
 //                         form is open)
 //   key NAME              press Enter, Tab, Shift+Tab, Space, Escape, Up,
-//                         Down, Alt+Down, F2, F4 or F8
+//                         Down, Alt+Down, F1, F2, F4 or F8
 //   undo, redo            press Ctrl+Z, Ctrl+Y in the grid
 //   filter [TEXT]         click the filter box, replace its text by typing
 //                         (nothing: clear it)

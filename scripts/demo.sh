@@ -43,6 +43,15 @@ show width "f_ub(a)ub_ ＝ 1.0"
 show split "弯矩设计值 M ＝ 123.456kN·m，剪力设计值 V ＝ 45.6kN，轴力设计值 N ＝ 1200.0kN，偏心距 e_ub(0)ub_ ＝ 102.9mm" "，" --indent 2 --indent-add 4
 show cell 3.14159265 10 --spaces 1
 
+echo; echo "# Report headings, equations and tables of the codes:"
+show header 钢筋混凝土梁配筋计算 --project 三号楼 --standards 59899,59009 --date 2026-11-25
+show label serial 11
+show label serial2 101
+show label roman 3
+show equation "M ＝ 1.2 × 30.5 × 6.0_up(2)up_ / 8 + 1.4 × 20.1 × 6.0_up(2)up_ / 8 + 0.7 × 8.4 × 6.0_up(2)up_ / 8 + 0.6 × 3.2 × 6.0_up(2)up_ / 8 ＝ 318.9kN·m"
+show interpolate "20|25|30|35;9.6|11.9|14.3|16.7" 27.5
+show interpolate "20|25|30|35;9.6|11.9|14.3|16.7" 40
+
 echo; echo "# A small report table (columns fitted by their width in code page 936, numbers by tFmt):"
 zk_fmt() { "$zk" fmt "$@"; }
 show table --widths 6,22,14,14 --align right,left,right,right \

@@ -88,7 +88,7 @@ TEST(SubsystemCommands, DemoSession) {
        {"selected=基本构件|梁配筋计算", "错误：梁的截面宽度 b ＝ -250 ≤ 0，", "-> refused",
         "the group reads \"3, 20\", its members \"3\" and \"20\"",
         "梁的截面高度 h                     500\n", "26 values, 0 refused", "values identical",
-        "As ＝ 942mm2"}) {
+        "一、截面与荷载", "《混凝土结构设计规范》", "fc ＝ 14.3MPa", "＝ 942mm2"}) {
     EXPECT_NE(out.str().find(expected), std::string::npos) << expected << "\n" << out.str();
   }
 }
@@ -136,6 +136,43 @@ TEST(SubsystemCommands, SplitAndWrap) {
       {{"wrap", "a", "--first"}, kExitUsage, "needs a value"},
       {{"wrap", "a", "b"}, kExitUsage, "expected 1"},
       {{"split", "a b", " ", "--indent", "30000", "--indent-add", "30000"}, kExitFault, "overflow"},
+  });
+}
+
+TEST(SubsystemCommands, ReportLabelsEquationsTablesAndHeaders) {
+  const std::string ones(36, '1'), twos(37, '2');
+  std::string rule;
+  for (int i = 0; i < 40; ++i) rule += "─";
+  expect_commands({
+      {{"label", "serial", "101"}, kExitOk, "_bb(一百零一、)bb_\n"},
+      {{"label", "serial2", "1000"}, kExitOk, "_bb(（1000）)bb_\n"},
+      {{"label", "sl", "3"}, kExitOk, "_bb((3))bb_\n"},
+      {{"label", "list", "4", "--dot", "、"}, kExitOk, "4、\n"},
+      {{"label", "roman", "13"}, kExitOk, "XIII\n"},
+      {{"label", "bold", "1"}, kExitUsage, "serial, serial2, sl, list or roman"},
+      {{"label", "roman", "x"}, kExitUsage, "whole number"},
+      {{"equation", "A ＝ " + ones + " + " + twos},
+       kExitOk,
+       "A ＝ " + ones + "\n     + " + twos + "\n"},
+      {{"equation", "A ＝ " + ones + " + " + twos, "--width", "81"},
+       kExitOk,
+       "A ＝ " + ones + " + " + twos + "\n"},
+      {{"equation", " "}, kExitOk, ""},
+      {{"interpolate", "20|25|30;9.6|11.9|14.3", "27.5"}, kExitOk, "value=13.1\nerror=0\n"},
+      {{"interpolate", "|1|2;100|0.5|0.6;200|0.8|0.9", "150", "1.5"},
+       kExitOk,
+       "value=0.7\nerror=0\n"},
+      {{"interpolate", "20|25|30;9.6|11.9|14.3", "31"}, kExitOk, "value=0\nerror=502\n"},
+      {{"interpolate", "20|20;1|2", "20"}, kExitOk, "value=0\nerror=39999\n"},
+      {{"interpolate", "20|25;1|2"}, kExitUsage, "TABLE X [Y]"},
+      {{"header", "梁", "--project", "三号楼", "--standards", "59899", "--date", "2026-11-25",
+        "--plain"},
+       kExitOk,
+       std::string(39, ' ') +
+           "梁\n工程名称：三号楼\n设计依据：\n    1.《混凝土结构设计规范》（GB "
+           "50010－2010）\n计算日期：2026-11-25\n" +
+           rule + "\n"},
+      {{"header", "梁", "--standards", "59899,x"}, kExitUsage, "whole number"},
   });
 }
 

@@ -4,7 +4,9 @@
 // engineer's edits are applied (one refused with its message, one group split,
 // one default typed back); the values are checked with their check
 // expressions; the project is saved, reloaded into a fresh form and compared;
-// and a short report is written. Each step prints what the user would see.
+// and a short report is written: its head, numbered headings, a strength
+// read from a table and a long equation broken to the line. Each step prints what the user would
+// see.
 
 #include <cmath>
 #include <filesystem>
@@ -15,6 +17,7 @@
 #include "tools/zelkora/cli.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/frame/character_internals.h"
+#include "zelkora/frame/numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/grid/form_session.h"
@@ -34,6 +37,8 @@ constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
 // The program of the menu that the session opens, and its form's layout.
 constexpr TextView kProgram = u"梁配筋计算";
 constexpr TextView kLayout = u"clsBeamSteel";
+// fc (MPa) by the concrete grade, as the code's table gives it.
+constexpr TextView kConcreteFc = u"20|25|30|35|40;9.6|11.9|14.3|16.7|19.1";
 
 // A new folder of the session's own in the system's temporary folder.
 std::filesystem::path fresh_temporary_folder() {
@@ -204,22 +209,38 @@ void demo_command(Args& args, std::ostream& out) {
   const auto line = [&](TextView text) {
     out << "  " << out_text(chr.tDelSuperSubSign(text)) << "\n";
   };
-  line(u"工程名称：" + form.tEngineeringName());
-  line(u"一、截面与荷载");
+  // The head, headings numbered by the serial labels, a strength read from a
+  // table of the code, a long equation broken to the line.
+  for (const Text& head :
+       split_text(chr.tCalHead(u"梁配筋计算", form.tEngineeringName(), {59899, 59009}),
+                  chr.tConEnter1())) {
+    if (!head.empty()) line(head);
+  }
+  line(chr.tChrSerial(1) + u"截面与荷载");
   line(u"  " + chr.tExpStr(u"b", b, u"mmd") + u"，" + chr.tExpStr(u"h", h, u"mmd") + u"，" +
        chr.tExpStr(u"M", m, u"knmd_1"));
+  int32_t table_error = 0;
+  const double fc = chr.dInterpolate(kConcreteFc, 30, table_error);
+  line(u"  C30：" + chr.tExpStr(u"f_ub(c)ub_", fc, u"mpad_1") + u"（表中内插，error " +
+       frame::general_number_text(table_error, chr.number_symbols()) + u"）");
   int32_t count = 0, error = 0;
   double diameter = 0;
   chr.GjTextTurnW(u"3Φ20", count, diameter, error);
   const double area = count * std::numbers::pi * diameter * diameter / 4;
-  line(u"二、通长纵向钢筋 3Φ20");
-  line(u"  " + chr.tExpStr(u"A_ub(s)ub_", area, u"mm2d"));
+  line(chr.tChrSerial(2) + u"通长纵向钢筋 3Φ20");
+  chr.iMaxChrNow(80);
+  const Text equation = u"A_ub(s)ub_ ＝ n·π·d_up(2)up_ / 4 ＝ " + chr.tFmt(count, u"0") +
+                        u" × 3.1416 × " + chr.tFmt(diameter, u"0") + u" × " +
+                        chr.tFmt(diameter, u"0") + u" / 4" + chr.tFmtEq(area, u"mm2d");
+  for (const Text& piece : split_text(chr.SplitEQ(u"  " + equation), chr.tConEnter1())) {
+    line(piece);
+  }
   clsSectionProperties section;
   section.Section_Shape(Rectangular_Shaped);
   section.B_SectionWidth(b);
   section.H_SectionDepth(h);
   line(u"  " + chr.tExpStr(u"I", section.dIx_InertiaMoment(), u"0.000E+00") + u"m4");
-  line(u"三、配筋率");
+  line(chr.tChrSerial(3) + u"配筋率");
   chr.TxtClear();
   chr.ListOut_Ubound(2);
   chr.ListOut_Initialize(0, 14);

@@ -4,6 +4,8 @@
 
 #include "tools/zelkora/cli.h"
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/frame/numbers.h"
+#include "zelkora/typeset/markup.h"
 
 namespace zelkora::cli {
 
@@ -90,6 +92,46 @@ void table_command(Args& args, std::ostream& out) {
   out << out_text(markup ? table : chr.tDelSuperSubSign(table));
 }
 
+void interpolate_command(Args& args, std::ostream& out) {
+  if (args.size() != 2 && args.size() != 3) throw UsageError{"expected TABLE X [Y]"};
+  const Text table = arg_text(args[0]);
+  const double x = arg_double(args[1], "X");
+  clsCharacter chr;
+  int32_t error = 0;
+  const double value = args.size() == 2
+                           ? chr.dInterpolate(table, x, error)
+                           : chr.dInterpolate2(table, x, arg_double(args[2], "Y"), error);
+  out << "value=" << to_utf8(frame::general_number_text(value, frame::NumberSymbols{})) << "\n"
+      << "error=" << error << "\n";
+}
+
+std::vector<int32_t> arg_ids(std::string_view arg) {
+  std::vector<int32_t> ids;
+  for (std::size_t start = 0; start <= arg.size();) {
+    std::size_t end = arg.find(',', start);
+    if (end == std::string_view::npos) end = arg.size();
+    ids.push_back(arg_int32(arg.substr(start, end - start), "ID"));
+    start = end + 1;
+  }
+  return ids;
+}
+
+void header_command(Args& args, std::ostream& out) {
+  const std::optional<std::string> project = args.take_option("--project");
+  const std::optional<std::string> standards = args.take_option("--standards");
+  const std::optional<std::string> date = args.take_option("--date");
+  const std::optional<std::string> width = args.take_option("--width");
+  const bool plain = args.take_flag("--plain");
+  args.expect(1);
+  clsCharacter chr;
+  if (width) chr.iMaxChrNow(static_cast<int16_t>(std::clamp(arg_cells(*width, "N"), 0, 32767)));
+  Text head = chr.tCalHead(arg_text(args[0]), project ? arg_text(*project) : Text(),
+                           standards ? arg_ids(*standards) : std::vector<int32_t>{},
+                           date ? arg_text(*date) : Text());
+  head = replace_all(head, chr.tConEnter1(), u"\n");
+  out << out_text(plain ? typeset::strip_markup(head) : head);
+}
+
 }  // namespace
 
 std::vector<Command> report_commands() {
@@ -102,6 +144,15 @@ std::vector<Command> report_commands() {
        "a report table of \"|\"-separated cells, one ROW an argument (columns 12 wide, "
        "right-aligned, 1 extra blank unless given), printed without markup unless --markup",
        table_command},
+      {"interpolate", "TABLE X [Y]",
+       "the value at X (and Y) of a table \"k1|k2|...;v1|v2|...\" (two dimensions: "
+       "\"corner|y1|y2;x1|v11|v12;...\"), by straight lines between the keys: value= and "
+       "error= (502 outside the table, 39999 for a damaged one)",
+       interpolate_command},
+      {"header", "TITLE [--project P] [--standards ID,ID...] [--date D] [--width N] [--plain]",
+       "the head of a calculation report: the title centred in bold, the project, the "
+       "standards by catalogue id, the date (today when not given) and a rule",
+       header_command},
   };
 }
 

@@ -44,6 +44,15 @@ void wrap_command(Args& args, std::ostream& out) {
   for (const Text& line : lines) out << out_text(line) << "\n";
 }
 
+void equation_command(Args& args, std::ostream& out) {
+  const int16_t width = int16_option(args, "--width", "N");
+  args.expect(1);
+  clsCharacter chr;
+  if (width > 0) chr.iMaxChrNow(width);
+  const Text broken = chr.SplitEQ(arg_text(args[0]));
+  if (!broken.empty()) out << out_text(replace_all(broken, chr.tConEnter1(), u"\n")) << "\n";
+}
+
 }  // namespace
 
 std::vector<Command> split_commands() {
@@ -56,6 +65,10 @@ std::vector<Command> split_commands() {
        "TEXT wrapped to N cells as shown (default 80), one line per output line; --first and "
        "--following indent the first and the further lines of each paragraph",
        wrap_command},
+      {"equation", "TEXT [--width N]",
+       "the equation TEXT broken before its operators into lines of N cells as shown (80 at "
+       "least), the further lines under its first right-hand side",
+       equation_command},
   };
 }
 

@@ -86,6 +86,31 @@ void width_command(Args& args, std::ostream& out) {
   out << typeset::markup_display_width(arg_text(args[0])) << "\n";
 }
 
+void label_command(Args& args, std::ostream& out) {
+  const std::optional<std::string> dot = args.take_option("--dot");
+  args.expect(2);
+  const int32_t n = arg_int32(args[1], "N");
+  clsCharacter chr;
+  if (dot) chr.tPubListDot(arg_text(*dot));
+  const std::string_view kind = args[0];
+  Text label;
+  if (kind == "serial") {
+    label = chr.tChrSerial(n);
+  } else if (kind == "serial2") {
+    label = chr.tChrSerial2(n);
+  } else if (kind == "sl") {
+    label = chr.tChrSl(n);
+  } else if (kind == "list") {
+    label = chr.tChrList(n);
+  } else if (kind == "roman") {
+    label = chr.tLuoMaNum(n);
+  } else {
+    throw UsageError{"the label must be serial, serial2, sl, list or roman, not \"" +
+                     std::string(kind) + "\""};
+  }
+  out << out_text(label) << "\n";
+}
+
 }  // namespace
 
 std::vector<Command> typeset_commands() {
@@ -104,6 +129,10 @@ std::vector<Command> typeset_commands() {
        strip_command},
       {"width", "TEXT", "the display width of TEXT: stripped, in code page 936 bytes",
        width_command},
+      {"label", "serial|serial2|sl|list|roman N [--dot D]",
+       "the label of heading level 1, 2 or 3, of a list item (with the list dot D) or the "
+       "Roman numeral of N, in markup",
+       label_command},
   };
 }
 

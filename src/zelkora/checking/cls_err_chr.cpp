@@ -9,6 +9,7 @@
 #include "zelkora/checking/entry_descriptor.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
+#include "zelkora/frame/value_table.h"
 #include "zelkora/typeset/markup.h"
 
 namespace zelkora {
@@ -400,6 +401,34 @@ int32_t clsErrChr::GenCheckHntQdDj(TextView tC, bool bMsgIgnore, Text& tErr) {
   const int32_t error = GenCheckHntQdDj(tC, bMsgIgnore);
   tErr = error == 0 ? Text() : error_text_;
   return error;
+}
+
+}  // namespace zelkora
+
+namespace zelkora {
+
+int32_t clsErrChr::GenCheckInterpolateErrW(TextView tTable, TextView tCapX, double dX,
+                                           double& dValue, bool bMsgIgnore) {
+  return report_table_value(frame::interpolate(tTable, dX), tCapX, dX, {}, 0, dValue, bMsgIgnore);
+}
+
+int32_t clsErrChr::GenCheckInterpolate2ErrW(TextView tTable, TextView tCapX, double dX,
+                                            TextView tCapY, double dY, double& dValue,
+                                            bool bMsgIgnore) {
+  return report_table_value(frame::interpolate(tTable, dX, dY), tCapX, dX, tCapY, dY, dValue,
+                            bMsgIgnore);
+}
+
+int32_t clsErrChr::report_table_value(const frame::TableValue& found, TextView tCapX, double dX,
+                                      TextView tCapY, double dY, double& dValue, bool bMsgIgnore) {
+  if (found.fault == frame::TableFault::kNone) {
+    dValue = found.value;
+    return accept();
+  }
+  const bool column = found.fault == frame::TableFault::kOutsideColumns;
+  GenMsgErrorW(frame::error_number(found.fault), column ? tCapY : tCapX,
+               number_text(column ? dY : dX), {}, {}, bMsgIgnore);
+  return error_id_;
 }
 
 }  // namespace zelkora

@@ -83,6 +83,10 @@
 
 namespace zelkora {
 
+namespace frame {
+struct TableValue;
+}  // namespace frame
+
 class clsErrChr {
  public:
   clsErrChr();
@@ -194,6 +198,17 @@ class clsErrChr {
   int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore = false);
   int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore, Text& tErr);
 
+  // The value at dX (and dY) of a table held in a text, into dValue: see
+  // frame/value_table.h for the form and the interpolation. A
+  // point outside the table is error 502 with the caption and value of the
+  // coordinate that is outside (tCapX, dX or tCapY, dY); a damaged table is
+  // 39999. dValue is left as it was on an error.
+  //   err.GenCheckInterpolateErrW(u"20|25|30;9.6|11.9|14.3", u"C", 27.5, fc);  // 0, fc 13.1
+  int32_t GenCheckInterpolateErrW(TextView tTable, TextView tCapX, double dX, double& dValue,
+                                  bool bMsgIgnore = false);
+  int32_t GenCheckInterpolate2ErrW(TextView tTable, TextView tCapX, double dX, TextView tCapY,
+                                   double dY, double& dValue, bool bMsgIgnore = false);
+
   // The library's own access to the object's state; defined in
   // checking/err_chr_internals.h, which is not installed.
   struct Internals;
@@ -211,6 +226,8 @@ class clsErrChr {
   int32_t check_coordinate_pair();
   int32_t check_slab_bar();
   bool in_catalogue_list(TextView text, Compare compare) const;
+  int32_t report_table_value(const frame::TableValue& found, TextView tCapX, double dX,
+                             TextView tCapY, double dY, double& dValue, bool bMsgIgnore);
 
   std::unique_ptr<clsCharacter> character_;
   int32_t error_id_ = 0;

@@ -33,6 +33,11 @@ inline constexpr int32_t kControl = 50474;              // "控制"
 inline constexpr int32_t kSeismic = 50476;              // "地震"
 inline constexpr int32_t kEquals = 60033;               // " ＝ "
 
+// ---- The calculation header ----------------------------------------------------
+inline constexpr int32_t kProjectNameLine = 60030;  // "工程名称：|"
+inline constexpr int32_t kStandardsWord = 60040;    // "设计依据："
+inline constexpr int32_t kDateWord = 60041;         // "计算日期："
+
 // ---- Questions -----------------------------------------------------------------
 inline constexpr int32_t kLoadDefaultsQuestion = 32032;
 inline constexpr int32_t kLoadDefaultsTitle = 32033;

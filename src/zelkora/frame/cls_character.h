@@ -185,6 +185,13 @@ class clsCharacter {
   // system's help viewer. False, quietly, when the suite has no help file
   // or the system no viewer.
   bool bShowHelp(TextView tTopic = {}) const;
+  // The recent project files of program tProgram, newest first (at most
+  // ten), from the suite's history (platform/ini_history.h); none where the
+  // suite keeps no history.
+  std::vector<Text> tHistoryFiles(TextView tProgram) const;
+  // Puts tFile at the top of the history of tProgram. False, quietly, where
+  // the suite keeps no history or the file cannot be kept there.
+  bool bHistoryAdd(TextView tProgram, TextView tFile) const;
 
   // ---- Number formatting (typeset/number_format.cpp) ----------------------
   //
@@ -252,6 +259,56 @@ class clsCharacter {
   // lines joined by tConEnter1 (none after the last). A text without line
   // breaks that fits comes back as it is.
   Text SplitSP26(TextView tText) const;
+
+  // ---- Serial labels (typeset/serial_labels.cpp) ----------------------------
+  // The numbers of report headings (bold markup) and lists; the rules and
+  // the answers outside their ranges are in typeset/serial_labels.h.
+  //   tChrSerial(11) "_bb(十一、)bb_"   tChrSerial2(2) "_bb(（二）)bb_"
+  //   tChrSl(3) "_bb((3))bb_"          tChrList(4) "4." (tPubListDot)
+  //   tLuoMaNum(3) "Ⅲ", tLuoMaNum(13) "XIII"
+  Text tChrSerial(int32_t n) const;
+  Text tChrSerial2(int32_t n) const;
+  Text tChrSl(int32_t n) const;
+  Text tChrList(int32_t n) const;
+  Text tLuoMaNum(int32_t n) const;
+
+  // ---- Equations (typeset/equation_split.cpp) -------------------------------
+  // tEq broken at its operators into lines of at most iMaxChrNow cells as
+  // shown (never below 80), the lines after the first indented to its first
+  // right-hand side, by the rules of typeset/equation_split.h; the lines
+  // joined by tConEnter1, none after the last. Empty for a blank equation.
+  Text SplitEQ(TextView tEq) const;
+  // SplitEQ(tEq) and tConEnter1 appended to Txt (nothing for a blank one).
+  void SplitLineCalEQ(TextView tEq);
+
+  // ---- Calculation header (reporttext/calc_header.cpp) ----------------------
+  // The head of a report, each line ended by tConEnter1:
+  //                         _bb(钢筋混凝土梁配筋计算)bb_        (centred)
+  //   工程名称：三号楼
+  //   设计依据：
+  //       1.《混凝土结构设计规范》（GB 50010－2010）
+  //   计算日期：2026-11-25
+  //   ────────────────────────────────────────────────────────
+  // The title is centred on iMaxChrNow (at least 80) cells as shown. The
+  // standards are catalogue ids (titles 59007 to 59911, with lLanguage);
+  // ids without a text are left out, and without any the 设计依据 lines go.
+  // An empty tDate is today's date, yyyy-mm-dd. The rule is as wide as the
+  // line. tCalHead returns the text; CalHead appends it to Txt.
+  Text tCalHead(TextView tTitle, TextView tProject, const std::vector<int32_t>& lStandards,
+                TextView tDate = {}) const;
+  void CalHead(TextView tTitle, TextView tProject, const std::vector<int32_t>& lStandards,
+               TextView tDate = {});
+
+  // ---- Tables of values (reporttext/table_interpolation.cpp) ----------------
+  // The value at dX of a one-dimensional table held in a text, or at row key
+  // dX and column key dY of a two-dimensional one; the form of the tables and
+  // the interpolation are in frame/value_table.h:
+  //   dInterpolate(u"20|25|30;9.6|11.9|14.3", 27.5, lErr)  // 13.1, lErr 0
+  // lErr is 0, 502 for a point outside the table (no extrapolation) or 39999
+  // for a damaged table; the value is then 0. Nothing is shown: clsErrChr's
+  // GenCheckInterpolateErrW reports the errors.
+  double dInterpolate(TextView tTable, double dX, int32_t& lErr) const;
+  double dInterpolate2(TextView tTable, double dX, double dY, int32_t& lErr) const;
 
   // ---- Report tables (reporttext/report_table.cpp) -----------------------
   //

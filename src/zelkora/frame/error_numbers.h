@@ -23,6 +23,7 @@ inline constexpr int32_t kFailsEqual = 168;         // other than the limit of "
 inline constexpr int32_t kFailsNotEqual = 169;      // equal to the limit of "<>"
 inline constexpr int32_t kPartCount = 200;          // more (or fewer) parts than wanted
 inline constexpr int32_t kOutOfRange = 333;         // outside an interval
+inline constexpr int32_t kOutsideTable = 502;       // a point outside a table of values
 inline constexpr int32_t kSlabBarInvalid = 503;     // not a slab bar "10@200"
 
 // ---- Project data files ----------------------------------------------------------
@@ -39,6 +40,7 @@ inline constexpr int32_t kBarCountBelowOne = 3000140;
 inline constexpr int32_t kBarCountNotNumber = 3000150;
 
 // ---- The caller's mistake --------------------------------------------------------
-inline constexpr int32_t kInternal = 39999;  // an unknown criterion, ends with its number
+inline constexpr int32_t kInternal = 39999;  // an unknown criterion or a damaged table of
+                                             // values; ends with its number
 
 }  // namespace zelkora::error_id

@@ -7,6 +7,7 @@
 #include "zelkora/platform/headless/memory_ini_files.h"
 #include "zelkora/platform/headless/memory_settings.h"
 #include "zelkora/platform/headless/recording_progress.h"
+#include "zelkora/platform/paths.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/settings_file.h"
 #include "zelkora/platform/shared_services.h"
@@ -17,11 +18,21 @@
 #else
 #include "zelkora/platform/posix/data_files.h"
 #include "zelkora/platform/posix/environment.h"
+#include "zelkora/platform/posix/help_opener.h"
 #endif
 
 namespace zelkora::platform {
 
 namespace {
+
+// The suite's history file in `folder`, read and written through the
+// bundle's INI files; none without a folder.
+std::shared_ptr<IniHistory> history_in(const Platform& p, const std::filesystem::path& folder,
+                                       PathCase path_case) {
+  if (folder.empty()) return nullptr;
+  return std::make_shared<IniHistory>(
+      p.ini, text_from_path(folder / path_from_text(IniHistory::kFileName)), path_case);
+}
 
 #if defined(_WIN32)
 
@@ -39,8 +50,10 @@ void add_system_services(Platform& p, const EnvLookup& env,
     p.settings = std::make_shared<win32::RegistrySettingsStore>();
   }
   p.locale = std::make_shared<win32::SystemNumberLocale>(env);
+  const std::filesystem::path program = win32::program_folder();
   p.suite = std::make_shared<FolderSuiteServices>(
-      std::vector<std::filesystem::path>{resources, win32::program_folder()});
+      std::vector<std::filesystem::path>{resources, program},
+      history_in(p, resources.empty() ? program : resources, PathCase::kIgnoreCase));
   p.files = win32::win32_file_service();
   p.help = std::make_shared<win32::HtmlHelpViewer>();
 }
@@ -48,7 +61,8 @@ void add_system_services(Platform& p, const EnvLookup& env,
 #else
 
 // POSIX: the settings file, the locale of the environment, messages on
-// stderr; suite files in the resource folder; no help viewer.
+// stderr; suite files in the resource folder, the history there or beside
+// the settings file; help through the desktop's opener.
 void add_system_services(Platform& p, const EnvLookup& env,
                          const std::filesystem::path& resources) {
   auto messages = std::make_shared<StderrMessageBox>();
@@ -57,8 +71,12 @@ void add_system_services(Platform& p, const EnvLookup& env,
       posix::settings_file_path(env),
       [messages](std::string_view problem) { messages->diagnostic(problem); });
   p.locale = std::make_shared<posix::EnvironmentNumberLocale>(env);
-  p.suite = std::make_shared<FolderSuiteServices>(std::vector<std::filesystem::path>{resources});
+  const std::filesystem::path settings = posix::settings_file_path(env);
+  p.suite = std::make_shared<FolderSuiteServices>(
+      std::vector<std::filesystem::path>{resources},
+      history_in(p, resources.empty() ? settings.parent_path() : resources, PathCase::kExact));
   p.files = posix::posix_file_service();
+  p.help = std::make_shared<posix::OpenerHelpViewer>(posix::help_opener(env));
 }
 
 #endif
@@ -84,7 +102,7 @@ std::shared_ptr<Platform> Platform::headless() {
   p->ini = std::make_shared<headless::MemoryIniFiles>();
   p->messages = std::make_shared<headless::RecordingMessageBox>();
   p->locale = std::make_shared<headless::FixedNumberLocale>();
-  p->suite = std::make_shared<headless::MemorySuiteServices>();
+  p->suite = std::make_shared<headless::MemorySuiteServices>(p->ini);
   p->files = std::make_shared<headless::MemoryFileService>();
   p->progress = std::make_shared<headless::RecordingProgressDisplay>();
   p->help = std::make_shared<headless::RecordingHelpViewer>();

@@ -67,6 +67,18 @@ Text FolderSuiteServices::full_path(TextView suite_file_name) const {
   return {};
 }
 
+std::vector<Text> FolderSuiteServices::history(TextView program) const {
+  return history_ ? history_->files(program) : std::vector<Text>{};
+}
+
+bool FolderSuiteServices::add_history(TextView program, TextView entry) {
+  if (!history_) return false;
+  // The user's folder of the history may not be there yet.
+  std::error_code ec;
+  std::filesystem::create_directories(path_from_text(history_->file()).parent_path(), ec);
+  return history_->add(program, entry);
+}
+
 void StderrMessageBox::warning(TextView text, TextView title) {
   std::fprintf(stderr, "zelkora: %s: %s\n", to_utf8(title).c_str(), to_utf8(text).c_str());
 }

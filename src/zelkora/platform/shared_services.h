@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "zelkora/platform/ini_history.h"
 #include "zelkora/platform/platform.h"
 
 namespace zelkora::platform {
@@ -35,16 +36,21 @@ std::filesystem::path resource_folder(const EnvLookup& env);
 
 // File questions answered by the file system; suite files are looked for in
 // the given folders in order, without regard to the case of their names.
+// The history is kept in the history file given, if any.
 class FolderSuiteServices : public SuiteServices {
  public:
-  explicit FolderSuiteServices(std::vector<std::filesystem::path> folders = {})
-      : folders_(std::move(folders)) {}
+  explicit FolderSuiteServices(std::vector<std::filesystem::path> folders = {},
+                               std::shared_ptr<IniHistory> history = nullptr)
+      : folders_(std::move(folders)), history_(std::move(history)) {}
   bool file_exists(TextView path) const override;
   Text extension(TextView file_name) const override;
   Text full_path(TextView suite_file_name) const override;
+  std::vector<Text> history(TextView program) const override;
+  bool add_history(TextView program, TextView entry) override;
 
  private:
   std::vector<std::filesystem::path> folders_;
+  std::shared_ptr<IniHistory> history_;
 };
 
 // Warnings and diagnostics go to the standard error stream, one line each:

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "zelkora/platform/ini_history.h"
 #include "zelkora/platform/platform.h"
 
 namespace zelkora::platform::headless {
@@ -64,14 +65,24 @@ class FixedNumberLocale : public NumberLocale {
   Text grouping_;
 };
 
+// Suite services over a set of named files; the history in the INI files
+// given (the bundle's own in Platform::headless), compared exactly.
 class MemorySuiteServices : public SuiteServices {
  public:
+  explicit MemorySuiteServices(std::shared_ptr<IniFiles> ini = nullptr);
   bool file_exists(TextView path) const override { return files.count(Text(path)) > 0; }
   Text extension(TextView file_name) const override;
   Text full_path(TextView suite_file_name) const override;
+  std::vector<Text> history(TextView program) const override { return history_.files(program); }
+  bool add_history(TextView program, TextView entry) override {
+    return history_.add(program, entry);
+  }
 
   std::set<Text> files;              // paths that exist
   std::map<Text, Text> suite_files;  // suite file name -> full path
+
+ private:
+  IniHistory history_;
 };
 
 }  // namespace zelkora::platform::headless

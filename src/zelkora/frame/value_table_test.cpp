@@ -1,0 +1,121 @@
+// Tests of interpolation in tables held in texts, and of its errors.
+#include "zelkora/frame/value_table.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "zelkora/checking/cls_err_chr.h"
+#include "zelkora/frame/cls_character.h"
+#include "zelkora/platform/headless/headless.h"
+
+namespace zelkora::frame {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr TextView kConcrete = u"20|25|30|35;9.6|11.9|14.3|16.7";
+// Rows by the depth ratio, columns by the width ratio.
+constexpr TextView kTwo = u"b/h|1|2|3\r\n100|0.5|0.6|0.7\r\n200|0.8|0.9|1.0\r\n";
+
+struct Case {
+  const char* what;
+  TextView table;
+  double x;
+  double value;  // when there is no fault
+  TableFault fault;
+};
+
+TEST(Interpolation, OneDimension) {
+  const Case cases[] = {
+      {"the first key", kConcrete, 20, 9.6, TableFault::kNone},
+      {"the last key", kConcrete, 35, 16.7, TableFault::kNone},
+      {"a key inside", kConcrete, 30, 14.3, TableFault::kNone},
+      {"half-way", kConcrete, 27.5, 13.1, TableFault::kNone},
+      {"just below the first key", kConcrete, 19.999, 0, TableFault::kOutsideRows},
+      {"just above the last key", kConcrete, 35.001, 0, TableFault::kOutsideRows},
+      {"NaN", kConcrete, kNaN, 0, TableFault::kOutsideRows},
+      {"infinity", kConcrete, kInf, 0, TableFault::kOutsideRows},
+      {"keys falling", u"35|30|25|20;16.7|14.3|11.9|9.6", 22.5, 10.75, TableFault::kNone},
+      {"a single key", u"5;7", 5, 7, TableFault::kNone},
+      {"a single key, another point", u"5;7", 6, 0, TableFault::kOutsideRows},
+      {"rows end in \"|\", blanks and units", u" 20MPa | 30MPa |;\n 1kN| 3kN|", 25, 2,
+       TableFault::kNone},
+      {"repeated keys", u"20|25|25|30;1|2|3|4", 22, 0, TableFault::kDamaged},
+      {"unsorted keys", u"20|30|25;1|2|3", 22, 0, TableFault::kDamaged},
+      {"a key that is no number", u"C20|C25;1|2", 22, 0, TableFault::kDamaged},
+      {"an empty value", u"20|25|30;1||3", 22, 0, TableFault::kDamaged},
+      {"fewer values than keys", u"20|25|30;1|2", 22, 0, TableFault::kDamaged},
+      {"one row only", u"20|25|30", 22, 0, TableFault::kDamaged},
+      {"a third row", u"20|25;1|2;3|4", 22, 0, TableFault::kDamaged},
+      {"an empty table", u"", 22, 0, TableFault::kDamaged},
+      {"a key beyond double", u"1e400|2;1|2", 1.5, 0, TableFault::kDamaged},
+  };
+  for (const Case& c : cases) {
+    const TableValue found = interpolate(c.table, c.x);
+    EXPECT_EQ(found.fault, c.fault) << c.what;
+    EXPECT_NEAR(found.value, c.value, 1e-12) << c.what;
+  }
+}
+
+TEST(Interpolation, TwoDimensions) {
+  const struct {
+    const char* what;
+    TextView table;
+    double x, y, value;
+    TableFault fault;
+  } cases[] = {
+      {"a corner", kTwo, 100, 1, 0.5, TableFault::kNone},
+      {"the far corner", kTwo, 200, 3, 1.0, TableFault::kNone},
+      {"along a row", kTwo, 100, 2.5, 0.65, TableFault::kNone},
+      {"along a column", kTwo, 150, 3, 0.85, TableFault::kNone},
+      {"inside", kTwo, 150, 1.5, 0.7, TableFault::kNone},
+      {"a row key outside", kTwo, 99, 2, 0, TableFault::kOutsideRows},
+      {"a column key outside", kTwo, 150, 3.5, 0, TableFault::kOutsideColumns},
+      {"both outside: the row is named", kTwo, 300, 0, 0, TableFault::kOutsideRows},
+      {"a row too short", u"|1|2;100|0.5", 100, 1, 0, TableFault::kDamaged},
+      {"row keys repeated", u"|1|2;100|1|2;100|3|4", 100, 1, 0, TableFault::kDamaged},
+      {"column keys unsorted", u"|2|1|3;100|1|2|3", 100, 1, 0, TableFault::kDamaged},
+      {"column keys falling", u"|3|1;100|1|2", 100, 2, 1.5, TableFault::kNone},
+      {"no rows under the keys", u"|1|2", 100, 1, 0, TableFault::kDamaged},
+      {"no column keys", u"corner;100", 100, 1, 0, TableFault::kDamaged},
+  };
+  for (const auto& c : cases) {
+    const TableValue found = interpolate(c.table, c.x, c.y);
+    EXPECT_EQ(found.fault, c.fault) << c.what;
+    EXPECT_NEAR(found.value, c.value, 1e-12) << c.what;
+  }
+}
+
+TEST(Interpolation, ErrorsAreNumberedAndReportedByTheChecker) {
+  auto p = platform::Platform::headless();
+  auto box = std::make_shared<platform::headless::RecordingMessageBox>();
+  p->messages = box;
+  int32_t error = -1;
+  clsCharacter chr(p);
+  EXPECT_DOUBLE_EQ(chr.dInterpolate(kConcrete, 25, error), 11.9);
+  EXPECT_EQ(error, 0);
+  EXPECT_EQ(chr.dInterpolate(kConcrete, 40, error), 0);
+  EXPECT_EQ(error, 502);
+  EXPECT_EQ(chr.dInterpolate2(u"|1;1", 1, 1, error), 0);
+  EXPECT_EQ(error, 39999);
+  EXPECT_TRUE(box->shown.empty()) << "clsCharacter shows nothing";
+
+  clsErrChr err(p);
+  double value = -1;
+  EXPECT_EQ(err.GenCheckInterpolateErrW(kConcrete, u"混凝土强度等级", 27.5, value), 0);
+  EXPECT_DOUBLE_EQ(value, 13.1);
+  EXPECT_EQ(err.GenCheckInterpolateErrW(kConcrete, u"混凝土强度等级", 45, value), 502);
+  EXPECT_DOUBLE_EQ(value, 13.1) << "the value is left as it was";
+  ASSERT_EQ(box->shown.size(), 1u);
+  EXPECT_EQ(box->shown[0].title, u"错误：内插值超出范围。");
+  EXPECT_NE(box->shown[0].text.find(u"混凝土强度等级 为 45"), Text::npos);
+  EXPECT_EQ(err.GenCheckInterpolate2ErrW(kTwo, u"h", 150, u"b/h", 4, value, true), 502);
+  EXPECT_NE(err.tError_Txt().find(u"b/h 为 4"), Text::npos) << "the column key is named";
+  EXPECT_EQ(err.GenCheckInterpolate2ErrW(u"b/h|1;x|2", u"h", 1, u"b/h", 1, value, true), 39999);
+  EXPECT_EQ(box->shown.size(), 1u) << "ignored messages are not shown";
+}
+
+}  // namespace
+}  // namespace zelkora::frame

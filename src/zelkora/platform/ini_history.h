@@ -1,0 +1,56 @@
+// The history of the suite's programs: the most recent project files of each
+// program, kept in the INI file "ZK_History.INI" (code page 936, like every
+// INI file of the suite), a section per program, newest first:
+//
+//   [梁配筋]
+//   1=D:\工程\三号楼\L1.zks
+//   2=D:\工程\二号楼\L7.zks
+//
+// At most ten files; a file added again moves to the top, compared as the
+// system compares paths (Windows: without case, "/" and "\" alike; elsewhere
+// exactly). Reading skips empty and repeated keys, so a hand-edited file
+// reads as a clean list.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "zelkora/platform/platform.h"
+
+namespace zelkora::platform {
+
+enum class PathCase { kExact, kIgnoreCase };
+
+// Whether two paths name the same file as a system of this kind compares
+// them (text only: no links followed, no file opened).
+bool same_path(TextView a, TextView b, PathCase path_case);
+
+class IniHistory {
+ public:
+  static constexpr int kLength = 10;
+  // The name of the suite's history file.
+  static constexpr TextView kFileName = u"ZK_History.INI";
+
+  IniHistory(std::shared_ptr<IniFiles> ini, Text file, PathCase path_case)
+      : ini_(std::move(ini)), file_(std::move(file)), path_case_(path_case) {}
+
+  // The files of `program`, newest first.
+  std::vector<Text> files(TextView program) const;
+  // Puts `file` at the top of the list of `program`. False, with the list
+  // left as it was, for an empty program or file, a file with a line break,
+  // one longer than the INI read buffer (511 characters) or with a character
+  // that code page 936 cannot hold, and when the file could not be written
+  // (each key is written safely; a failure after the first key may leave
+  // an older file twice in the list, which reading skips).
+  bool add(TextView program, TextView file);
+  // The history file.
+  const Text& file() const { return file_; }
+
+ private:
+  std::shared_ptr<IniFiles> ini_;
+  Text file_;
+  PathCase path_case_;
+};
+
+}  // namespace zelkora::platform

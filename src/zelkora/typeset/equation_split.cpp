@@ -1,0 +1,152 @@
+// Breaking a long equation into lines at its operators.
+#include "zelkora/typeset/equation_split.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "zelkora/frame/cls_character.h"
+#include "zelkora/typeset/markup.h"
+
+namespace zelkora::typeset {
+
+namespace {
+
+constexpr char16_t kEquals = u'＝';
+constexpr TextView kOperators = u"＝+−-·×/";
+constexpr TextView kSigns = u"+−-";
+// After these a "+", "-" or "−" is a sign.
+constexpr TextView kSignContext = u"＝=+−-·×/*,，(（[【{";
+constexpr int kFallbackIndent = 4;
+
+bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool is_blank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\u3000'; }
+bool is_in(TextView set, char16_t c) { return set.find(c) != TextView::npos; }
+
+// Marks the units inside markup runs: a run begins at its start marker and
+// ends after its end marker; a start marker without an end marker opens none.
+std::vector<bool> inside_runs(TextView text) {
+  static constexpr std::array<std::array<TextView, 2>, 3> kRuns = {
+      {{u"_ub(", u")ub_"}, {u"_up(", u")up_"}, {u"_bb(", u")bb_"}}};
+  std::vector<bool> inside(text.size(), false);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    for (const auto& [start, end] : kRuns) {
+      if (text.substr(i, start.size()) != start) continue;
+      const std::size_t close = text.find(end, i + start.size());
+      if (close == TextView::npos) continue;
+      std::fill(inside.begin() + static_cast<std::ptrdiff_t>(i),
+                inside.begin() + static_cast<std::ptrdiff_t>(close + end.size()), true);
+      i = close + end.size() - 1;
+      break;
+    }
+  }
+  return inside;
+}
+
+// The last non-blank unit before `at`, or 0 when there is none.
+char16_t previous_non_blank(TextView text, std::size_t at) {
+  while (at > 0 && is_blank(text[at - 1])) --at;
+  return at == 0 ? u'\0' : text[at - 1];
+}
+
+// Whether the blank-separated word around `at` begins with a number: a
+// number with its unit or a product written without blanks ("165.6kN·m",
+// "1/2", "1.2×3.45") is not broken.
+bool in_number_word(TextView text, std::size_t at) {
+  std::size_t start = at;
+  while (start > 0 && !is_blank(text[start - 1])) --start;
+  if (start == at) return false;  // the operator begins the word
+  if (is_in(kSigns, text[start])) ++start;
+  return start < text.size() && is_digit(text[start]);
+}
+
+bool is_number_part(TextView text, std::size_t at) {
+  const char16_t c = text[at];
+  if (c == kEquals) return false;
+  if (in_number_word(text, at)) return true;
+  if (!is_in(kSigns, c)) return false;
+  const bool digit_after = at + 1 < text.size() && is_digit(text[at + 1]);
+  if (at >= 2 && (text[at - 1] == u'e' || text[at - 1] == u'E') && is_digit(text[at - 2]) &&
+      digit_after) {
+    return true;  // an exponent's sign
+  }
+  const char16_t before = previous_non_blank(text, at);
+  return before == u'\0' || is_in(kSignContext, before);
+}
+
+// Where the right-hand side of the first "＝" begins, or nothing.
+std::optional<std::size_t> first_right_hand_side(TextView text) {
+  std::size_t at = text.find(kEquals);
+  if (at == TextView::npos) return std::nullopt;
+  for (++at; at < text.size() && is_blank(text[at]);) ++at;
+  return at;
+}
+
+std::vector<std::size_t> break_points(TextView text, std::size_t from) {
+  const std::vector<bool> inside = inside_runs(text);
+  std::vector<std::size_t> points;
+  for (std::size_t i = from; i < text.size(); ++i) {
+    if (!inside[i] && is_in(kOperators, text[i]) && !is_number_part(text, i)) {
+      points.push_back(i);
+    }
+  }
+  return points;
+}
+
+int shown_width(TextView text) { return static_cast<int>(markup_display_width(trim_right(text))); }
+
+}  // namespace
+
+std::vector<Text> split_equation(TextView equation, int width) {
+  const TextView text = trim_right(equation);
+  if (trim(text).empty()) return {};
+  width = std::max(width, kMinEquationWidth);
+  const std::optional<std::size_t> rhs = first_right_hand_side(text);
+  int indent = rhs ? static_cast<int>(markup_display_width(text.substr(0, *rhs))) : kFallbackIndent;
+  if (indent > width / 2) indent = kFallbackIndent;
+
+  const std::vector<std::size_t> points = break_points(text, rhs.value_or(0) + 1);
+  std::vector<Text> lines;
+  Text prefix;  // the indent of the line being filled
+  std::size_t start = 0;
+  auto next = points.begin();
+  while (true) {
+    const TextView rest = text.substr(start);
+    if (shown_width(prefix + Text(rest)) <= width || next == points.end()) {
+      lines.push_back(Text(trim_right(prefix + Text(rest))));
+      return lines;
+    }
+    // The last break point whose line fits, else the first one.
+    auto chosen = next;
+    for (auto it = next; it != points.end(); ++it) {
+      if (shown_width(prefix + Text(text.substr(start, *it - start))) > width) break;
+      chosen = it;
+    }
+    lines.push_back(Text(trim_right(prefix + Text(text.substr(start, *chosen - start)))));
+    start = *chosen;
+    next = chosen + 1;
+    prefix.assign(static_cast<std::size_t>(indent), u' ');
+  }
+}
+
+}  // namespace zelkora::typeset
+
+namespace zelkora {
+
+Text clsCharacter::SplitEQ(TextView tEq) const {
+  Text joined;
+  for (const Text& line : typeset::split_equation(tEq, iMaxChrNow())) {
+    if (!joined.empty()) joined += tConEnter1();
+    joined += line;
+  }
+  return joined;
+}
+
+void clsCharacter::SplitLineCalEQ(TextView tEq) {
+  const Text broken = SplitEQ(tEq);
+  if (broken.empty()) return;
+  Txt(broken);
+  Txt(tConEnter1());
+}
+
+}  // namespace zelkora
