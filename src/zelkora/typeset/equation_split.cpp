@@ -25,18 +25,30 @@ bool is_in(TextView set, char16_t c) { return set.find(c) != TextView::npos; }
 
 // Marks the units inside markup runs: a run begins at its start marker and
 // ends after its end marker; a start marker without an end marker opens none.
+// The next end marker of each kind is remembered, so the text is read once.
 std::vector<bool> inside_runs(TextView text) {
-  static constexpr std::array<std::array<TextView, 2>, 3> kRuns = {
-      {{u"_ub(", u")ub_"}, {u"_up(", u")up_"}, {u"_bb(", u")bb_"}}};
+  struct Run {
+    TextView start, end;
+    std::size_t next_end = 0;  // the first end marker at or after `searched`
+    std::size_t searched = 0;
+    bool found_any = true;
+  };
+  std::array<Run, 3> runs = {Run{u"_ub(", u")ub_"}, Run{u"_up(", u")up_"}, Run{u"_bb(", u")bb_"}};
   std::vector<bool> inside(text.size(), false);
   for (std::size_t i = 0; i < text.size(); ++i) {
-    for (const auto& [start, end] : kRuns) {
-      if (text.substr(i, start.size()) != start) continue;
-      const std::size_t close = text.find(end, i + start.size());
-      if (close == TextView::npos) continue;
+    for (Run& run : runs) {
+      if (text.substr(i, run.start.size()) != run.start) continue;
+      const std::size_t from = i + run.start.size();
+      if (run.found_any && (run.searched == 0 || run.next_end < from)) {
+        run.next_end = text.find(run.end, from);
+        run.searched = from;
+        run.found_any = run.next_end != TextView::npos;
+      }
+      if (!run.found_any) continue;
+      const std::size_t after = run.next_end + run.end.size();
       std::fill(inside.begin() + static_cast<std::ptrdiff_t>(i),
-                inside.begin() + static_cast<std::ptrdiff_t>(close + end.size()), true);
-      i = close + end.size() - 1;
+                inside.begin() + static_cast<std::ptrdiff_t>(after), true);
+      i = after - 1;
       break;
     }
   }
@@ -49,21 +61,19 @@ char16_t previous_non_blank(TextView text, std::size_t at) {
   return at == 0 ? u'\0' : text[at - 1];
 }
 
-// Whether the blank-separated word around `at` begins with a number: a
-// number with its unit or a product written without blanks ("165.6kN·m",
-// "1/2", "1.2×3.45") is not broken.
-bool in_number_word(TextView text, std::size_t at) {
-  std::size_t start = at;
-  while (start > 0 && !is_blank(text[start - 1])) --start;
-  if (start == at) return false;  // the operator begins the word
-  if (is_in(kSigns, text[start])) ++start;
-  return start < text.size() && is_digit(text[start]);
+// Whether the word (a run without blanks) that begins at `word` and holds
+// `at` begins with a number: a number with its unit or a product written
+// without blanks ("165.6kN·m", "1/2", "1.2×3.45") is not broken.
+bool in_number_word(TextView text, std::size_t word, std::size_t at) {
+  if (word == at) return false;  // the operator begins the word
+  if (is_in(kSigns, text[word])) ++word;
+  return word < at && is_digit(text[word]);
 }
 
-bool is_number_part(TextView text, std::size_t at) {
+bool is_number_part(TextView text, std::size_t word, std::size_t at) {
   const char16_t c = text[at];
   if (c == kEquals) return false;
-  if (in_number_word(text, at)) return true;
+  if (in_number_word(text, word, at)) return true;
   if (!is_in(kSigns, c)) return false;
   const bool digit_after = at + 1 < text.size() && is_digit(text[at + 1]);
   if (at >= 2 && (text[at - 1] == u'e' || text[at - 1] == u'E') && is_digit(text[at - 2]) &&
@@ -85,8 +95,12 @@ std::optional<std::size_t> first_right_hand_side(TextView text) {
 std::vector<std::size_t> break_points(TextView text, std::size_t from) {
   const std::vector<bool> inside = inside_runs(text);
   std::vector<std::size_t> points;
-  for (std::size_t i = from; i < text.size(); ++i) {
-    if (!inside[i] && is_in(kOperators, text[i]) && !is_number_part(text, i)) {
+  std::size_t word = 0;  // where the word around i begins
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (is_blank(text[i])) {
+      word = i + 1;
+    } else if (i >= from && !inside[i] && is_in(kOperators, text[i]) &&
+               !is_number_part(text, word, i)) {
       points.push_back(i);
     }
   }
@@ -111,17 +125,22 @@ std::vector<Text> split_equation(TextView equation, int width) {
   std::size_t start = 0;
   auto next = points.begin();
   while (true) {
-    const TextView rest = text.substr(start);
-    if (shown_width(prefix + Text(rest)) <= width || next == points.end()) {
-      lines.push_back(Text(trim_right(prefix + Text(rest))));
-      return lines;
-    }
-    // The last break point whose line fits, else the first one.
-    auto chosen = next;
-    for (auto it = next; it != points.end(); ++it) {
+    // The last break point whose line fits. The rest is measured only when
+    // every break point fits, so a long equation is not measured to its end
+    // for every line.
+    auto chosen = points.end();
+    auto it = next;
+    for (; it != points.end(); ++it) {
       if (shown_width(prefix + Text(text.substr(start, *it - start))) > width) break;
       chosen = it;
     }
+    const bool rest_fits =
+        it == points.end() && shown_width(prefix + Text(text.substr(start))) <= width;
+    if (rest_fits || next == points.end()) {
+      lines.push_back(Text(trim_right(prefix + Text(text.substr(start)))));
+      return lines;
+    }
+    if (chosen == points.end()) chosen = next;  // none fits: the first one
     lines.push_back(Text(trim_right(prefix + Text(text.substr(start, *chosen - start)))));
     start = *chosen;
     next = chosen + 1;
