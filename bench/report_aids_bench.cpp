@@ -4,10 +4,12 @@
 //    against wrapping the same text at its blanks (SplitTextToMulLine's rules);
 //  - a value of a 10 x 10 table held in a text, read and interpolated, against
 //    only splitting the text into its items and reading their numbers.
-// A 1 MB equation and a 1 MB run of unmatched markup show that hostile input
-// costs time in proportion to its length.
+// 1 MB equations (many break points, at 80 cells and on one unlimited line)
+// and a 1 MB run of unmatched markup show that hostile input costs time in
+// proportion to its length.
 #include <benchmark/benchmark.h>
 
+#include <limits>
 #include <string>
 
 #include "zelkora/frame/numbers.h"
@@ -70,15 +72,19 @@ void BM_SplitAndReadItemsOnly(benchmark::State& state) {
 }
 BENCHMARK(BM_SplitAndReadItemsOnly);
 
+// 0: "x + " at 80 cells, 1: unmatched "_ub(" at 80, 2: "x + " on one line
+// as wide as an int (every break point fits).
 void BM_SplitHostileEquation(benchmark::State& state) {
   const std::size_t units = 1 << 20;
+  const bool runs = state.range(0) == 1;
+  const int width = state.range(0) == 2 ? std::numeric_limits<int>::max() : 80;
   Text equation = u"A ＝ ";
-  const Text unit = state.range(0) == 0 ? Text(u"x + ") : Text(u"_ub(");
+  const Text unit = runs ? Text(u"_ub(") : Text(u"x + ");
   while (equation.size() < units) equation += unit;
-  for (auto _ : state) benchmark::DoNotOptimize(zelkora::typeset::split_equation(equation, 80));
-  state.SetLabel(state.range(0) == 0 ? "1 MB of \"x + \"" : "1 MB of \"_ub(\"");
+  for (auto _ : state) benchmark::DoNotOptimize(zelkora::typeset::split_equation(equation, width));
+  state.SetLabel(runs ? "1 MB of \"_ub(\"" : "1 MB of \"x + \"");
 }
-BENCHMARK(BM_SplitHostileEquation)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SplitHostileEquation)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

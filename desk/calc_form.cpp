@@ -221,7 +221,9 @@ void CalcForm::fill_recent_menu(QMenu* menu) {
   const std::vector<Text> files = recent_files();
   for (std::size_t i = 0; i < files.size(); ++i) {
     const QString file = to_qstring(files[i]);
-    QAction* entry = menu->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(file));
+    QString shown = file;  // "&" would mark a shortcut letter
+    shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    QAction* entry = menu->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(shown));
     connect(entry, &QAction::triggered, this, [this, file] { open_file(file); });
   }
   if (files.empty()) menu->addAction(QStringLiteral("（无）"))->setEnabled(false);

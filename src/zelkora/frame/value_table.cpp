@@ -17,18 +17,16 @@ using Row = std::vector<Text>;
 bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 // The rows of the text, each split into its items; a "|" at the end of a row
-// closes its last item and makes none.
+// closes its last item and makes none, so a row of "|" alone is empty.
 std::vector<Row> table_rows(TextView table) {
   std::vector<Row> rows;
   std::size_t start = 0;
   while (start <= table.size()) {
     std::size_t end = table.find_first_of(u";\r\n", start);
     if (end == TextView::npos) end = table.size();
-    const TextView line = trim(table.substr(start, end - start));
-    if (!line.empty()) {
-      Row items = split_text(line.ends_with(u'|') ? line.substr(0, line.size() - 1) : line, u"|");
-      rows.push_back(std::move(items));
-    }
+    TextView line = trim(table.substr(start, end - start));
+    if (line.ends_with(u'|')) line = trim(line.substr(0, line.size() - 1));
+    if (!line.empty()) rows.push_back(split_text(line, u"|"));
     start = end + 1;
   }
   return rows;
@@ -81,17 +79,21 @@ std::optional<Place> place_of(const std::vector<double>& keys, double x) {
   for (std::size_t i = 0; i < keys.size(); ++i) {
     if (keys[i] == x) return Place{i, 0};
     if (i + 1 < keys.size() && (rising ? x < keys[i + 1] : x > keys[i + 1])) {
-      return Place{i, (x - keys[i]) / (keys[i + 1] - keys[i])};
+      // Halved, so that keys at the ends of the range of double do not
+      // overflow their difference.
+      return Place{i, (x / 2 - keys[i] / 2) / (keys[i + 1] / 2 - keys[i] / 2)};
     }
   }
   return std::nullopt;
 }
 
+// The straight line from a to b at fraction f (0 <= f < 1), without forming
+// b - a, which may overflow.
+double between(double a, double b, double f) { return f == 0 ? a : a * (1 - f) + b * f; }
+
 double along(const std::vector<double>& values, const Place& place) {
   if (place.fraction == 0) return values[place.index];
-  const double a = values[place.index];
-  const double b = values[place.index + 1];
-  return a + (b - a) * place.fraction;
+  return between(values[place.index], values[place.index + 1], place.fraction);
 }
 
 TableValue fault(TableFault kind) { return TableValue{0, kind}; }
@@ -131,7 +133,7 @@ TableValue interpolate(TextView table, double x, double y) {
   const double first = along(values[row->index], *column);
   if (row->fraction == 0) return TableValue{first};
   const double second = along(values[row->index + 1], *column);
-  return TableValue{first + (second - first) * row->fraction};
+  return TableValue{between(first, second, row->fraction)};
 }
 
 int32_t error_number(TableFault fault) {

@@ -3,7 +3,7 @@
 //
 // A table is written in a text as rows of items, the items separated by "|"
 // as in the catalogue's lists, the rows by ";" or a line break (CR LF, LF).
-// A row may end with "|"; empty rows are skipped.
+// A row may end with "|"; empty rows (blanks, or "|" alone) are skipped.
 //
 //   one dimension: the keys, then the values
 //     "20|25|30|35;9.6|11.9|14.3|16.7"

@@ -51,6 +51,10 @@ TEST(Interpolation, OneDimension) {
       {"a third row", u"20|25;1|2;3|4", 22, 0, TableFault::kDamaged},
       {"an empty table", u"", 22, 0, TableFault::kDamaged},
       {"a key beyond double", u"1e400|2;1|2", 1.5, 0, TableFault::kDamaged},
+      {"keys at the ends of double", u"-1e308|1e308;0|1", 0, 0.5, TableFault::kNone},
+      {"values at the ends of double", u"0|1;-1e308|1e308", 0.5, 0, TableFault::kNone},
+      {"empty rows and a row of \"|\" are skipped", u"20|25;|;\r\n  ;1|2", 22.5, 1.5,
+       TableFault::kNone},
   };
   for (const Case& c : cases) {
     const TableValue found = interpolate(c.table, c.x);

@@ -22,11 +22,17 @@ char16_t path_unit(char16_t c, PathCase path_case) {
   return c == u'/' ? u'\\' : fold_case(c);
 }
 
+// What reads back as it was written: not empty, no line break, no blanks
+// around it and no quotes around it (an INI read takes them off), every
+// character in code page 936 and at most the read buffer's 511 bytes.
 bool can_be_kept(TextView program, TextView file) {
   const auto storable = [](TextView text) {
-    return !trim(text).empty() && text.size() <= kLongestValue &&
+    const bool quoted = text.size() >= 2 && text.front() == text.back() &&
+                        (text.front() == u'"' || text.front() == u'\'');
+    return !text.empty() && trim(text).size() == text.size() && !quoted &&
            text.find_first_of(u"\r\n") == TextView::npos &&
-           std::all_of(text.begin(), text.end(), codepage::has_ansi_form);
+           std::all_of(text.begin(), text.end(), codepage::has_ansi_form) &&
+           codepage::display_width(text) <= kLongestValue;
   };
   return storable(program) && storable(file) && program.find_first_of(u"[]") == TextView::npos;
 }

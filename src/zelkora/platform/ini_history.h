@@ -38,11 +38,13 @@ class IniHistory {
   // The files of `program`, newest first.
   std::vector<Text> files(TextView program) const;
   // Puts `file` at the top of the list of `program`. False, with the list
-  // left as it was, for an empty program or file, a file with a line break,
-  // one longer than the INI read buffer (511 characters) or with a character
-  // that code page 936 cannot hold, and when the file could not be written
-  // (each key is written safely; a failure after the first key may leave
-  // an older file twice in the list, which reading skips).
+  // left as it was, for a program or file that would not read back as it is
+  // written: empty, with a line break, blanks or quotes around it, a
+  // character that code page 936 cannot hold, or longer than the INI read
+  // buffer (511 bytes in code page 936). False too when the file could not
+  // be written: each key is replaced safely, but a failure after the first
+  // key may leave the list with one file twice (reading skips the repeat)
+  // and another gone.
   bool add(TextView program, TextView file);
   // The history file.
   const Text& file() const { return file_; }

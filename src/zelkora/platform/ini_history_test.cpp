@@ -55,12 +55,23 @@ TEST(History, NewestFirstNoRepeatsAtMostTen) {
   EXPECT_TRUE(history.files(u"柱配筋").empty()) << "each program has its own list";
 
   // What cannot be kept is refused and the list stays.
-  const Text cases[] = {u"", u"  ", u"a\r\nb.zks", Text(512, u'长'), u"D:\\😀.zks"};
-  for (const Text& file : cases) EXPECT_FALSE(history.add(u"梁配筋", file)) << to_utf8(file);
+  const Text refused[] = {u"",
+                          u"  ",
+                          u"a\r\nb.zks",
+                          u" D:\\a.zks",
+                          u"\"D:\\a.zks\"",
+                          Text(256, u'长'),
+                          Text(512, u'a'),
+                          u"D:\\😀.zks"};
+  for (const Text& file : refused) EXPECT_FALSE(history.add(u"梁配筋", file)) << to_utf8(file);
   EXPECT_FALSE(history.add(u"", u"D:\\a.zks"));
   EXPECT_FALSE(history.add(u"[梁]", u"D:\\a.zks"));
   EXPECT_EQ(history.files(u"梁配筋"), now);
-  EXPECT_TRUE(history.add(u"梁配筋", Text(511, u'长')));
+  // The longest that reads back: 511 bytes in code page 936.
+  for (const Text& longest : {Text(255, u'长') + u"a", Text(511, u'a')}) {
+    ASSERT_TRUE(history.add(u"梁配筋", longest));
+    EXPECT_EQ(history.files(u"梁配筋").front(), longest);
+  }
 }
 
 TEST(History, HandEditedFilesReadClean) {

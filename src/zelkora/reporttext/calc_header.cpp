@@ -1,7 +1,6 @@
 // The calculation header at the head of a report.
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
+#include <ctime>
 
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/cls_character.h"
@@ -14,13 +13,14 @@ namespace {
 
 constexpr char16_t kRule = u'─';
 
+// Today in the user's time zone, yyyy-mm-dd. (std::localtime shares its
+// result between calls; the library runs on the user-interface thread only.)
 Text today() {
-  const std::chrono::year_month_day day{
-      std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now())};
+  const std::time_t now = std::time(nullptr);
+  const std::tm* local = std::localtime(&now);  // NOLINT(concurrency-mt-unsafe)
   char digits[16];
-  std::snprintf(digits, sizeof digits, "%04d-%02u-%02u", static_cast<int>(day.year()),
-                static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
-  return Text(digits, digits + 10);
+  const std::size_t n = local ? std::strftime(digits, sizeof digits, "%Y-%m-%d", local) : 0;
+  return Text(digits, digits + n);
 }
 
 // As many rule characters as fill `width` cells.
@@ -38,16 +38,18 @@ Text clsCharacter::tCalHead(TextView tTitle, TextView tProject,
   const int title_width = static_cast<int>(typeset::markup_display_width(tTitle));
   head.append(static_cast<std::size_t>(std::max(0, (width - title_width) / 2)), u' ');
   head += u"_bb(" + Text(tTitle) + u")bb_" + end;
-  head += tDelSuperSubSplitSign(tString(text_id::kProjectNameLine)) + Text(tProject) + end;
+  // Texts by id with the language offset; an id that overflows with it has none.
+  const auto text = [this](int32_t id) { return Text(language_text(id).value_or(TextView())); };
+  head += tDelSuperSubSplitSign(text(text_id::kProjectNameLine)) + Text(tProject) + end;
   int32_t listed = 0;
   for (const int32_t id : lStandards) {
-    const Text standard = tString(id);
+    const Text standard = text(id);
     if (standard.empty()) continue;
-    if (listed++ == 0) head += tString(text_id::kStandardsWord) + end;
+    if (listed++ == 0) head += text(text_id::kStandardsWord) + end;
     head.append(static_cast<std::size_t>(kSecPreSpace), u' ');
     head += tChrList(listed) + standard + end;
   }
-  head += tString(text_id::kDateWord) + (tDate.empty() ? today() : Text(tDate)) + end;
+  head += text(text_id::kDateWord) + (tDate.empty() ? today() : Text(tDate)) + end;
   head += rule_line(width) + end;
   return head;
 }

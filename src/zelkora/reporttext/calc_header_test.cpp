@@ -1,6 +1,8 @@
 // Tests of the calculation header of a report.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/typeset/markup.h"
 
@@ -41,6 +43,13 @@ TEST(CalculationHeader, TitleProjectStandardsDateAndRule) {
               c.expected)
         << c.what;
   }
+}
+
+TEST(CalculationHeader, IdsThatOverflowWithTheLanguageOffsetAreLeftOut) {
+  clsCharacter chr(platform::Platform::headless());
+  chr.lLanguage(1);
+  const Text head = chr.tCalHead(u"梁", u"", {INT32_MAX}, u"2026-11-25");
+  EXPECT_EQ(head.find(u"设计依据"), Text::npos);
 }
 
 TEST(CalculationHeader, AppendsToTheReportAndDatesItToday) {

@@ -20,7 +20,7 @@ constexpr TextView kSignContext = u"＝=+−-·×/*,，(（[【{";
 constexpr int kFallbackIndent = 4;
 
 bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool is_blank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\u3000'; }
+bool is_blank(char16_t c) { return c == u' '; }
 bool is_in(TextView set, char16_t c) { return set.find(c) != TextView::npos; }
 
 // Marks the units inside markup runs: a run begins at its start marker and
@@ -72,7 +72,6 @@ bool in_number_word(TextView text, std::size_t word, std::size_t at) {
 
 bool is_number_part(TextView text, std::size_t word, std::size_t at) {
   const char16_t c = text[at];
-  if (c == kEquals) return false;
   if (in_number_word(text, word, at)) return true;
   if (!is_in(kSigns, c)) return false;
   const bool digit_after = at + 1 < text.size() && is_digit(text[at + 1]);
@@ -107,7 +106,29 @@ std::vector<std::size_t> break_points(TextView text, std::size_t from) {
   return points;
 }
 
-int shown_width(TextView text) { return static_cast<int>(markup_display_width(trim_right(text))); }
+// The text cut at its break points into pieces (the first before the first
+// break point, each other one from its operator on), with their shown widths
+// and their trailing blanks. No marker spans a break point (the operators are
+// no marker characters and no break point lies inside a run), so a line's
+// width is the sum of its pieces' widths less the last one's trailing blanks.
+struct Piece {
+  std::size_t begin;
+  int64_t width;
+  int64_t trailing_blanks;
+};
+
+std::vector<Piece> pieces(TextView text, const std::vector<std::size_t>& points) {
+  std::vector<Piece> out;
+  std::size_t begin = 0;
+  for (std::size_t k = 0; k <= points.size(); ++k) {
+    const std::size_t end = k < points.size() ? points[k] : text.size();
+    const TextView piece = text.substr(begin, end - begin);
+    out.push_back({begin, static_cast<int64_t>(markup_display_width(piece)),
+                   static_cast<int64_t>(piece.size() - trim_right(piece).size())});
+    begin = end;
+  }
+  return out;
+}
 
 }  // namespace
 
@@ -119,33 +140,27 @@ std::vector<Text> split_equation(TextView equation, int width) {
   int indent = rhs ? static_cast<int>(markup_display_width(text.substr(0, *rhs))) : kFallbackIndent;
   if (indent > width / 2) indent = kFallbackIndent;
 
-  const std::vector<std::size_t> points = break_points(text, rhs.value_or(0) + 1);
+  const std::vector<Piece> parts = pieces(text, break_points(text, rhs.value_or(0) + 1));
+  const auto line_of = [&](std::size_t first, std::size_t end, int prefix) {
+    const std::size_t to = end < parts.size() ? parts[end].begin : text.size();
+    return Text(static_cast<std::size_t>(prefix), u' ') +
+           Text(trim_right(text.substr(parts[first].begin, to - parts[first].begin)));
+  };
   std::vector<Text> lines;
-  Text prefix;  // the indent of the line being filled
-  std::size_t start = 0;
-  auto next = points.begin();
-  while (true) {
-    // The last break point whose line fits. The rest is measured only when
-    // every break point fits, so a long equation is not measured to its end
-    // for every line.
-    auto chosen = points.end();
-    auto it = next;
-    for (; it != points.end(); ++it) {
-      if (shown_width(prefix + Text(text.substr(start, *it - start))) > width) break;
-      chosen = it;
+  int prefix = 0;  // the indent of the line being filled
+  for (std::size_t first = 0; first < parts.size();) {
+    // Pieces first..end-1 make the line: as many as fit, at least one.
+    std::size_t end = first + 1;
+    int64_t sum = prefix + parts[first].width;
+    while (end < parts.size() && sum + parts[end].width - parts[end].trailing_blanks <= width) {
+      sum += parts[end].width;
+      ++end;
     }
-    const bool rest_fits =
-        it == points.end() && shown_width(prefix + Text(text.substr(start))) <= width;
-    if (rest_fits || next == points.end()) {
-      lines.push_back(Text(trim_right(prefix + Text(text.substr(start)))));
-      return lines;
-    }
-    if (chosen == points.end()) chosen = next;  // none fits: the first one
-    lines.push_back(Text(trim_right(prefix + Text(text.substr(start, *chosen - start)))));
-    start = *chosen;
-    next = chosen + 1;
-    prefix.assign(static_cast<std::size_t>(indent), u' ');
+    lines.push_back(line_of(first, end, prefix));
+    first = end;
+    prefix = indent;
   }
+  return lines;
 }
 
 }  // namespace zelkora::typeset

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/typeset/markup.h"
 
@@ -49,6 +51,14 @@ TEST(SplitEquation, BreaksBeforeOperatorsOutsideRunsAndNumbers) {
        u"A ＝ " + rep(66, u'a') + u" × 2.5e-3 ＝ 9",
        80,
        {u"A ＝ " + rep(66, u'a'), blanks(5) + u"× 2.5e-3 ＝ 9"}},
+      {"nor an exponent's sign in brackets",
+       u"A ＝ " + rep(66, u'a') + u" × (1.5e-3)",
+       80,
+       {u"A ＝ " + rep(66, u'a'), blanks(5) + u"× (1.5e-3)"}},
+      {"an equals sign inside a number's word is none",
+       u"A ＝ " + rep(66, u'a') + u" + 12kN＝12",
+       80,
+       {u"A ＝ " + rep(66, u'a'), blanks(5) + u"+ 12kN＝12"}},
       {"a sign after a bracket is none",
        u"A ＝ " + rep(70, u'a') + u" × (-3)",
        80,
@@ -105,7 +115,10 @@ TEST(SplitEquation, LongSumsFillLinesAndLoseNothing) {
     if (i > 0) {
       EXPECT_EQ(lines[i].substr(0, 5), blanks(5)) << i;
       EXPECT_TRUE(lines[i][5] == u'+' || lines[i][5] == u'＝') << i;
-      EXPECT_GT(markup_display_width(lines[i - 1] + u" " + lines[i].substr(5)), 80u)
+      // The next term (up to its next operator) would not have fitted.
+      const Text next = lines[i].substr(5);
+      const std::size_t cut = std::min(next.find(u" +", 1), next.find(u" ＝", 1));
+      EXPECT_GT(markup_display_width(lines[i - 1] + u" " + next.substr(0, cut)), 80u)
           << "line " << i - 1 << " could have taken more";
     }
     joined += (i ? Text(u" ") + lines[i].substr(5) : lines[i]);

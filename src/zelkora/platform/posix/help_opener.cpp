@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -48,14 +49,23 @@ bool OpenerHelpViewer::show(TextView file, TextView /*topic*/) {
   const std::string name = path.native();
   const char* argv[] = {"/bin/sh",       "-c",         "\"$0\" \"$1\" </dev/null >/dev/null 2>&1 &",
                         opener_.c_str(), name.c_str(), nullptr};
+  // The viewer gets none of the caller's files beyond the standard three.
+  posix_spawn_file_actions_t actions;
+  ::posix_spawn_file_actions_init(&actions);
+#if defined(__GLIBC__) && (__GLIBC__ > 2 || (__GLIBC__ == 2 && __GLIBC_MINOR__ >= 34))
+  ::posix_spawn_file_actions_addclosefrom_np(&actions, 3);
+#endif
   pid_t shell = 0;
-  if (::posix_spawn(&shell, "/bin/sh", nullptr, nullptr, const_cast<char**>(argv), environ) != 0) {
-    return false;
-  }
-  int status = 0;
-  while (::waitpid(shell, &status, 0) < 0 && errno == EINTR) {
-  }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  const int spawned =
+      ::posix_spawn(&shell, "/bin/sh", &actions, nullptr, const_cast<char**>(argv), environ);
+  ::posix_spawn_file_actions_destroy(&actions);
+  if (spawned != 0) return false;
+  int status = -1;
+  pid_t waited = 0;
+  do {
+    waited = ::waitpid(shell, &status, 0);
+  } while (waited < 0 && errno == EINTR);
+  return waited == shell && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 std::string help_opener(const EnvLookup& env) {
