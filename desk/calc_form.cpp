@@ -75,6 +75,8 @@ class CalcForm::Events : public grid::FormSession {
   void ComboClick() override {
     FormSession::ComboClick();
     form_.mark_changed(true);
+    // The rows the pick made (not) apply leave (or join) the filtered view.
+    if (form_.grid().filtered()) form_.apply_filter();
   }
   void EnterRow() override {
     FormSession::EnterRow();
@@ -82,7 +84,8 @@ class CalcForm::Events : public grid::FormSession {
   }
   void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
     FormSession::LeaveCell(row, col, cancel);
-    // A refused value is no step: the item keeps the typed text until mended.
+    // A refused value is no step: the cell and the item are back at the
+    // text the row had when it was entered.
     form_.values_changed(!cancel);
     if (cancel) form_.show_row_notes();
   }
@@ -330,7 +333,7 @@ bool CalcForm::open_file(const QString& file) {
 
 bool CalcForm::save_file(const QString& file) {
   // A value still being edited is left first, checked as always.
-  if (session_->cell().bLeaveCellCanCelA()) return false;
+  if (!grid_->leave_cell()) return false;
   if (!session_->cell().bLoadOrSaveData(u"Save", to_text(file), form_name(), {}, add_data_)) {
     errors_.GenMsgErrorW(error_id::kDataFileNotSaved, to_text(QFileInfo(file).fileName()), {}, {},
                          {}, false);
@@ -361,7 +364,7 @@ void CalcForm::calculate() {
                                  to_text(windowTitle()));
     return;
   }
-  if (session_->cell().bLeaveCellCanCelA()) return;
+  if (!grid_->leave_cell()) return;
   std::vector<Text> values;
   session_->cell().GetCurrentText(values);
   clsCharacter chr(platform_);
@@ -403,7 +406,7 @@ void CalcForm::ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool
 
 void CalcForm::closeEvent(QCloseEvent* event) {
   // A value still being typed is left, and checked, first.
-  if (session_->cell().bLeaveCellCanCelA()) {
+  if (!grid_->leave_cell()) {
     event->ignore();
     return;
   }

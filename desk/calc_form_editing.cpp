@@ -162,7 +162,7 @@ bool CalcForm::undo() { return step_history(true); }
 bool CalcForm::redo() { return step_history(false); }
 
 bool CalcForm::step_history(bool back) {
-  if (cell().bLeaveCellCanCelA()) return false;
+  if (!grid_->leave_cell()) return false;
   values_changed();
   if (!(back ? history_->undo() : history_->redo())) return false;
   const int32_t item = back ? history_->redo_item() : history_->undo_item();
@@ -225,7 +225,7 @@ bool CalcForm::paste_values(const QString& text) {
 // -----------------------------------------------------
 
 void CalcForm::reset_current() {
-  if (cell().bLeaveCellCanCelA()) return;
+  if (!grid_->leave_cell()) return;
   values_changed();
   const std::vector<grid::ItemValue> values = grid::defaults_of(cell(), grid_->currentRow());
   if (values.empty()) return;
@@ -267,6 +267,7 @@ void CalcForm::apply_filter() {
                                refused_only_->isChecked()};
   if (!filter.active()) {
     grid_->show_only({});
+    grid::show_kept_rows(cell(), {});
     return;
   }
   const std::vector<grid::RowFacts> rows = grid::row_facts(cell());
@@ -276,7 +277,10 @@ void CalcForm::apply_filter() {
       refused[static_cast<std::size_t>(row - 1)] = true;
     }
   }
-  grid_->show_only(grid::rows_kept(rows, filter, refused));
+  std::vector<bool> kept = grid::rows_kept(rows, filter, refused);
+  // A folded row the filter shows is edited and checked like any other.
+  grid::show_kept_rows(cell(), kept);
+  grid_->show_only(std::move(kept));
 }
 
 // ---- The view kept between sessions

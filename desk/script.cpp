@@ -210,15 +210,19 @@ class Runner {
       auto* combo = qobject_cast<QComboBox*>(editor);
       if (!combo) combo = qobject_cast<QComboBox*>(editor->parentWidget());
       if (!combo) throw StepError("the cell has no list");
-      const int at = combo->findText(text);
-      if (at < 0) throw StepError("the list has no \"" + text.toStdString() + "\"");
-      // The arrow of the box opens the list; the item is clicked in it.
+      // The arrow of the box opens the list (filled as it opens); the item
+      // is clicked in it.
       QTest::mouseClick(combo, Qt::LeftButton, Qt::NoModifier,
                         QPoint(combo->width() - 6, combo->height() / 2));
       // The list takes a click only after a double click's time has passed.
       QTest::qWait(QApplication::doubleClickInterval() + 50);
       QAbstractItemView* view = combo->view();
       if (!view->isVisible()) throw StepError("the list did not open");
+      const int at = combo->findText(text);
+      if (at < 0) {
+        combo->hidePopup();
+        throw StepError("the list has no \"" + text.toStdString() + "\"");
+      }
       const QRect rect = view->visualRect(view->model()->index(at, 0));
       QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
       settle();

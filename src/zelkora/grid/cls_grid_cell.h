@@ -206,9 +206,8 @@ class clsGridCell {
   // "16"; parts it lacks are empty) and its own parts are rewritten joined
   // with ", " ("2, 16"; "2" alone stays "2");
   // a value of more parts than members is refused with error 200 through the
-  // object's clsErrChr (shown), the cell gets the text the row had when it
-  // was entered back while the item keeps the typed text (so leaving again
-  // without typing is refused again), and the leave is cancelled. Leaving a
+  // object's clsErrChr (shown), the cell and the item get the text the row
+  // had when it was entered back, and the leave is cancelled. Leaving a
   // member row rejoins its group. Only the edited row's bold mark is
   // updated: the rows the group rule rewrote keep theirs, and leaving a row
   // that was not edited changes no mark.
@@ -293,10 +292,11 @@ class clsGridCell {
 
   // Whether leaving the active cell must be cancelled, for a form about to
   // calculate or close: the row's check expression (GetCheckSign) with its
-  // list (lListRes) through clsErrChr::GenCheckCboEnterNumErrX, then the
-  // group rule of leaving. A refused value is shown as a message, the cell
-  // gets the row's text from when it was entered back (the item keeps the
-  // typed text, as for a refused group value), and the answer is true;
+  // list (lListRes) through clsErrChr::GenCheckCboEnterNumErrX, for a value
+  // changed since the row was entered (a value the program wrote, from a
+  // file or an undo, is not checked here), then the group rule of leaving. A refused value is shown as a message, the cell
+  // and the item get the row's text from when it was entered back (as for a
+  // refused group value), and the answer is true;
   // otherwise the cell is left as GridCell_LeaveCellA/B
   // leaves it (with ControlEnableA / ControlEnableB).
   bool bLeaveCellCanCelA();
@@ -349,6 +349,8 @@ class clsGridCell {
   Text check_of(int32_t row) const;
   bool is_heading(int32_t row) const;
   bool item_hidden(int32_t row) const;
+  // Collapsed and not shown by a filter: left out of the editing cycle.
+  bool folded_away(int32_t row) const;
   int32_t shown_height(int32_t row) const;
   // The member rows directly below a group row: [first, last], empty when
   // last < first.
@@ -359,6 +361,7 @@ class clsGridCell {
   void set_value(int32_t row, TextView text);
   void update_bold(int32_t row);
   void restore_entered_text(int32_t row);
+  void keep_entered_text();
   // Collapsed flags and heights of rows first..last under a heading that is
   // shown (`shown`) or collapsed; group rows back to their layout state.
   void show_rows(int32_t first, int32_t last, bool shown);
@@ -400,6 +403,9 @@ class clsGridCell {
   bool built_ = false;
   bool display_tu_li_ = false;
   std::vector<bool> collapsed_;  // per row 1..R
+  // Rows a filter of the host shows although they are collapsed (1..R, or
+  // empty for none): they take part in the editing cycle like any shown row.
+  std::vector<bool> revealed_;
 
   // Cell editing cycle.
   int32_t current_row_ = 0;

@@ -164,6 +164,16 @@ TEST(ValueHistory, UndoAndRedoCommittedValuesWithWhatTheyChanged) {
   EXPECT_EQ(f.value(kRowWidth), u"300");
   EXPECT_TRUE(f.bold(kRowWidth));
   EXPECT_EQ(history.redo_item(), 15);
+  // The marks come back as the step left them: the group typed, its members
+  // rewritten (unmarked), also across another undo.
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_TRUE(history.redo());
+    EXPECT_EQ((std::vector<bool>{f.bold(kRowBars), f.bold(kRowCount), f.bold(kRowDiameter)}),
+              (std::vector<bool>{true, false, false}));
+    if (round == 0) {
+      ASSERT_TRUE(history.undo());
+    }
+  }
   // A new value drops what was undone.
   f.enter_type_leave(kRowDepth, u"600");
   EXPECT_TRUE(history.record());
@@ -200,6 +210,26 @@ TEST(ValueEdits, DefaultsOfARowAGroupOrAHeading) {
   EXPECT_FALSE(f.bold(kRowWidth));
   EXPECT_EQ(f.value(kRowDepth), u"500");
   EXPECT_EQ(f.value(kRowBars), u"3, 20");
+  // A group and its members stay in step whichever of them is written.
+  const struct {
+    std::vector<ItemValue> written;
+    const char16_t* group;
+    const char16_t* count;
+    const char16_t* diameter;
+  } writes[] = {
+      {defaults_of(*f.cell, kRowCount), u"2, 20", u"2", u"20"},
+      {{{16, u"5"}}, u"5, 20", u"5", u"20"},
+      {{{15, u"4,25"}}, u"4, 25", u"4", u"25"},
+      {{{15, u"6"}}, u"6", u"6", u""},
+      {{{15, u"2, 16"}, {16, u"2"}, {17, u"16"}}, u"2, 16", u"2", u"16"},
+  };
+  for (const auto& w : writes) {
+    write_values(*f.cell, w.written);
+    EXPECT_EQ((std::vector<Text>{f.cell->tGetText(15), f.value(kRowBars), f.cell->tGetText(16),
+                                 f.value(kRowCount), f.cell->tGetText(17), f.value(kRowDiameter)}),
+              (std::vector<Text>{w.group, w.group, w.count, w.count, w.diameter, w.diameter}));
+  }
+  EXPECT_FALSE(f.bold(kRowBars));  // back at its default
 }
 
 TEST(ViewState, TextReadBackAndDamage) {

@@ -99,6 +99,11 @@ bool clsGridCell::item_hidden(int32_t row) const {
   return item >= 0 && items_.hidden[static_cast<std::size_t>(item)];
 }
 
+bool clsGridCell::folded_away(int32_t row) const {
+  const auto r = static_cast<std::size_t>(row);
+  return r < collapsed_.size() && collapsed_[r] && !(r < revealed_.size() && revealed_[r]);
+}
+
 int32_t clsGridCell::shown_height(int32_t row) const {
   return collapsed_[static_cast<std::size_t>(row)] || item_hidden(row) ? 0 : row_height_;
 }
@@ -273,6 +278,7 @@ void clsGridCell::tShowRowTitle() {
 void clsGridCell::CellText(int32_t Index, TextView text) {
   const int32_t row = lGetRowByIndex(Index);
   if (row > 0 && ready()) grid_->Text(row, grid::kValueCol, text);
+  if (row == current_row_) keep_entered_text();
 }
 
 Text clsGridCell::tGetText(int32_t Index) const {

@@ -26,6 +26,11 @@ struct clsGridCell::Internals {
   static int32_t row_height(const clsGridCell& g) { return g.row_height_; }
   static const std::vector<bool>& collapsed_rows(const clsGridCell& g) { return g.collapsed_; }
   static bool built(const clsGridCell& g) { return g.built_; }
+  // The rows a host's filter shows (indexed by row 0..R; empty: none). A
+  // collapsed row among them is edited, checked and marked like any other.
+  static void reveal_rows(clsGridCell& g, std::vector<bool> rows) {
+    g.revealed_ = std::move(rows);
+  }
   // A row's kind (absolute), its item (-1 when it has none within 0..lMax),
   // the catalogue id of its caption, its check expression and its list.
   static int32_t kind(const clsGridCell& g, int32_t row) { return g.kind_of(row); }

@@ -42,10 +42,17 @@ void clsGridCell::update_bold(int32_t row) {
                   grid::differs_from_default(items_.current[i], items_.defaults[i]));
 }
 
-// A refused value: the cell gets back the text its row had when entered; the
-// item keeps what was typed, so leaving again without typing is refused again.
-void clsGridCell::restore_entered_text(int32_t row) {
-  grid_->Text(row, grid::kValueCol, entered_text_);
+// A refused value: the cell gets back the text its row had when entered.
+// That write is a change of the value cell, so the item takes the text too:
+// what the cell shows is what is checked, saved and undone.
+void clsGridCell::restore_entered_text(int32_t row) { set_value(row, entered_text_); }
+
+// The program wrote the current row's value cell (a file, the defaults, an
+// undo): that text is the one a refusal returns to, and it was not typed.
+void clsGridCell::keep_entered_text() {
+  if (ready() && valid_row(current_row_)) {
+    entered_text_ = grid_->Text(current_row_, grid::kValueCol);
+  }
 }
 
 // ---- The group rule ------------------------------------------------------------
@@ -91,8 +98,11 @@ bool clsGridCell::leave_current_cell(bool check) {
   const int32_t row = current_row_;
   if (!ready() || !valid_row(row) || current_col_ != grid::kValueCol) return true;
   const int32_t item = value_item(row);
-  if (item < 0 || collapsed_[static_cast<std::size_t>(row)]) return true;
-  if (check) {
+  if (item < 0 || folded_away(row)) return true;
+  // Only a value changed in the cell is checked: one refused without being
+  // typed (from a file, or by another value) keeps its mark until mended,
+  // and its row can be left.
+  if (check && items_.current[static_cast<std::size_t>(item)] != entered_text_) {
     clsErrChr& err = *errors_;
     err.bMessageIgnore(false);
     err.tCheckNumberSign(check_of(row));
@@ -261,6 +271,7 @@ void clsGridCell::LoadDefaultEnter(bool bMsg) {
   }
   items_.current = items_.defaults;
   if (!cells) return;
+  keep_entered_text();
   for (int32_t r = 1; r <= rows_.rows; ++r) grid_->FontBold(r, grid::kValueCol, false);
   grid::finish_grid(*grid_);
 }

@@ -81,6 +81,7 @@ void clsGridCell::refill_cells() {
     grid_->Text(r, grid::kValueCol, items_.current[static_cast<std::size_t>(item)]);
     update_bold(r);
   }
+  keep_entered_text();
   grid::finish_grid(*grid_);
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "zelkora/grid/grid_cell_internals.h"
 #include "zelkora/grid/layout.h"
 
 namespace zelkora::grid {
@@ -66,6 +67,10 @@ std::vector<bool> rows_kept(const std::vector<RowFacts>& rows, const RowFilter& 
     }
   }
   return kept;
+}
+
+void show_kept_rows(clsGridCell& cell, std::vector<bool> kept) {
+  clsGridCell::Internals::reveal_rows(cell, std::move(kept));
 }
 
 }  // namespace zelkora::grid

@@ -35,4 +35,10 @@ bool contains_text(TextView text, TextView part);
 std::vector<bool> rows_kept(const std::vector<RowFacts>& rows, const RowFilter& filter,
                             const std::vector<bool>& refused);
 
+// Tells the grid which rows a filter shows (`kept` as rows_kept gives it;
+// empty when no filter is applied): a folded row the filter shows is one the
+// user can see and edit, so leaving it checks its value, applies the group
+// rule and sets its mark like any shown row.
+void show_kept_rows(clsGridCell& cell, std::vector<bool> kept);
+
 }  // namespace zelkora::grid

@@ -2,8 +2,9 @@
 // that are no typing (defaults of a row, a group or a heading): one step per committed
 // change, holding every item the change rewrote (a group's members with
 // their group). Undoing or redoing a step writes those items back, refreshes
-// their cells and bold marks, and lets the form hide or show its rows again
-// (ControlEnableA), as the change itself did.
+// their cells, puts their bold marks back as they were at that point, and
+// lets the form hide or show its rows again (ControlEnableA), as the change
+// itself did.
 //
 //   grid::ValueHistory history(cell);   // the values as they are: no steps
 //   ... a value is typed and its cell left ...
@@ -26,10 +27,16 @@ struct ItemValue {
   Text text;
 };
 
-// Writes the items' texts, their cells and bold marks, then lets the form
-// hide or show its rows again (ControlEnableA(0)). Items outside 0..lMax are
-// passed over.
+// Writes the items' texts, their cells and bold marks, keeps groups and
+// their members in step (a member written without its group rejoins the
+// group, a group written without its members is split into them, and the
+// rows so rewritten are marked by the same rule), then lets the form hide or
+// show its rows again (ControlEnableA(0)). Items outside 0..lMax are passed
+// over.
 void write_values(clsGridCell& cell, const std::vector<ItemValue>& values);
+
+// The bold mark of each item's value cell (0..lMax; false without a grid).
+std::vector<bool> value_marks(clsGridCell& cell);
 
 // The items of row `row` back at their defaults: the row's item, a group's
 // with its members', or a heading's items under it (items that do not apply
@@ -65,16 +72,21 @@ class ValueHistory {
     int32_t item;
     Text before;
     Text after;
+    bool bold_before;
+    bool bold_after;
   };
   using Step = std::vector<Change>;
 
   void apply(const Step& step, bool forward);
+  // The values and marks as they are now become the last step's.
+  void take_values();
   // The last step of `from` applied (forward: its after-texts) and moved
   // to `to`; false when `from` is empty.
   bool move_step(std::vector<Step>& from, std::vector<Step>& to, bool forward);
 
   clsGridCell& cell_;
   std::vector<Text> values_;  // the values after the last step
+  std::vector<bool> marks_;   // ... and their cells' bold marks
   std::vector<Step> done_;
   std::vector<Step> undone_;
 };

@@ -49,4 +49,144 @@ void HeadlessForm::lose_focus() {
   if (events_) events_->LostFocus();
 }
 
+// ---- A user's whole actions ------------------------------------------------------
+
+bool HeadlessUser::raise_leave() {
+  if (left_) return true;
+  const CellRef at = view_.grid.ActiveCell();
+  bool cancel = false;
+  if (events()) events()->LeaveCell(at.row, at.col, cancel);
+  left_ = !cancel;
+  // A refused value keeps its editor open, showing the cell's text selected.
+  if (cancel && at.col == HeadlessForm::kValueCol) editing_ = selected_ = true;
+  return !cancel;
+}
+
+void HeadlessUser::make_active(int32_t row, int32_t col) {
+  const CellRef was = view_.grid.ActiveCell();
+  view_.grid.ActiveCell(row, col);
+  entered_text_ = view_.grid.Text(row, col);
+  left_ = false;
+  if (row != was.row && events()) events()->EnterRow();
+}
+
+bool HeadlessUser::begin_edit() {
+  const CellRef at = view_.grid.ActiveCell();
+  if (editing_) return true;
+  if (view_.grid.Locked(at.row)) return false;
+  bool cancel = false;
+  if (events()) events()->BeforeEdit(at.row, at.col, cancel);
+  if (cancel) return false;
+  editing_ = selected_ = true;
+  left_ = false;
+  return true;
+}
+
+void HeadlessUser::change_text(TextView text) {
+  const CellRef at = view_.grid.ActiveCell();
+  view_.grid.Text(at.row, at.col, text);
+  left_ = false;
+  if (events()) events()->CellChanging();
+}
+
+void HeadlessUser::click(int32_t row, int32_t col) {
+  const CellRef active = view_.grid.ActiveCell();
+  const bool same = active == CellRef{row, col};
+  if (!same) {
+    if (!raise_leave()) return;
+    editing_ = false;
+    make_active(row, col);
+  }
+  if (events()) events()->Click(row, col);
+  if (same && !editing_) begin_edit();
+}
+
+void HeadlessUser::type(TextView text) {
+  for (const char16_t c : text) {
+    if (!editing_) {
+      const int16_t code =
+          c < 0x80 ? static_cast<int16_t>(c >= u'a' && c <= u'z' ? c - 32 : c) : int16_t{0};
+      if (code > 0 && events()) {
+        int16_t key_code = code;
+        events()->KeyDown(key_code, 0);
+      }
+      if (c == u' ' || !begin_edit()) continue;
+    }
+    // A key replaces the selected text, or goes on the end of it.
+    const CellRef at = view_.grid.ActiveCell();
+    change_text(selected_ ? zelkora::Text(1, c) : view_.grid.Text(at.row, at.col) + c);
+    selected_ = false;
+  }
+}
+
+void HeadlessUser::key(Key key) {
+  const CellRef at = view_.grid.ActiveCell();
+  switch (key) {
+    case kEscape:
+      if (!editing_) return;
+      editing_ = false;
+      view_.grid.Text(at.row, at.col, entered_text_);
+      if (events()) events()->CellChanging();
+      return;
+    case kSpace:
+      if (editing_) return type(u" ");
+      if (events()) {
+        int16_t code = 32;
+        events()->KeyDown(code, 0);
+      }
+      return;
+    case kF2:
+      begin_edit();
+      return;
+    case kF4:
+      if (view_.grid.CellType(at.row, at.col) != GridControl::kComboCell || !begin_edit()) return;
+      if (events()) events()->ComboDropDown();
+      return;
+    case kEnter:
+    case kTab:
+    case kBackTab: {
+      if (!raise_leave()) return;
+      editing_ = false;
+      if (key != kEnter) return advance(at, key == kTab ? 1 : -1, false);
+      if (events()) {
+        int16_t code = 13;
+        events()->KeyDown(code, 0);
+      }
+      // The form may have moved the focus (to row 0 from the lowest row).
+      if (view_.grid.ActiveCell() == at && view_.grid.enter_key_move_to != 0) {
+        advance(at, 1, true);
+      }
+      return;
+    }
+  }
+}
+
+void HeadlessUser::pick(TextView text) {
+  if (!editing_) return;
+  const CellRef at = view_.grid.ActiveCell();
+  view_.grid.Text(at.row, at.col, text);
+  left_ = false;
+  if (events()) events()->ComboClick();
+}
+
+int32_t HeadlessUser::next_editable_row(int32_t row, int step) const {
+  for (int32_t r = row + step; r >= 1 && r < view_.grid.Rows(); r += step) {
+    if (view_.grid.RowHeight(r) > 0 && !view_.grid.Locked(r)) return r;
+  }
+  return -1;
+}
+
+void HeadlessUser::advance(CellRef from, int step, bool enter) {
+  const int32_t next = next_editable_row(from.row, step);
+  if (next >= 0) {
+    make_active(next, HeadlessForm::kValueCol);
+    begin_edit();
+    return;
+  }
+  if (!enter) return;
+  for (int32_t r = from.row + 1; r < view_.grid.Rows(); ++r) {
+    if (view_.grid.RowHeight(r) > 0) return make_active(r, from.col);
+  }
+}
+
 }  // namespace zelkora::platform::headless

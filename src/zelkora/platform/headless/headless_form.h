@@ -56,7 +56,53 @@ class HeadlessForm {
   MemoryGridForm form;
 
  private:
+  friend class HeadlessUser;
   GridEvents* events_ = nullptr;
+};
+
+// A user's hand on the headless form, in whole actions: a click, keys typed,
+// a key that ends or moves an edit, a pick from an open list. Each raises
+// the events the desktop grid raises for it, in its order (qt/qt_grid.h), with
+// an editor that opens and closes where the desktop grid's does; a test
+// compares the two hosts action by action.
+//
+//   HeadlessUser user(view);
+//   user.click(8, 3);          // LeaveCell of the active cell, EnterRow, Click
+//   user.type(u"300");         // KeyDown, BeforeEdit, CellChanging per key
+//   user.key(HeadlessUser::kEnter);
+class HeadlessUser {
+ public:
+  enum Key { kEnter, kTab, kBackTab, kEscape, kSpace, kF2, kF4 };
+
+  explicit HeadlessUser(HeadlessForm& view) : view_(view) {}
+
+  // A click on a cell: another cell is left first (a refusal keeps the
+  // editor and ends the click); a click on the active value cell edits it.
+  void click(int32_t row, int32_t col);
+  // Characters typed one key each: outside an editor a key starts the edit
+  // of the active cell (Space does not), inside it every key changes the text.
+  void type(TextView text);
+  void key(Key key);
+  // `text` chosen from the open list of the cell being edited.
+  void pick(TextView text);
+  bool editing() const { return editing_; }
+
+ private:
+  bool raise_leave();
+  void make_active(int32_t row, int32_t col);
+  bool begin_edit();
+  void change_text(TextView text);
+  // After a leave by Tab, Shift+Tab (step 1, -1) or Enter: the next
+  // editable row, its editor open; Enter goes on to the next shown row.
+  void advance(CellRef from, int step, bool enter);
+  int32_t next_editable_row(int32_t row, int step) const;
+  GridEvents* events() const { return view_.events_; }
+
+  HeadlessForm& view_;
+  bool editing_ = false;
+  bool selected_ = false;       // the editor's text is selected: a key replaces it
+  bool left_ = false;           // the active cell was left and not entered or edited since
+  zelkora::Text entered_text_;  // the active cell's text when it was entered
 };
 
 }  // namespace zelkora::platform::headless

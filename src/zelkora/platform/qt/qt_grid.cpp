@@ -12,6 +12,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 
 #include "zelkora/platform/qt/qt_controls.h"
 
@@ -88,6 +89,50 @@ QColor refused_ground(const QPalette& palette) {
 
 // ---- The cell editors ---------------------------------------------------------
 
+namespace {
+
+// The editor of a list cell: an editable combo box whose list is filled just
+// before it opens, and which reports a pick only for an item chosen from
+// its open list, which closes the list first (the box also reports
+// "activated" whenever its line loses the focus or takes Enter on a text
+// that matches an item: that is no pick, the cell is left as any other).
+class ListEditor : public QComboBox {
+ public:
+  ListEditor(QWidget* parent, std::function<std::vector<zelkora::Text>()> fill,
+             std::function<void(const QString&)> picked)
+      : QComboBox(parent), fill_(std::move(fill)), picked_(std::move(picked)) {
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    QObject::connect(this, &QComboBox::activated, this, [this](int item) {
+      if (closing_popup_) picked_(itemText(item));
+    });
+  }
+
+  void set_items(const std::vector<zelkora::Text>& items) {
+    const QString text = currentText();
+    clear();
+    for (const zelkora::Text& item : items) addItem(to_qstring(item));
+    setEditText(text);
+  }
+
+  void showPopup() override {
+    set_items(fill_());
+    QComboBox::showPopup();
+  }
+  void hidePopup() override {
+    closing_popup_ = true;
+    QComboBox::hidePopup();
+    QMetaObject::invokeMethod(this, [this] { closing_popup_ = false; }, Qt::QueuedConnection);
+  }
+
+ private:
+  std::function<std::vector<zelkora::Text>()> fill_;
+  std::function<void(const QString&)> picked_;
+  bool closing_popup_ = false;  // the list is closing: its choice is a pick
+};
+
+}  // namespace
+
 // A line edit for a text cell, an editable combo box for a combo cell (its
 // items are the cell's list when the editor opens). Every change of the
 // text and every pick goes to the grid at once.
@@ -101,19 +146,19 @@ class QtGridControl::Delegate : public QStyledItemDelegate {
     const int32_t col = index.column();
     QtGridControl& grid = grid_;
     if (grid.model_.CellType(row, col) == kComboCell) {
-      auto* combo = new QComboBox(parent);
-      combo->setEditable(true);
-      combo->setInsertPolicy(QComboBox::NoInsert);
+      auto* combo = new ListEditor(
+          parent,
+          [&grid, row, col] {
+            // The list is about to open: the form fills it.
+            grid.raise([](GridEvents& e) { e.ComboDropDown(); });
+            return grid.model_.ComboList(row, col);
+          },
+          [&grid, row, col](const QString& text) { grid.editor_picked(row, col, text); });
       combo->setFont(grid.cell_font(false));
-      for (const zelkora::Text& item : grid.model_.ComboList(row, col)) {
-        combo->addItem(to_qstring(item));
-      }
+      combo->set_items(grid.model_.ComboList(row, col));
       QObject::connect(
           combo->lineEdit(), &QLineEdit::textEdited, combo,
           [&grid, row, col](const QString& text) { grid.editor_text_changed(row, col, text); });
-      QObject::connect(combo, &QComboBox::activated, combo, [&grid, combo, row, col](int item) {
-        grid.editor_picked(row, col, combo->itemText(item));
-      });
       combo->installEventFilter(&grid);
       return combo;
     }
@@ -351,6 +396,8 @@ void QtGridControl::ColWidth(int32_t col, int32_t width) {
 
 void QtGridControl::Text(int32_t row, int32_t col, TextView text) {
   model_.Text(row, col, text);
+  // What the form writes into the active cell is what Escape goes back to.
+  if (entered_at_ == CellRef{row, col}) entered_text_ = zelkora::Text(text);
   if (!drawing()) {
     stale(row);
     return;
@@ -644,6 +691,18 @@ bool QtGridControl::eventFilter(QObject* watched, QEvent* event) {
   return QTableWidget::eventFilter(watched, event);
 }
 
+bool QtGridControl::leave_cell() {
+  if (!leave_active()) {
+    keep_editing();
+    return false;
+  }
+  if (QWidget* editor = indexWidget(currentIndex())) {
+    QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    draw_cell(currentIndex().row(), currentIndex().column());
+  }
+  return true;
+}
+
 bool QtGridControl::type_into(int32_t row, int32_t col, const QString& text) {
   if (!edit_cell(row, col)) return false;
   QWidget* editor = indexWidget(QTableWidget::model()->index(row, col));
@@ -693,6 +752,13 @@ void QtGridControl::editor_picked(int32_t row, int32_t col, const QString& text)
 }
 
 void QtGridControl::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  // The view would close the editor of the cell left as if Enter had ended
+  // it (and the grid would move on from there): the cell was left already,
+  // its editor just goes.
+  if (QWidget* editor = previous.isValid() ? indexWidget(previous) : nullptr) {
+    QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    draw_cell(previous.row(), previous.column());
+  }
   QTableWidget::currentChanged(current, previous);
   if (!current.isValid()) return;
   model_.ActiveCell(current.row(), current.column());
@@ -718,7 +784,12 @@ void QtGridControl::mousePressEvent(QMouseEvent* event) {
   pressed_ = row >= 0 && col >= 0 ? QTableWidget::model()->index(row, col) : QModelIndex();
   pressed_active_ = row == active.row && col == active.col;
   QTableWidget::mousePressEvent(event);
-  if (pressed_.isValid()) model_.ActiveCell(row, col);
+  // Inside a merged range the view keeps its first column current: the
+  // cell under the mouse is the active one, entered anew.
+  if (pressed_.isValid() && !(model_.ActiveCell() == CellRef{row, col})) {
+    model_.ActiveCell(row, col);
+    left_ = false;
+  }
 }
 
 void QtGridControl::mouseReleaseEvent(QMouseEvent* event) {
@@ -824,6 +895,11 @@ bool QtGridControl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* 
   if (!index.isValid() || trigger == QAbstractItemView::NoEditTriggers) {
     return QTableWidget::edit(index, trigger, event);
   }
+  // The view asks on every move and click whether to edit: only the
+  // triggers the grid edits on (and the control's own edits) open an editor.
+  if (trigger != QAbstractItemView::AllEditTriggers && !(editTriggers() & trigger)) {
+    return QTableWidget::edit(index, trigger, event);
+  }
   if (model_.Locked(index.row())) return false;
   // A click's slow edit after F2 already opened the editor: nothing anew.
   if (state() == QAbstractItemView::EditingState && indexWidget(index)) return true;
@@ -831,9 +907,6 @@ bool QtGridControl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* 
     bool cancel = false;
     raise([&](GridEvents& e) { e.BeforeEdit(index.row(), index.column(), cancel); });
     if (cancel) return false;
-    if (model_.CellType(index.row(), index.column()) == kComboCell) {
-      raise([](GridEvents& e) { e.ComboDropDown(); });
-    }
   }
   if (!QTableWidget::edit(index, trigger, event)) return false;
   if (!(entered_at_ == CellRef{index.row(), index.column()})) {
@@ -859,6 +932,11 @@ void QtGridControl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditH
     // The form shows a box while it handles the leave: the editor goes, and
     // comes back if the leave is cancelled.
     QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return;
+  }
+  if (hint == QAbstractItemDelegate::NoHint && !left_ && QApplication::focusWidget() == this) {
+    // The focus went from the editor to the grid: a click in the grid, which
+    // leaves the cell itself (once, one message if it is refused).
     return;
   }
   if (!leave_active()) {

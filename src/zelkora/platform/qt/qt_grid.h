@@ -14,9 +14,10 @@
 //    the current cell, its editor and the focus), EnterRow when the row
 //    changed, then Click when the button is released on the same cell;
 //  - typing or F2 or a double click in a cell: BeforeEdit (a cancel refuses
-//    the edit), for a combo cell ComboDropDown before its list is filled,
-//    then CellChanging for every change of the editor's text and ComboClick
-//    for an item picked from the list;
+//    the edit), then CellChanging for every change of the editor's text;
+//    for a list cell ComboDropDown when its list is about to open (F4,
+//    Alt+Down, its button), and ComboClick for an item picked from the open
+//    list (an editor closed without a pick is left as any other);
 //  - Enter, Tab, Shift+Tab, a click elsewhere or the focus going to another
 //    window while editing: LeaveCell (a cancel keeps the editor open,
 //    showing the cell's text as the form left it); Escape puts back the text
@@ -66,6 +67,10 @@ class QtGridControl : public QTableWidget, public GridControl {
   // first), and opens its editor as F2 does. False when the leave was
   // cancelled or the edit refused.
   bool edit_cell(int32_t row, int32_t col);
+  // Leaves the active cell as a click elsewhere would (LeaveCell, raised
+  // once): a refusal keeps its editor open and answers false; otherwise an
+  // open editor closes. For a form about to save, calculate, undo or close.
+  bool leave_cell();
   // Enters `text` into the cell as if typed: the cell is made active and
   // edited, takes the text (CellChanging) and is left. False when any step
   // was refused; a refused value keeps its editor open.

@@ -1,0 +1,262 @@
+// The grid on both hosts: the same user actions, made with real mouse and key
+// events on the Qt grid and as whole actions on the headless form, raise the
+// same events in the same order and leave the same values, cells and marks.
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QTest>
+#include <memory>
+
+#include "zelkora/grid/form_session.h"
+#include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/headless/headless_form.h"
+#include "zelkora/platform/qt/qt_controls.h"
+#include "zelkora/platform/qt/qt_grid.h"
+
+namespace zelkora::platform::qt {
+namespace {
+
+constexpr int32_t kBeamSteel = 63706;
+constexpr int32_t kValueCol = 3;
+
+// Passes the grid's events on to the form and writes each down.
+class EventLog : public GridEvents {
+ public:
+  explicit EventLog(GridEvents& to) : to_(to) {}
+  QStringList lines;
+
+  void EnterRow() override {
+    lines << QStringLiteral("EnterRow");
+    to_.EnterRow();
+  }
+  void BeforeEdit(int32_t row, int32_t col, bool& cancel) override {
+    to_.BeforeEdit(row, col, cancel);
+    lines << QStringLiteral("BeforeEdit %1,%2%3").arg(row).arg(col).arg(cancel ? " cancel" : "");
+  }
+  void CellChanging() override {
+    lines << QStringLiteral("CellChanging");
+    to_.CellChanging();
+  }
+  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
+    to_.LeaveCell(row, col, cancel);
+    lines << QStringLiteral("LeaveCell %1,%2%3").arg(row).arg(col).arg(cancel ? " cancel" : "");
+  }
+  void ComboDropDown() override {
+    lines << QStringLiteral("ComboDropDown");
+    to_.ComboDropDown();
+  }
+  void ComboClick() override {
+    lines << QStringLiteral("ComboClick");
+    to_.ComboClick();
+  }
+  void Click(int32_t row, int32_t col) override {
+    lines << QStringLiteral("Click %1,%2").arg(row).arg(col);
+    to_.Click(row, col);
+  }
+  void DblClick() override {
+    lines << QStringLiteral("DblClick");
+    to_.DblClick();
+  }
+  void KeyDown(int16_t& key_code, int16_t shift) override {
+    lines << QStringLiteral("KeyDown %1").arg(key_code);
+    to_.KeyDown(key_code, shift);
+  }
+  void LostFocus() override {
+    lines << QStringLiteral("LostFocus");
+    to_.LostFocus();
+  }
+
+ private:
+  GridEvents& to_;
+};
+
+// A platform whose message box writes down what it shows.
+std::shared_ptr<Platform> recording_platform() {
+  auto platform = Platform::headless();
+  platform->messages = std::make_shared<headless::RecordingMessageBox>();
+  return platform;
+}
+
+std::size_t shown_messages(const Platform& platform) {
+  return static_cast<const headless::RecordingMessageBox&>(*platform.messages).shown.size();
+}
+
+// What a form holds after the actions: per row its item's text, the value
+// cell's text and its bold mark; then the messages shown.
+QStringList state_of(grid::FormSession& session, const GridControl& grid, const Platform& p) {
+  QStringList rows;
+  clsGridCell& cell = session.cell();
+  for (int32_t row = 1; row < grid.Rows(); ++row) {
+    const int32_t item = cell.lGetIndexByRow(row);
+    rows << QStringLiteral("%1: %2 | %3%4")
+                .arg(row)
+                .arg(item >= 0 ? to_qstring(cell.tGetText(item)) : QStringLiteral("-"))
+                .arg(to_qstring(grid.Text(row, kValueCol)))
+                .arg(grid.FontBold(row, kValueCol) ? QStringLiteral(" bold") : QString());
+  }
+  rows << QStringLiteral("messages: %1").arg(shown_messages(p));
+  return rows;
+}
+
+// The beam form on the Qt grid, worked with real events.
+struct QtHost {
+  std::shared_ptr<Platform> platform = recording_platform();
+  QtPanel panel;
+  QtGridControl* grid = new QtGridControl(&panel);
+  QtRichTextBox* title = new QtRichTextBox(&panel);
+  headless::MemoryGridForm form;
+  grid::FormSession session{platform, *grid, *title, panel, form};
+  EventLog log{session};
+
+  QtHost() {
+    form.label_col_width = 150;
+    session.check_values_on_leave(true);
+    session.build(kBeamSteel);
+    grid->value_column(kValueCol);
+    grid->connect_events(&log);
+    panel.resize(420, 900);
+    panel.show();
+    static_cast<void>(QTest::qWaitForWindowExposed(&panel));
+    panel.activateWindow();
+    QApplication::processEvents();
+    grid->ActiveCell(1, 1);  // where the focus puts it when the form is shown
+  }
+  ~QtHost() { grid->connect_events(nullptr); }
+
+  QWidget* focus() {
+    QWidget* widget = QApplication::focusWidget();
+    return widget ? widget : grid;
+  }
+
+  void run(const QString& action) {
+    const QString verb = action.section(QLatin1Char(' '), 0, 0);
+    const QString rest = action.section(QLatin1Char(' '), 1);
+    if (verb == QLatin1String("click")) {
+      const int row = rest.section(QLatin1Char(' '), 0, 0).toInt();
+      const int col = rest.section(QLatin1Char(' '), 1, 1).toInt();
+      grid->scrollTo(grid->model()->index(row, col));
+      const QPoint middle(grid->columnViewportPosition(col) + grid->columnWidth(col) / 2,
+                          grid->rowViewportPosition(row) + grid->rowHeight(row) / 2);
+      QTest::mouseClick(grid->viewport(), Qt::LeftButton, Qt::NoModifier, middle);
+    } else if (verb == QLatin1String("type")) {
+      // Each key goes where the focus is, as the editor opens on the first.
+      for (const QChar c : rest) QTest::keyClick(focus(), c.toLatin1());
+    } else if (verb == QLatin1String("key")) {
+      static const QMap<QString, Qt::Key> kKeys = {
+          {QStringLiteral("Enter"), Qt::Key_Return}, {QStringLiteral("Tab"), Qt::Key_Tab},
+          {QStringLiteral("Backtab"), Qt::Key_Backtab}, {QStringLiteral("Escape"), Qt::Key_Escape},
+          {QStringLiteral("Space"), Qt::Key_Space},     {QStringLiteral("F2"), Qt::Key_F2},
+          {QStringLiteral("F4"), Qt::Key_F4}};
+      QTest::keyClick(focus(), kKeys.value(rest),
+                      rest == QLatin1String("Backtab") ? Qt::ShiftModifier : Qt::NoModifier);
+    } else if (verb == QLatin1String("pick")) {
+      auto* combo = qobject_cast<QComboBox*>(grid->indexWidget(grid->currentIndex()));
+      QVERIFY2(combo && combo->view()->isVisible(), qPrintable(action));
+      const QRect at = combo->view()->visualRect(combo->view()->model()->index(
+          combo->findText(rest), 0));
+      QTest::qWait(QApplication::doubleClickInterval() + 50);
+      QTest::mouseClick(combo->view()->viewport(), Qt::LeftButton, Qt::NoModifier, at.center());
+    }
+    QApplication::processEvents();
+  }
+};
+
+// The same form on the headless controls, worked by whole actions.
+struct HeadlessHost {
+  std::shared_ptr<Platform> platform = recording_platform();
+  headless::HeadlessForm view;
+  grid::FormSession session{platform, view.grid, view.title, view.panel, view.form};
+  EventLog log{session};
+  headless::HeadlessUser user{view};
+
+  HeadlessHost() {
+    session.check_values_on_leave(true);
+    session.build(kBeamSteel);
+    view.connect(&log);
+    view.grid.ActiveCell(1, 1);
+  }
+
+  void run(const QString& action) {
+    const QString verb = action.section(QLatin1Char(' '), 0, 0);
+    const QString rest = action.section(QLatin1Char(' '), 1);
+    if (verb == QLatin1String("click")) {
+      user.click(rest.section(QLatin1Char(' '), 0, 0).toInt(),
+                 rest.section(QLatin1Char(' '), 1, 1).toInt());
+    } else if (verb == QLatin1String("type")) {
+      user.type(to_text(rest));
+    } else if (verb == QLatin1String("key")) {
+      static const QMap<QString, headless::HeadlessUser::Key> kKeys = {
+          {QStringLiteral("Enter"), headless::HeadlessUser::kEnter},
+          {QStringLiteral("Tab"), headless::HeadlessUser::kTab},
+          {QStringLiteral("Backtab"), headless::HeadlessUser::kBackTab},
+          {QStringLiteral("Escape"), headless::HeadlessUser::kEscape},
+          {QStringLiteral("Space"), headless::HeadlessUser::kSpace},
+          {QStringLiteral("F2"), headless::HeadlessUser::kF2},
+          {QStringLiteral("F4"), headless::HeadlessUser::kF4}};
+      user.key(kKeys.value(rest));
+    } else if (verb == QLatin1String("pick")) {
+      user.pick(to_text(rest));
+    }
+  }
+};
+
+}  // namespace
+
+class GridHostsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void sameActionsSameEventsValuesAndMarks_data() {
+    // Rows of the beam form: 3 抗震等级 (list), 5 纵筋的强度等级 (list), 8 b
+    // (S>0), 9 h, 10 c, 17 通长纵向钢筋 (group, folded; 18, 19 its members),
+    // 23 箍筋的肢数 (I>=2), 1 the heading 基本信息.
+    QTest::addColumn<QStringList>("actions");
+    QTest::newRow("a click on another value cell") << QStringList{"click 9 3", "click 8 3"};
+    QTest::newRow("a click on the active cell edits it, typing and Enter move on")
+        << QStringList{"click 8 3", "click 8 3", "type 300", "key Enter", "type 600", "key Tab",
+                       "key Escape"};
+    QTest::newRow("typing starts an edit; Tab and Shift+Tab")
+        << QStringList{"click 9 3", "type 650", "key Tab", "type 30", "key Backtab",
+                       "key Backtab"};
+    QTest::newRow("a refused value, left again, then Escape")
+        << QStringList{"click 8 3", "key F2", "type -250", "key Enter", "key Tab", "type 5",
+                       "key Escape", "click 9 3"};
+    QTest::newRow("a refusal then a click elsewhere")
+        << QStringList{"click 23 3", "type 1", "click 8 3", "type 3", "key Enter"};
+    QTest::newRow("a list closed without a pick")
+        << QStringList{"click 5 3", "key F2", "key Escape", "click 5 3", "key F2", "key Enter"};
+    QTest::newRow("a list opened and picked from")
+        << QStringList{"click 5 3", "key F4", "pick HRB335", "key Enter"};
+    QTest::newRow("a group opened, its value typed, a member typed")
+        << QStringList{"click 17 1", "click 17 3", "type 3,20", "key Enter", "click 19 3",
+                       "type 25", "key Enter"};
+    QTest::newRow("a group value of too many parts")
+        << QStringList{"click 17 3", "type 2,16,3", "key Enter", "key Escape"};
+    QTest::newRow("Space folds a heading, typing on it edits nothing")
+        << QStringList{"click 1 2", "key Space", "type 7", "key Space", "click 13 3",
+                       "type x", "key Enter"};
+  }
+
+  void sameActionsSameEventsValuesAndMarks() {
+    QFETCH(QStringList, actions);
+    QtHost qt;
+    HeadlessHost headless;
+    qt.log.lines.clear();
+    headless.log.lines.clear();
+    for (const QString& action : actions) {
+      qt.run(action);
+      headless.run(action);
+      qt.log.lines << QStringLiteral("-- ") + action;
+      headless.log.lines << QStringLiteral("-- ") + action;
+    }
+    QCOMPARE(qt.log.lines.join(QLatin1Char('\n')), headless.log.lines.join(QLatin1Char('\n')));
+    QCOMPARE(state_of(qt.session, *qt.grid, *qt.platform).join(QLatin1Char('\n')),
+             state_of(headless.session, headless.view.grid, *headless.platform)
+                 .join(QLatin1Char('\n')));
+  }
+};
+
+}  // namespace zelkora::platform::qt
+
+QTEST_MAIN(zelkora::platform::qt::GridHostsTest)
+#include "qt_grid_qtest.moc"
