@@ -162,7 +162,8 @@ class clsLoadSave {
   // The reader's guard: adds 1 to `L` and returns whether `L` now exceeds
   // `lMax`. Like every optional argument without a declared default, lMax is
   // 0 when omitted, so a reading loop passes its own bound. `L` at the
-  // largest 32-bit value throws Fault(Overflow).
+  // largest 32-bit value stays there and the answer is true: one more record
+  // is more than any bound allows.
   bool bReadMsgError(int32_t& L, int32_t lMax = 0) const;
   // The error number to report when an operation of the mode fails: 2002
   // for "Load" (35153), "InPut" (35152) and "Default" (35154), 2003 for
