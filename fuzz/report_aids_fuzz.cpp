@@ -1,6 +1,7 @@
 // The report aids on any input: labels of any number, equations broken at any
 // width, tables of values and headers from any text. Never a crash; an
-// equation loses nothing but blanks (U+0020); a table's fault leaves no value.
+// equation loses nothing but blanks (U+0020); a table's fault leaves no value,
+// and a point outside names the range of its keys least first.
 #include <cstdint>
 
 #include "fuzz/fuzz_input.h"
@@ -43,6 +44,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const frame::TableValue found :
        {frame::interpolate(t[1], x), frame::interpolate(t[1], x, y)}) {
     if (found.fault != frame::TableFault::kNone && found.value != 0) __builtin_trap();
+    const bool outside = found.fault == frame::TableFault::kOutsideRows ||
+                         found.fault == frame::TableFault::kOutsideColumns;
+    if (outside && !(found.low <= found.high)) __builtin_trap();  // the range, least first
   }
 
   clsCharacter chr(platform);

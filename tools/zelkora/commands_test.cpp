@@ -162,7 +162,7 @@ TEST(SubsystemCommands, ReportLabelsEquationsTablesAndHeaders) {
       {{"interpolate", "|1|2;100|0.5|0.6;200|0.8|0.9", "150", "1.5"},
        kExitOk,
        "value=0.7\nerror=0\n"},
-      {{"interpolate", "20|25|30;9.6|11.9|14.3", "31"}, kExitOk, "value=0\nerror=502\n"},
+      {{"interpolate", "20|25|30;9.6|11.9|14.3", "31"}, kExitOk, "value=0\nerror=39997\n"},
       {{"interpolate", "20|20;1|2", "20"}, kExitOk, "value=0\nerror=39999\n"},
       {{"interpolate", "20|25;1|2"}, kExitUsage, "TABLE X [Y]"},
       {{"header", "梁", "--project", "三号楼", "--standards", "59899", "--date", "2026-11-25",

@@ -147,7 +147,7 @@ std::vector<Command> report_commands() {
       {"interpolate", "TABLE X [Y]",
        "the value at X (and Y) of a table \"k1|k2|...;v1|v2|...\" (two dimensions: "
        "\"corner|y1|y2;x1|v11|v12;...\"), by straight lines between the keys: value= and "
-       "error= (502 outside the table, 39999 for a damaged one)",
+       "error= (39997 outside the table, 39999 for a damaged one)",
        interpolate_command},
       {"header", "TITLE [--project P] [--standards ID,ID...] [--date D] [--width N] [--plain]",
        "the head of a calculation report: the title centred in bold, the project, the "

@@ -426,8 +426,12 @@ int32_t clsErrChr::report_table_value(const frame::TableValue& found, TextView t
     return accept();
   }
   const bool column = found.fault == frame::TableFault::kOutsideColumns;
+  // A damaged table has no range; its message names none.
+  const Text range = found.fault == frame::TableFault::kDamaged
+                         ? Text()
+                         : number_text(found.low) + u"～" + number_text(found.high);
   GenMsgErrorW(frame::error_number(found.fault), column ? tCapY : tCapX,
-               number_text(column ? dY : dX), {}, {}, bMsgIgnore);
+               number_text(column ? dY : dX), {}, range, bMsgIgnore);
   return error_id_;
 }
 

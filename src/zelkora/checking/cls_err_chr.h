@@ -199,9 +199,10 @@ class clsErrChr {
   int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore, Text& tErr);
 
   // The value at dX (and dY) of a table held in a text, into dValue: see
-  // frame/value_table.h for the form and the interpolation. A
-  // point outside the table is error 502 with the caption and value of the
-  // coordinate that is outside (tCapX, dX or tCapY, dY); a damaged table is
+  // frame/value_table.h for the form and the interpolation. A point outside
+  // the table is error 39997, whose message names the coordinate that is
+  // outside (tCapX, dX or tCapY, dY) and the range of its keys:
+  // "错误：混凝土强度等级 ＝ 85，超出了表中的范围（15～80）。"; a damaged table is
   // 39999. dValue is left as it was on an error.
   //   err.GenCheckInterpolateErrW(u"20|25|30;9.6|11.9|14.3", u"C", 27.5, fc);  // 0, fc 13.1
   int32_t GenCheckInterpolateErrW(TextView tTable, TextView tCapX, double dX, double& dValue,

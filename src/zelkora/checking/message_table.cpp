@@ -74,6 +74,9 @@ constexpr Composition kGeneral[] = {
     {2003, 51858, {{{51854}, {51856}}}},
     {8999, kPictureMissingTitle, {{{51904, C1}, {51906}}}},
     {39990, 32027, {{{53294, C1, V1}, {51908, C2, V2}, {51910}}}},
+    // A point outside a table of values: C1 the coordinate, V1 its value, V2
+    // the table's range ("15～80").
+    {39997, 53286, {{{53318, C1, V1, V2}}}},
     {39998, 0, {{{50606}, {53074}, {53076}}}, CompositionForm::kErrorNumber},
     {39999, 32009, {{{53096}, {53076}}}, CompositionForm::kErrorNumber},
 };

@@ -12,7 +12,6 @@
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/frame/locale_symbols.h"
 #include "zelkora/frame/mod_character.h"
-#include "zelkora/platform/fault.h"
 
 namespace zelkora {
 
@@ -251,9 +250,9 @@ bool clsLoadSave::ReadFile_VariableA(frame::Variant& vVarable, UseBinRecord& uDR
 }
 
 bool clsLoadSave::bReadMsgError(int32_t& L, int32_t lMax) const {
-  if (L == std::numeric_limits<int32_t>::max()) {
-    throw Fault(FaultKind::Overflow, "the record counter of bReadMsgError overflows");
-  }
+  // A counter at the largest value has counted past every bound already:
+  // it stays there and the loop stops.
+  if (L == std::numeric_limits<int32_t>::max()) return true;
   ++L;
   return L > lMax;
 }

@@ -162,7 +162,8 @@ class clsLoadSave {
   // The reader's guard: adds 1 to `L` and returns whether `L` now exceeds
   // `lMax`. Like every optional argument without a declared default, lMax is
   // 0 when omitted, so a reading loop passes its own bound. `L` at the
-  // largest 32-bit value throws Fault(Overflow).
+  // largest 32-bit value stays there and the answer is true: one more record
+  // is more than any bound allows.
   bool bReadMsgError(int32_t& L, int32_t lMax = 0) const;
   // The error number to report when an operation of the mode fails: 2002
   // for "Load" (35153), "InPut" (35152) and "Default" (35154), 2003 for
@@ -194,31 +195,32 @@ class clsLoadSave {
   // write is 2003, as for WriteFileOneA); readers take the target first and
   // the record just read (`uDR`, A) last, or read through the object's
   // buffer (W), and return false with 2001 and the target as it was when the
-  // group cannot be read.
+  // group cannot be read. Like every optional argument without a declared
+  // default, a name left out is the empty text: the caller's loop then knows
+  // the group by an empty member.
 
   // Every element of the array, from LBound to UBound, gaps skipped.
   bool WriteFile_Check_BsA(const platform::ControlArray<platform::CheckBox>& ChkB,
-                           TextView tName = u"chkB");
+                           TextView tName = {});
   bool WriteFile_Option_BsA(const platform::ControlArray<platform::OptionButton>& OptB,
-                            TextView tName = u"optB");
+                            TextView tName = {});
   // Every element (iWriteTag 0), or only those whose text is an editable
   // entry (iWriteTag 1); with bAutoWriteList also each one's list.
   bool WriteFile_ComboBox_BsA(const platform::ControlArray<platform::ComboBox>& CboB,
-                              bool bAutoWriteList = false, TextView tName = u"CboB",
+                              bool bAutoWriteList = false, TextView tName = {},
                               int16_t iWriteTag = 0);
   // One combo box, under the index `Index`.
   bool WriteFile_ComboBox(int32_t Index, const platform::ComboBox& Cbo, bool bAutoWriteList = false,
-                          TextView tName = u"CboB");
+                          TextView tName = {});
   bool WriteFile_ListBox_BsA(const platform::ControlArray<platform::ListBox>& lstB,
-                             TextView tName = u"lstB");
+                             TextView tName = {});
   // Button `Index` of the toolbar.
   bool WriteFile_Toolbar_EditA(int32_t Index, const platform::Toolbar& ToolbarEdit,
-                               TextView tName = u"Toolbar");
+                               TextView tName = {});
   // The list view, under the index `Index` of the caller's control array.
-  bool WriteFile_ListViewA(int32_t Index, const platform::ListView& lstView,
-                           TextView tName = u"lstView");
+  bool WriteFile_ListViewA(int32_t Index, const platform::ListView& lstView, TextView tName = {});
   // The record, under the index `Index` of the caller's array of records.
-  bool WriteFile_rColForceA(int32_t Index, const rColForce& force, TextView tName = u"rColForce");
+  bool WriteFile_rColForceA(int32_t Index, const rColForce& force, TextView tName = {});
   // Arrays indexed 0..U (size U + 1; an empty vector has U = -1).
   bool WriteFile_Array_1A(const std::vector<frame::Variant>& vArray, TextView tName);
   bool WriteFile_Array_Str_1A(const std::vector<Text>& tArray, TextView tName);

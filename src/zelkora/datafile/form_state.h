@@ -3,8 +3,8 @@
 // that the writers and readers of clsLoadSave take (cls_load_save.h, section
 // "Form state"; they are defined in form_state.cpp).
 //
-// Every writer emits a name record carrying the caller's name, then the
-// records of its pattern:
+// Every writer emits a name record carrying the caller's name (the empty
+// text when the caller gives none), then the records of its pattern:
 //
 //   what                  name  then
 //   check box (each)      202   2000 index; 2005 "Value" (0, 1, 2)
@@ -51,7 +51,8 @@
 //   zelkora::clsLoadSave ls;
 //   ls.OpenFileA(u"beam.zks", u"OutPut");
 //   ls.WriteFile_RevisionA();
-//   ls.WriteFile_Check_BsA(chkB);                  // 202 "chkB", 2000, 2005, ...
+//   ls.WriteFile_Check_BsA(chkB, u"chkB");         // 202 "chkB", 2000, 2005, ...
+//   ls.WriteFile_ListBox_BsA(lstB);                // 209 "", 2000, 2001, 2005, ...
 //   ls.WriteFile_Array_Str_1A(tCell, u"tCell");
 //   ls.WriteFileEofAndCloseFileA();
 //
@@ -62,6 +63,7 @@
 //   while (ok && ls.ReadFileOneA(rec) && !(rec.ID == 0 && rec.Member == u"EOF")) {
 //     if (ls.bReadMsgError(count, 100000)) break;
 //     if (rec.ID == 202 && rec.Member == u"chkB") ok = ls.ReadFile_Check_BA(chkB, rec);
+//     if (rec.ID == 209 && rec.Member == u"") ok = ls.ReadFile_ListBox_BA(lstB, rec);
 //     if (rec.ID == 100 && rec.Member == u"tCell") ok = ls.ReadFile_Array_Str_1A(tCell, rec);
 //   }
 //   ls.CloseFileA();                               // !ok: ls.last_error() == 2001

@@ -304,7 +304,7 @@ class clsCharacter {
   // dX and column key dY of a two-dimensional one; the form of the tables and
   // the interpolation are in frame/value_table.h:
   //   dInterpolate(u"20|25|30;9.6|11.9|14.3", 27.5, lErr)  // 13.1, lErr 0
-  // lErr is 0, 502 for a point outside the table (no extrapolation) or 39999
+  // lErr is 0, 39997 for a point outside the table (no extrapolation) or 39999
   // for a damaged table; the value is then 0. Nothing is shown: clsErrChr's
   // GenCheckInterpolateErrW reports the errors.
   double dInterpolate(TextView tTable, double dX, int32_t& lErr) const;

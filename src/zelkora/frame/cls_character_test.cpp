@@ -121,7 +121,8 @@ TEST(ClsCharacterStart, DecimalSymbolAndThousandsSeparatorFromTheLocale) {
       {u".", u"", u".", u","},
       {u",", u".", u",", u"."},
       {u",", u"\u00A0", u",", u"\u00A0"},
-      {u",", u"", u",", u"0"},  // no grouping: the second character of "1000,00"
+      {u",", u"", u",", u"0"},   // no grouping: the second character of "1000,00"
+      {u",", u",", u",", u"0"},  // a grouping symbol that is the decimal symbol is none
       {u"·", u"'", u"·", u","},
   };
   for (const Case& k : cases) {

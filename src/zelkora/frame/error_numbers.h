@@ -23,7 +23,6 @@ inline constexpr int32_t kFailsEqual = 168;         // other than the limit of "
 inline constexpr int32_t kFailsNotEqual = 169;      // equal to the limit of "<>"
 inline constexpr int32_t kPartCount = 200;          // more (or fewer) parts than wanted
 inline constexpr int32_t kOutOfRange = 333;         // outside an interval
-inline constexpr int32_t kOutsideTable = 502;       // a point outside a table of values
 inline constexpr int32_t kSlabBarInvalid = 503;     // not a slab bar "10@200"
 
 // ---- Project data files ----------------------------------------------------------
@@ -38,6 +37,11 @@ inline constexpr int32_t kBarDiameterNotPositive = 3000120;
 inline constexpr int32_t kBarDiameterNotNumber = 3000130;
 inline constexpr int32_t kBarCountBelowOne = 3000140;
 inline constexpr int32_t kBarCountNotNumber = 3000150;
+
+// ---- The library's own -------------------------------------------------------------
+// A point outside a table of values (frame/value_table.h): the coordinate's
+// caption, its value and the table's range.
+inline constexpr int32_t kOutsideTable = 39997;
 
 // ---- The caller's mistake --------------------------------------------------------
 inline constexpr int32_t kInternal = 39999;  // an unknown criterion or a damaged table of

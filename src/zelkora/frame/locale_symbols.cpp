@@ -9,6 +9,9 @@ NumberSymbols number_symbols_of(const platform::NumberLocale& locale) {
   const Text grouping = locale.grouping_symbol();
   symbols.decimal = decimal.empty() ? u'.' : decimal[0];
   symbols.grouping = grouping.empty() ? char16_t{0} : grouping[0];
+  // A grouping symbol that is the decimal symbol cannot group digits: the
+  // locale has none then.
+  if (symbols.grouping == symbols.decimal) symbols.grouping = 0;
   return symbols;
 }
 

@@ -10,7 +10,8 @@
 
 namespace zelkora::frame {
 
-// The first characters of the locale's decimal and grouping symbols.
+// The first characters of the locale's decimal and grouping symbols; no
+// grouping symbol (0) where the locale has none or gives the decimal symbol.
 NumberSymbols number_symbols_of(const platform::NumberLocale& locale);
 
 // The second character of 1.5 in the general number text.

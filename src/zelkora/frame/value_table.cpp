@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/frame/numbers.h"
@@ -71,11 +72,15 @@ struct Place {
   double fraction = 0;
 };
 
+// The least and the greatest of keys in order.
+std::pair<double, double> range_of(const std::vector<double>& keys) {
+  return std::minmax(keys.front(), keys.back());
+}
+
 std::optional<Place> place_of(const std::vector<double>& keys, double x) {
-  const bool rising = keys.size() < 2 || keys[1] > keys[0];
-  const double low = rising ? keys.front() : keys.back();
-  const double high = rising ? keys.back() : keys.front();
+  const auto [low, high] = range_of(keys);
   if (!(x >= low && x <= high)) return std::nullopt;
+  const bool rising = keys.size() < 2 || keys[1] > keys[0];
   for (std::size_t i = 0; i < keys.size(); ++i) {
     if (keys[i] == x) return Place{i, 0};
     if (i + 1 < keys.size() && (rising ? x < keys[i + 1] : x > keys[i + 1])) {
@@ -98,6 +103,12 @@ double along(const std::vector<double>& values, const Place& place) {
 
 TableValue fault(TableFault kind) { return TableValue{0, kind}; }
 
+// A point outside the keys of one coordinate.
+TableValue outside(TableFault kind, const std::vector<double>& keys) {
+  const auto [low, high] = range_of(keys);
+  return TableValue{0, kind, low, high};
+}
+
 }  // namespace
 
 TableValue interpolate(TextView table, double x) {
@@ -107,7 +118,7 @@ TableValue interpolate(TextView table, double x) {
   const auto values = numbers_of(rows[1]);
   if (!keys || !values || !keys_in_order(*keys)) return fault(TableFault::kDamaged);
   const std::optional<Place> place = place_of(*keys, x);
-  if (!place) return fault(TableFault::kOutsideRows);
+  if (!place) return outside(TableFault::kOutsideRows, *keys);
   return TableValue{along(*values, *place)};
 }
 
@@ -127,9 +138,9 @@ TableValue interpolate(TextView table, double x, double y) {
   }
   if (!keys_in_order(row_keys)) return fault(TableFault::kDamaged);
   const std::optional<Place> row = place_of(row_keys, x);
-  if (!row) return fault(TableFault::kOutsideRows);
+  if (!row) return outside(TableFault::kOutsideRows, row_keys);
   const std::optional<Place> column = place_of(*column_keys, y);
-  if (!column) return fault(TableFault::kOutsideColumns);
+  if (!column) return outside(TableFault::kOutsideColumns, *column_keys);
   const double first = along(values[row->index], *column);
   if (row->fraction == 0) return TableValue{first};
   const double second = along(values[row->index + 1], *column);

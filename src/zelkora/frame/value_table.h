@@ -35,9 +35,12 @@ namespace zelkora::frame {
 // What went wrong, if anything; `value` is 0 then.
 enum class TableFault { kNone, kDamaged, kOutsideRows, kOutsideColumns };
 
+// For a point outside, `low` and `high` are the least and the greatest key
+// of the coordinate that is outside (the row keys or the column keys).
 struct TableValue {
   double value = 0;
   TableFault fault = TableFault::kNone;
+  double low = 0, high = 0;
 };
 
 // The value at `x` of a one-dimensional table (x is a key of the first row;
@@ -47,8 +50,8 @@ TableValue interpolate(TextView table, double x);
 // The value at row key `x` and column key `y` of a two-dimensional table.
 TableValue interpolate(TextView table, double x, double y);
 
-// The error number of a fault: 0, 502 for a point outside the table, 39999
-// for a damaged table.
+// The error number of a fault: 0, 39997 for a point outside the table,
+// 39999 for a damaged table.
 int32_t error_number(TableFault fault);
 
 }  // namespace zelkora::frame
