@@ -12,6 +12,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSignalBlocker>
+#include <algorithm>
 
 #include "zelkora/platform/qt/qt_controls.h"
 
@@ -166,17 +168,22 @@ QtGridControl::QtGridControl(QWidget* parent) : QTableWidget(parent) {
   QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
   setTabKeyNavigation(true);
   font_family_ = available_family(QStringLiteral("宋体"));
+  fonts_changed();
 }
 
 QtGridControl::~QtGridControl() = default;
 
 // ---- Drawing ----------------------------------------------------------------------
 
-QFont QtGridControl::cell_font(bool bold) const {
-  QFont font(font_family_);
-  font.setPointSizeF(font_points_ > 0 ? font_points_ : 9);
-  font.setBold(bold);
-  return font;
+void QtGridControl::fonts_changed() {
+  for (const bool bold : {false, true}) {
+    QFont& font = fonts_[bold ? 1 : 0];
+    font = QFont(font_family_);
+    font.setPointSizeF(font_points_ > 0 ? font_points_ : 9);
+    font.setBold(bold);
+  }
+  // At least the height the bold font needs, whatever the scale.
+  least_row_height_ = QFontMetrics(fonts_[1]).height() + 4;
 }
 
 void QtGridControl::draw_size() {
@@ -192,7 +199,13 @@ void QtGridControl::draw_size() {
 void QtGridControl::draw_all() {
   draw_size();
   clearSpans();
-  for (int32_t row = 0; row < model_.Rows(); ++row) draw_row(row);
+  {
+    // Every cell anew: the view is told once, not cell by cell and role by
+    // role (the table's model changes no rows here, only their items).
+    const QSignalBlocker quiet(QTableWidget::model());
+    for (int32_t row = 0; row < model_.Rows(); ++row) draw_row(row);
+  }
+  viewport()->update();
 }
 
 int32_t QtGridControl::shown_height() const {
@@ -202,7 +215,7 @@ int32_t QtGridControl::shown_height() const {
   for (int32_t row = 1; row < model_.Rows() && height <= 0; ++row) {
     height = model_.RowHeight(row);
   }
-  return std::max(height, QFontMetrics(cell_font(true)).height() + 4);
+  return std::max(height, least_row_height_);
 }
 
 bool QtGridControl::row_shown(int32_t row) const {
@@ -224,11 +237,12 @@ void QtGridControl::draw_row(int32_t row) {
 void QtGridControl::draw_cell(int32_t row, int32_t col) {
   if (row >= rowCount() || col >= columnCount()) return;
   const headless::MemoryGrid::Cell& cell = model_.cell(row, col);
+  // A new item is filled before the table takes it: one change for the
+  // view, not one a role. An item's setters tell the view only of a role
+  // whose value changed.
   QTableWidgetItem* item = this->item(row, col);
-  if (!item) {
-    item = new QTableWidgetItem;
-    setItem(row, col, item);
-  }
+  const bool fresh = item == nullptr;
+  if (fresh) item = new QTableWidgetItem;
   // A merged range shows the picture of its first column and the text of
   // the first of its columns that has one.
   zelkora::Text text = cell.text;
@@ -256,12 +270,13 @@ void QtGridControl::draw_cell(int32_t row, int32_t col) {
       }
     }
   }
+  const QPalette& shown = palette();
   item->setText(to_qstring(text));
   item->setFont(cell_font(bold_source));
-  item->setForeground(readable_colour(fore, palette()));
+  item->setForeground(readable_colour(fore, shown));
   const QString mark = marks_.value({row, col});
-  item->setBackground(mark.isEmpty() ? readable_colour(cell.back_color, palette())
-                                     : refused_ground(palette()));
+  item->setBackground(mark.isEmpty() ? readable_colour(cell.back_color, shown)
+                                     : refused_ground(shown));
   const QPair<QString, QString> described = descriptions_.value({row, col});
   item->setData(Qt::AccessibleTextRole,
                 described.first.isEmpty() ? QVariant() : QVariant(described.first));
@@ -280,7 +295,8 @@ void QtGridControl::draw_cell(int32_t row, int32_t col) {
                 image.empty() ? QVariant() : QVariant(icons_.value(to_qstring(image))));
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
   if (!model_.Locked(row)) flags |= Qt::ItemIsEditable;
-  item->setFlags(flags);
+  if (fresh || item->flags() != flags) item->setFlags(flags);  // setFlags always tells the view
+  if (fresh) setItem(row, col, item);
 }
 
 // ---- Size ----------------------------------------------------------------------------
@@ -310,13 +326,15 @@ void QtGridControl::RowHeight(int32_t row, int32_t height) {
 }
 
 void QtGridControl::draw_row_height(int32_t row) {
+  // Only what changed reaches the table's header: each change of a section
+  // lays the view out again.
   const bool shown = row_shown(row);
-  setRowHidden(row, !shown);
+  if (isRowHidden(row) == shown) setRowHidden(row, !shown);
   if (!shown) return;
   // At least the height the font needs, whatever the scale.
   const int32_t height = model_.RowHeight(row);
-  const int32_t needed = QFontMetrics(cell_font(true)).height() + 4;
-  setRowHeight(row, std::max(height > 0 ? height : shown_height(), needed));
+  const int32_t wanted = std::max(height > 0 ? height : shown_height(), least_row_height_);
+  if (rowHeight(row) != wanted) setRowHeight(row, wanted);
 }
 
 void QtGridControl::mark_cell(int32_t row, int32_t col, const QString& note) {
@@ -350,11 +368,13 @@ void QtGridControl::ColWidth(int32_t col, int32_t width) {
 // ---- Cells ---------------------------------------------------------------------------
 
 void QtGridControl::Text(int32_t row, int32_t col, TextView text) {
-  model_.Text(row, col, text);
   if (!drawing()) {
-    stale(row);
+    // The table shows the cell as the model has it unless the row is stale.
+    if (model_.Text(row, col) != text) stale(row);
+    model_.Text(row, col, text);
     return;
   }
+  model_.Text(row, col, text);
   const auto [first, last] = model_.merged(row);
   draw_cell(row, last > first && col >= first && col <= last ? first : col);
   // An open editor of the cell shows what the form wrote.
@@ -369,6 +389,7 @@ void QtGridControl::CellType(int32_t row, int32_t col, int16_t type) {
 }
 
 void QtGridControl::FontBold(int32_t row, int32_t col, bool bold) {
+  if (model_.FontBold(row, col) == bold) return;
   model_.FontBold(row, col, bold);
   redraw_row(row);
 }
@@ -415,8 +436,10 @@ void QtGridControl::SetImage(int32_t row, int32_t col, TextView key) {
 // ---- Drawing switch -------------------------------------------------------------------
 
 void QtGridControl::AutoRedraw(bool redraw) {
+  // The table is left as it is while drawing is off (changes are kept for
+  // Refresh), so it needs no switch of its own: turning a widget's updates
+  // back on repaints all of it, the rows nothing changed in too.
   model_.AutoRedraw(redraw);
-  setUpdatesEnabled(redraw);
 }
 
 void QtGridControl::Refresh() {
@@ -427,15 +450,30 @@ void QtGridControl::Refresh() {
   if (stale_all_) {
     draw_all();
   } else {
+    std::vector<int32_t> rows;
     for (std::size_t row = 0; row < stale_.size(); ++row) {
       if (stale_[row] && static_cast<int32_t>(row) < model_.Rows()) {
-        draw_row(static_cast<int32_t>(row));
+        rows.push_back(static_cast<int32_t>(row));
       }
+    }
+    if (rows.size() <= 1) {
+      for (const int32_t row : rows) draw_row(row);
+    } else {
+      // Many rows: the view is told once. The row of an open editor is
+      // drawn on its own, so that the editor shows what the form wrote.
+      const int32_t editor_row = editing() ? currentRow() : -1;
+      {
+        const QSignalBlocker quiet(QTableWidget::model());
+        for (const int32_t row : rows) {
+          if (row != editor_row) draw_row(row);
+        }
+      }
+      if (std::find(rows.begin(), rows.end(), editor_row) != rows.end()) draw_row(editor_row);
+      viewport()->update();
     }
   }
   stale_all_ = false;
   stale_.assign(stale_.size(), false);
-  viewport()->update();
 }
 
 void QtGridControl::stale(int32_t row) {
@@ -500,6 +538,7 @@ void QtGridControl::SetFocus(int32_t row, int32_t col) {
 void QtGridControl::DefaultFontName(TextView name) {
   model_.DefaultFontName(name);
   font_family_ = available_family(to_qstring(name));
+  fonts_changed();
   setFont(cell_font(false));
   redraw_all();
 }
@@ -507,6 +546,7 @@ void QtGridControl::DefaultFontName(TextView name) {
 void QtGridControl::DefaultFontSize(float size) {
   model_.DefaultFontSize(size);
   font_points_ = size;
+  fonts_changed();
   setFont(cell_font(false));
   redraw_all();
 }
@@ -520,8 +560,10 @@ void QtGridControl::BackColorBkg(uint32_t colour) {
 
 void QtGridControl::GridColor(uint32_t colour) {
   model_.GridColor(colour);
-  setStyleSheet(QStringLiteral("QTableView { gridline-color: %1; }")
-                    .arg(readable_colour(colour, palette()).name()));
+  // A style sheet set again, even the same, styles the widget anew.
+  const QString sheet = QStringLiteral("QTableView { gridline-color: %1; }")
+                            .arg(readable_colour(colour, palette()).name());
+  if (styleSheet() != sheet) setStyleSheet(sheet);
 }
 
 void QtGridControl::Appearance(int16_t appearance) {
