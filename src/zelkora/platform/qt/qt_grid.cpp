@@ -80,6 +80,9 @@ Qt::Alignment qt_alignment(int16_t alignment, TextView text) {
   }
 }
 
+// The stale mark of a whole row (QtGridControl::stale_).
+constexpr uint64_t kWholeRow = ~uint64_t{0};
+
 // The ground of a refused value: the palette's base with a fifth of red.
 QColor refused_ground(const QPalette& palette) {
   const QColor base = palette.color(QPalette::Base);
@@ -167,6 +170,9 @@ QtGridControl::QtGridControl(QWidget* parent) : QTableWidget(parent) {
   setSelectionBehavior(QAbstractItemView::SelectItems);
   QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
   setTabKeyNavigation(true);
+  // A cell shows one line, elided where it is too narrow: drawn without
+  // laying the text out for wrapping.
+  setWordWrap(false);
   font_family_ = available_family(QStringLiteral("宋体"));
   fonts_changed();
 }
@@ -305,14 +311,19 @@ bool QtGridControl::Move(int32_t left, int32_t top, int32_t width, int32_t heigh
   return move_in_twips(*this, left, top, width, height);
 }
 
+// A setter that leaves the model as it was draws nothing: the table already
+// shows it (a grid built again over the same rows draws only what differs).
+
 void QtGridControl::Rows(int32_t rows) {
+  const bool same = model_.Rows() == rows;
   model_.Rows(rows);
-  redraw_all();
+  if (!same) redraw_all();
 }
 
 void QtGridControl::Cols(int32_t cols) {
+  const bool same = model_.Cols() == cols;
   model_.Cols(cols);
-  redraw_all();
+  if (!same) redraw_all();
 }
 
 void QtGridControl::RowHeight(int32_t row, int32_t height) {
@@ -355,22 +366,33 @@ void QtGridControl::show_only(std::vector<bool> kept) {
 }
 
 void QtGridControl::DefaultRowHeight(int32_t height) {
+  const bool same = model_.DefaultRowHeight() == height;
   model_.DefaultRowHeight(height);
+  if (same) return;
   verticalHeader()->setDefaultSectionSize(std::max(height, 1));
   redraw_all();
 }
 
 void QtGridControl::ColWidth(int32_t col, int32_t width) {
+  const bool same = model_.ColWidth(col) == width;
   model_.ColWidth(col, width);
-  if (drawing()) draw_size();
+  if (drawing()) {
+    draw_size();
+  } else if (!same) {
+    stale_all_ = true;  // Refresh sizes the columns
+  }
 }
 
 // ---- Cells ---------------------------------------------------------------------------
 
 void QtGridControl::Text(int32_t row, int32_t col, TextView text) {
   if (!drawing()) {
-    // The table shows the cell as the model has it unless the row is stale.
-    if (model_.Text(row, col) != text) stale(row);
+    // The table shows the cell as the model has it unless it is stale. A
+    // merged range shows its text in its first column.
+    if (model_.Text(row, col) != text) {
+      const auto [first, last] = model_.merged(row);
+      stale(row, last > first && col >= first && col <= last ? first : col);
+    }
     model_.Text(row, col, text);
     return;
   }
@@ -389,24 +411,27 @@ void QtGridControl::CellType(int32_t row, int32_t col, int16_t type) {
 }
 
 void QtGridControl::FontBold(int32_t row, int32_t col, bool bold) {
-  if (model_.FontBold(row, col) == bold) return;
+  const bool same = model_.FontBold(row, col) == bold;
   model_.FontBold(row, col, bold);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 void QtGridControl::ForeColor(int32_t row, int32_t col, uint32_t colour) {
+  const bool same = model_.ForeColor(row, col) == colour;
   model_.ForeColor(row, col, colour);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 void QtGridControl::BackColor(int32_t row, int32_t col, uint32_t colour) {
+  const bool same = model_.BackColor(row, col) == colour;
   model_.BackColor(row, col, colour);
-  redraw_cell(row, col);
+  if (!same) redraw_cell(row, col);
 }
 
 void QtGridControl::Alignment(int32_t row, int32_t col, int16_t alignment) {
+  const bool same = model_.Alignment(row, col) == alignment;
   model_.Alignment(row, col, alignment);
-  redraw_cell(row, col);
+  if (!same) redraw_cell(row, col);
 }
 
 void QtGridControl::ComboList(int32_t row, int32_t col, const std::vector<zelkora::Text>& items) {
@@ -414,8 +439,9 @@ void QtGridControl::ComboList(int32_t row, int32_t col, const std::vector<zelkor
 }
 
 void QtGridControl::Locked(int32_t row, bool locked) {
+  const bool same = model_.Locked(row) == locked;
   model_.Locked(row, locked);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 void QtGridControl::Merge(int32_t row, int32_t col1, int32_t col2) {
@@ -429,8 +455,9 @@ void QtGridControl::AddPicture(const Picture& picture, TextView key) {
 }
 
 void QtGridControl::SetImage(int32_t row, int32_t col, TextView key) {
+  const bool same = model_.ImageKey(row, col) == key;
   model_.SetImage(row, col, key);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 // ---- Drawing switch -------------------------------------------------------------------
@@ -446,18 +473,28 @@ void QtGridControl::Refresh() {
   model_.Refresh();
   if (!drawing()) return;
   // What changed while drawing was off: every row after a change of size or
-  // font, else the rows touched.
+  // font, else the rows and cells touched.
   if (stale_all_) {
     draw_all();
   } else {
+    const auto draw_stale = [this](int32_t row) {
+      const uint64_t cols = stale_[static_cast<std::size_t>(row)];
+      if (cols == kWholeRow) {
+        draw_row(row);
+        return;
+      }
+      for (int32_t col = 0; col < 64 && col < model_.Cols(); ++col) {
+        if ((cols >> col) & 1u) draw_cell(row, col);
+      }
+    };
     std::vector<int32_t> rows;
     for (std::size_t row = 0; row < stale_.size(); ++row) {
-      if (stale_[row] && static_cast<int32_t>(row) < model_.Rows()) {
+      if (stale_[row] != 0 && static_cast<int32_t>(row) < model_.Rows()) {
         rows.push_back(static_cast<int32_t>(row));
       }
     }
     if (rows.size() <= 1) {
-      for (const int32_t row : rows) draw_row(row);
+      for (const int32_t row : rows) draw_stale(row);
     } else {
       // Many rows: the view is told once. The row of an open editor is
       // drawn on its own, so that the editor shows what the form wrote.
@@ -465,22 +502,25 @@ void QtGridControl::Refresh() {
       {
         const QSignalBlocker quiet(QTableWidget::model());
         for (const int32_t row : rows) {
-          if (row != editor_row) draw_row(row);
+          if (row != editor_row) draw_stale(row);
         }
       }
-      if (std::find(rows.begin(), rows.end(), editor_row) != rows.end()) draw_row(editor_row);
+      if (std::find(rows.begin(), rows.end(), editor_row) != rows.end()) draw_stale(editor_row);
       viewport()->update();
     }
   }
   stale_all_ = false;
-  stale_.assign(stale_.size(), false);
+  stale_.assign(stale_.size(), 0);
 }
 
-void QtGridControl::stale(int32_t row) {
+void QtGridControl::stale(int32_t row, int32_t col) {
   if (row < 0) return;
-  if (static_cast<std::size_t>(row) >= stale_.size())
+  if (static_cast<std::size_t>(row) >= stale_.size()) {
     stale_.resize(static_cast<std::size_t>(row) + 1);
-  stale_[static_cast<std::size_t>(row)] = true;
+  }
+  // Columns beyond 63 count as the whole row.
+  stale_[static_cast<std::size_t>(row)] |=
+      col >= 0 && col < 63 ? uint64_t{1} << col : kWholeRow;
 }
 
 void QtGridControl::redraw_row(int32_t row) {
@@ -495,7 +535,7 @@ void QtGridControl::redraw_cell(int32_t row, int32_t col) {
   if (drawing()) {
     draw_cell(row, col);
   } else {
-    stale(row);
+    stale(row, col);
   }
 }
 
@@ -537,7 +577,9 @@ void QtGridControl::SetFocus(int32_t row, int32_t col) {
 
 void QtGridControl::DefaultFontName(TextView name) {
   model_.DefaultFontName(name);
-  font_family_ = available_family(to_qstring(name));
+  const QString family = available_family(to_qstring(name));
+  if (family == font_family_ && font() == cell_font(false)) return;
+  font_family_ = family;
   fonts_changed();
   setFont(cell_font(false));
   redraw_all();
@@ -545,6 +587,7 @@ void QtGridControl::DefaultFontName(TextView name) {
 
 void QtGridControl::DefaultFontSize(float size) {
   model_.DefaultFontSize(size);
+  if (static_cast<double>(size) == font_points_ && font() == cell_font(false)) return;
   font_points_ = size;
   fonts_changed();
   setFont(cell_font(false));

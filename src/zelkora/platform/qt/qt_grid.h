@@ -183,7 +183,8 @@ class QtGridControl : public QTableWidget, public GridControl {
   const QFont& cell_font(bool bold) const { return fonts_[bold ? 1 : 0]; }
   void fonts_changed();
   // A change: drawn at once while drawing is on, else kept for Refresh.
-  void stale(int32_t row);
+  // `col` -1: the whole row (its height, spans and every cell).
+  void stale(int32_t row, int32_t col = -1);
   void redraw_row(int32_t row);
   void redraw_cell(int32_t row, int32_t col);
   void redraw_all();
@@ -225,7 +226,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   CellRef entered_at_{-1, -1};   // the cell entered_text_ is of
   int32_t value_col_ = -1;
   std::vector<bool> kept_;   // the rows a filter keeps; empty: no filter
-  std::vector<bool> stale_;  // rows changed while drawing was off
+  std::vector<uint64_t> stale_;  // per row, the columns changed while drawing was off
   bool stale_all_ = false;   // ... or the size or the font
   QMap<QPair<int32_t, int32_t>, QString> marks_;
   QMap<QPair<int32_t, int32_t>, QPair<QString, QString>> descriptions_;
