@@ -66,7 +66,8 @@ struct PeerForm {
   PeerForm(const PeerForm&) = delete;
   PeerForm& operator=(const PeerForm&) = delete;
 
-  // The 500 rows, appended without drawing, then drawn once.
+  // The 500 rows, appended frozen (faster here than unfrozen), then drawn
+  // once.
   void build() {
     grid->Freeze();
     grid->Clear();
@@ -102,10 +103,11 @@ struct PeerForm {
 
   // Shows the rows whose caption, help or value (or those of their
   // category) contain the text, and the categories of the rows shown; an
-  // empty text shows every row. Answers the rows shown.
+  // empty text shows every row. Answers the rows shown. Not frozen: Thaw
+  // redraws the whole grid even when nothing was hidden, which is slower
+  // here than the properties' own refreshes.
   int filter(const wxString& text) {
     int shown = 0;
-    grid->Freeze();
     for (wxPGProperty* heading : headings()) {
       const bool heading_matches = text.empty() || heading->GetLabel().Contains(text) ||
                                    heading->GetHelpString().Contains(text);
@@ -122,7 +124,6 @@ struct PeerForm {
       grid->HideProperty(heading, !any, wxPG_DONT_RECURSE);
       shown += any ? 1 : 0;
     }
-    grid->Thaw();
     return shown;
   }
 };
