@@ -1,7 +1,7 @@
 // The property grid on real Qt widgets: building a form's grid (the shipped
 // beam layout, and a form of 500 rows of its own), one keystroke-to-leave
-// cycle (type, leave, check, bold, ControlEnable), saving and opening a
-// project, keystrokes in the filter box over the 500 rows (texts that keep
+// cycle over the 500 rows (type, leave, check, bold, ControlEnable), saving
+// and opening a project, keystrokes in the filter box over the 500 rows (texts that keep
 // every row, and texts that keep half of them), every heading collapsed and
 // expanded again, and 100 steps undone and redone. Each is measured beside
 // the same work on the in-memory controls, the baseline of the run.
