@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench asan fuzz windows windows-test format clean
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test format clean
 
 all: build
 
@@ -44,6 +44,14 @@ desktop: build
 
 bench: build
 	@for b in $(BUILD)/*_bench; do echo "== $$b"; $$b --benchmark_min_time=0.2; done
+
+# The Qt grid beside wxPropertyGrid, both on one Xvfb display in one run
+# (wxWidgets and Xvfb are installed for it; nothing else needs them).
+bench-peer:
+	@scripts/install-deps.sh peer
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZELKORA_PEER_BENCH=ON $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD) -j$(JOBS) --target desk_bench grid_peer_bench
+	@xvfb-run -a -s "-screen 0 1280x1024x24" scripts/peer-bench.sh $(BUILD)
 
 # The tests once more, built with AddressSanitizer and UndefinedBehaviorSanitizer.
 asan: deps

@@ -23,6 +23,14 @@ if [ "${1:-}" = fuzz ]; then
     missing+=(libclang-rt-dev)
 fi
 
+# `install-deps.sh peer`: also wxWidgets (the peer of the grid's benchmark,
+# make bench-peer) and Xvfb, the X display both benchmarks draw on.
+if [ "${1:-}" = peer ]; then
+  need_file /usr/include/wx-3.2/wx/propgrid/propgrid.h libwxgtk3.2-dev
+  need_cmd xvfb-run xvfb
+  need_cmd xauth xauth
+fi
+
 # `install-deps.sh windows`: also the MinGW-w64 cross compiler, GoogleTest's
 # sources, Wine, and the Chinese locale that Wine takes its code page 936 from.
 if [ "${1:-}" = windows ]; then

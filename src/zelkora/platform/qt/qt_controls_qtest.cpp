@@ -1,7 +1,8 @@
 // Tests of the Qt controls, on real widgets with a user's clicks and typing.
 //
 // Form state through a project data file, the in-memory controls' rules,
-// the title box's drawing, the message box and the placement in twips.
+// the title box's drawing, the grid's drawing, the message box and the
+// placement in twips.
 #include "zelkora/platform/qt/qt_controls.h"
 
 #include <QAbstractButton>
@@ -19,6 +20,7 @@
 
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/platform/headless/headless_controls.h"
+#include "zelkora/platform/qt/qt_grid.h"
 
 // The library's texts in failure messages.
 template <>
@@ -212,6 +214,8 @@ class QtControlsTest : public QObject {
   void systemColoursComeFromThePalette();
   void titleBoxDrawsTheModel();
   void titleBoxFollowsFontSizeToolTipAndPalette();
+  void gridDrawsWhatChangedWhileDrawingWasOff_data();
+  void gridDrawsWhatChangedWhileDrawingWasOff();
   void messageBoxAnswersThroughTheRealDialog_data();
   void messageBoxAnswersThroughTheRealDialog();
   void diagnosticsGoToTheLog();
@@ -737,6 +741,91 @@ void QtControlsTest::moveConvertsTwipsAndRefusesNegativeSizes() {
     QVERIFY(widget.isHidden());
     QVERIFY(!control->Visible());
   }
+}
+
+// The changes a form makes to the grid with drawing off, each one reaching
+// the table at Refresh and not before: the cells it changed, the sizes and
+// the font, over a grid drawn before (a grid built again over its rows).
+struct GridChange {
+  const char* name;
+  std::function<void(QtGridControl&)> change;
+  std::function<bool(const QtGridControl&)> shown;
+};
+
+const std::vector<GridChange>& grid_changes() {
+  static const std::vector<GridChange> changes{
+      {"text", [](QtGridControl& g) { g.Text(2, 3, u"300"); },
+       [](const QtGridControl& g) { return g.item(2, 3)->text() == "300"; }},
+      {"text of a merged range, in its first column",
+       [](QtGridControl& g) { g.Text(1, 2, u"基本信息"); },
+       [](const QtGridControl& g) { return g.item(1, 1)->text() == "基本信息"; }},
+      {"text changed and changed back",
+       [](QtGridControl& g) {
+         g.Text(2, 3, u"300");
+         g.Text(2, 3, u"250");
+         g.Text(2, 2, u"b");
+       },
+       [](const QtGridControl& g) {
+         return g.item(2, 3)->text() == "250" && g.item(2, 2)->text() == "b";
+       }},
+      {"bold", [](QtGridControl& g) { g.FontBold(2, 3, true); },
+       [](const QtGridControl& g) { return g.item(2, 3)->font().bold(); }},
+      {"fore colour", [](QtGridControl& g) { g.ForeColor(2, 3, 0x0000FFu); },
+       [](const QtGridControl& g) {
+         return g.item(2, 3)->foreground().color() == QColor(255, 0, 0);
+       }},
+      {"back colour", [](QtGridControl& g) { g.BackColor(3, 2, 0x00FF00u); },
+       [](const QtGridControl& g) {
+         return g.item(3, 2)->background().color() == QColor(0, 255, 0);
+       }},
+      {"alignment", [](QtGridControl& g) { g.Alignment(2, 3, GridControl::kAlignLeft); },
+       [](const QtGridControl& g) { return (g.item(2, 3)->textAlignment() & Qt::AlignLeft) != 0; }},
+      {"locked", [](QtGridControl& g) { g.Locked(2, true); },
+       [](const QtGridControl& g) { return !(g.item(2, 3)->flags() & Qt::ItemIsEditable); }},
+      {"picture", [](QtGridControl& g) { g.SetImage(2, 1, u"dot"); },
+       [](const QtGridControl& g) { return g.item(2, 1)->data(Qt::DecorationRole).isValid(); }},
+      {"column width", [](QtGridControl& g) { g.ColWidth(2, 123); },
+       [](const QtGridControl& g) { return g.columnWidth(2) == 123; }},
+      {"row folded", [](QtGridControl& g) { g.RowHeight(3, 0); },
+       [](const QtGridControl& g) { return g.isRowHidden(3); }},
+      {"font size", [](QtGridControl& g) { g.DefaultFontSize(14); },
+       [](const QtGridControl& g) { return g.item(2, 3)->font().pointSizeF() == 14; }},
+      {"rows added", [](QtGridControl& g) { g.Rows(6); },
+       [](const QtGridControl& g) { return g.rowCount() == 6 && g.item(5, 3) != nullptr; }},
+  };
+  return changes;
+}
+
+void QtControlsTest::gridDrawsWhatChangedWhileDrawingWasOff_data() {
+  QTest::addColumn<int>("change");
+  for (std::size_t i = 0; i < grid_changes().size(); ++i) {
+    QTest::newRow(grid_changes()[i].name) << static_cast<int>(i);
+  }
+}
+
+void QtControlsTest::gridDrawsWhatChangedWhileDrawingWasOff() {
+  QFETCH(int, change);
+  const GridChange& tested = grid_changes()[static_cast<std::size_t>(change)];
+  QtGridControl grid;
+  grid.resize(400, 200);
+  grid.DefaultFontSize(9);
+  grid.Rows(4);
+  grid.Cols(4);
+  for (int32_t col = 0; col < 4; ++col) grid.ColWidth(col, 60);
+  grid.AddPicture(Picture{2, 2, std::vector<uint32_t>(4, 0xFF000000u)}, u"dot");
+  grid.Merge(1, 1, 3);
+  for (int32_t row = 1; row < 4; ++row) grid.Text(row, 3, u"250");
+  grid.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&grid));
+  QVERIFY(!tested.shown(grid));
+
+  grid.AutoRedraw(false);
+  tested.change(grid);
+  QApplication::processEvents();
+  QVERIFY2(!tested.shown(grid), "drawn before Refresh");
+  grid.AutoRedraw(true);
+  grid.Refresh();
+  QVERIFY2(tested.shown(grid), "not drawn at Refresh");
 }
 
 }  // namespace zelkora::platform::qt

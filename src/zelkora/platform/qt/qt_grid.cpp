@@ -12,7 +12,9 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QTimer>
+#include <algorithm>
 
 #include "zelkora/platform/qt/qt_controls.h"
 
@@ -78,6 +80,9 @@ Qt::Alignment qt_alignment(int16_t alignment, TextView text) {
       return (looks_numeric(text) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
   }
 }
+
+// The stale mark of a whole row (QtGridControl::stale_).
+constexpr uint64_t kWholeRow = ~uint64_t{0};
 
 // The ground of a refused value: the palette's base with a fifth of red.
 QColor refused_ground(const QPalette& palette) {
@@ -210,18 +215,26 @@ QtGridControl::QtGridControl(QWidget* parent) : QTableWidget(parent) {
   setSelectionBehavior(QAbstractItemView::SelectItems);
   QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
   setTabKeyNavigation(true);
+  // A cell shows one line, elided where it is too narrow: drawn without
+  // laying the text out for wrapping.
+  setWordWrap(false);
   font_family_ = available_family(QStringLiteral("宋体"));
+  fonts_changed();
 }
 
 QtGridControl::~QtGridControl() = default;
 
 // ---- Drawing ----------------------------------------------------------------------
 
-QFont QtGridControl::cell_font(bool bold) const {
-  QFont font(font_family_);
-  font.setPointSizeF(font_points_ > 0 ? font_points_ : 9);
-  font.setBold(bold);
-  return font;
+void QtGridControl::fonts_changed() {
+  for (const bool bold : {false, true}) {
+    QFont& font = fonts_[bold ? 1 : 0];
+    font = QFont(font_family_);
+    font.setPointSizeF(font_points_ > 0 ? font_points_ : 9);
+    font.setBold(bold);
+  }
+  // At least the height the bold font needs, whatever the scale.
+  least_row_height_ = QFontMetrics(fonts_[1]).height() + 4;
 }
 
 void QtGridControl::draw_size() {
@@ -237,7 +250,13 @@ void QtGridControl::draw_size() {
 void QtGridControl::draw_all() {
   draw_size();
   clearSpans();
-  for (int32_t row = 0; row < model_.Rows(); ++row) draw_row(row);
+  {
+    // Every cell anew: the view is told once, not cell by cell and role by
+    // role (the table's model changes no rows here, only their items).
+    const QSignalBlocker quiet(QTableWidget::model());
+    for (int32_t row = 0; row < model_.Rows(); ++row) draw_row(row);
+  }
+  viewport()->update();
 }
 
 int32_t QtGridControl::shown_height() const {
@@ -247,7 +266,7 @@ int32_t QtGridControl::shown_height() const {
   for (int32_t row = 1; row < model_.Rows() && height <= 0; ++row) {
     height = model_.RowHeight(row);
   }
-  return std::max(height, QFontMetrics(cell_font(true)).height() + 4);
+  return std::max(height, least_row_height_);
 }
 
 bool QtGridControl::row_shown(int32_t row) const {
@@ -269,11 +288,12 @@ void QtGridControl::draw_row(int32_t row) {
 void QtGridControl::draw_cell(int32_t row, int32_t col) {
   if (row >= rowCount() || col >= columnCount()) return;
   const headless::MemoryGrid::Cell& cell = model_.cell(row, col);
+  // A new item is filled before the table takes it: one change for the
+  // view, not one a role. An item's setters tell the view only of a role
+  // whose value changed.
   QTableWidgetItem* item = this->item(row, col);
-  if (!item) {
-    item = new QTableWidgetItem;
-    setItem(row, col, item);
-  }
+  const bool fresh = item == nullptr;
+  if (fresh) item = new QTableWidgetItem;
   // A merged range shows the picture of its first column and the text of
   // the first of its columns that has one.
   zelkora::Text text = cell.text;
@@ -301,12 +321,13 @@ void QtGridControl::draw_cell(int32_t row, int32_t col) {
       }
     }
   }
+  const QPalette& shown = palette();
   item->setText(to_qstring(text));
   item->setFont(cell_font(bold_source));
-  item->setForeground(readable_colour(fore, palette()));
+  item->setForeground(readable_colour(fore, shown));
   const QString mark = marks_.value({row, col});
-  item->setBackground(mark.isEmpty() ? readable_colour(cell.back_color, palette())
-                                     : refused_ground(palette()));
+  item->setBackground(mark.isEmpty() ? readable_colour(cell.back_color, shown)
+                                     : refused_ground(shown));
   const QPair<QString, QString> described = descriptions_.value({row, col});
   item->setData(Qt::AccessibleTextRole,
                 described.first.isEmpty() ? QVariant() : QVariant(described.first));
@@ -325,7 +346,8 @@ void QtGridControl::draw_cell(int32_t row, int32_t col) {
                 image.empty() ? QVariant() : QVariant(icons_.value(to_qstring(image))));
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
   if (!model_.Locked(row)) flags |= Qt::ItemIsEditable;
-  item->setFlags(flags);
+  if (fresh || item->flags() != flags) item->setFlags(flags);  // setFlags always tells the view
+  if (fresh) setItem(row, col, item);
 }
 
 // ---- Size ----------------------------------------------------------------------------
@@ -334,14 +356,19 @@ bool QtGridControl::Move(int32_t left, int32_t top, int32_t width, int32_t heigh
   return move_in_twips(*this, left, top, width, height);
 }
 
+// A setter that leaves the model as it was draws nothing: the table already
+// shows it (a grid built again over the same rows draws only what differs).
+
 void QtGridControl::Rows(int32_t rows) {
+  const bool same = model_.Rows() == rows;
   model_.Rows(rows);
-  redraw_all();
+  if (!same) redraw_all();
 }
 
 void QtGridControl::Cols(int32_t cols) {
+  const bool same = model_.Cols() == cols;
   model_.Cols(cols);
-  redraw_all();
+  if (!same) redraw_all();
 }
 
 void QtGridControl::RowHeight(int32_t row, int32_t height) {
@@ -355,13 +382,15 @@ void QtGridControl::RowHeight(int32_t row, int32_t height) {
 }
 
 void QtGridControl::draw_row_height(int32_t row) {
+  // Only what changed reaches the table's header: each change of a section
+  // lays the view out again.
   const bool shown = row_shown(row);
-  setRowHidden(row, !shown);
+  if (isRowHidden(row) == shown) setRowHidden(row, !shown);
   if (!shown) return;
   // At least the height the font needs, whatever the scale.
   const int32_t height = model_.RowHeight(row);
-  const int32_t needed = QFontMetrics(cell_font(true)).height() + 4;
-  setRowHeight(row, std::max(height > 0 ? height : shown_height(), needed));
+  const int32_t wanted = std::max(height > 0 ? height : shown_height(), least_row_height_);
+  if (rowHeight(row) != wanted) setRowHeight(row, wanted);
 }
 
 void QtGridControl::mark_cell(int32_t row, int32_t col, const QString& note) {
@@ -382,26 +411,39 @@ void QtGridControl::show_only(std::vector<bool> kept) {
 }
 
 void QtGridControl::DefaultRowHeight(int32_t height) {
+  const bool same = model_.DefaultRowHeight() == height;
   model_.DefaultRowHeight(height);
+  if (same) return;
   verticalHeader()->setDefaultSectionSize(std::max(height, 1));
   redraw_all();
 }
 
 void QtGridControl::ColWidth(int32_t col, int32_t width) {
+  const bool same = model_.ColWidth(col) == width;
   model_.ColWidth(col, width);
-  if (drawing()) draw_size();
+  if (drawing()) {
+    draw_size();
+  } else if (!same) {
+    stale_all_ = true;  // Refresh sizes the columns
+  }
 }
 
 // ---- Cells ---------------------------------------------------------------------------
 
 void QtGridControl::Text(int32_t row, int32_t col, TextView text) {
-  model_.Text(row, col, text);
   // What the form writes into the active cell is what Escape goes back to.
   if (entered_at_ == CellRef{row, col}) entered_text_ = zelkora::Text(text);
   if (!drawing()) {
-    stale(row);
+    // The table shows the cell as the model has it unless it is stale. A
+    // merged range shows its text in its first column.
+    if (model_.Text(row, col) != text) {
+      const auto [first, last] = model_.merged(row);
+      stale(row, last > first && col >= first && col <= last ? first : col);
+    }
+    model_.Text(row, col, text);
     return;
   }
+  model_.Text(row, col, text);
   const auto [first, last] = model_.merged(row);
   draw_cell(row, last > first && col >= first && col <= last ? first : col);
   // An open editor of the cell shows what the form wrote.
@@ -416,23 +458,27 @@ void QtGridControl::CellType(int32_t row, int32_t col, int16_t type) {
 }
 
 void QtGridControl::FontBold(int32_t row, int32_t col, bool bold) {
+  const bool same = model_.FontBold(row, col) == bold;
   model_.FontBold(row, col, bold);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 void QtGridControl::ForeColor(int32_t row, int32_t col, uint32_t colour) {
+  const bool same = model_.ForeColor(row, col) == colour;
   model_.ForeColor(row, col, colour);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 void QtGridControl::BackColor(int32_t row, int32_t col, uint32_t colour) {
+  const bool same = model_.BackColor(row, col) == colour;
   model_.BackColor(row, col, colour);
-  redraw_cell(row, col);
+  if (!same) redraw_cell(row, col);
 }
 
 void QtGridControl::Alignment(int32_t row, int32_t col, int16_t alignment) {
+  const bool same = model_.Alignment(row, col) == alignment;
   model_.Alignment(row, col, alignment);
-  redraw_cell(row, col);
+  if (!same) redraw_cell(row, col);
 }
 
 void QtGridControl::ComboList(int32_t row, int32_t col, const std::vector<zelkora::Text>& items) {
@@ -440,8 +486,9 @@ void QtGridControl::ComboList(int32_t row, int32_t col, const std::vector<zelkor
 }
 
 void QtGridControl::Locked(int32_t row, bool locked) {
+  const bool same = model_.Locked(row) == locked;
   model_.Locked(row, locked);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 void QtGridControl::Merge(int32_t row, int32_t col1, int32_t col2) {
@@ -455,41 +502,72 @@ void QtGridControl::AddPicture(const Picture& picture, TextView key) {
 }
 
 void QtGridControl::SetImage(int32_t row, int32_t col, TextView key) {
+  const bool same = model_.ImageKey(row, col) == key;
   model_.SetImage(row, col, key);
-  redraw_row(row);
+  if (!same) redraw_row(row);
 }
 
 // ---- Drawing switch -------------------------------------------------------------------
 
 void QtGridControl::AutoRedraw(bool redraw) {
+  // The table is left as it is while drawing is off (changes are kept for
+  // Refresh), so it needs no switch of its own: turning a widget's updates
+  // back on repaints all of it, the rows nothing changed in too.
   model_.AutoRedraw(redraw);
-  setUpdatesEnabled(redraw);
 }
 
 void QtGridControl::Refresh() {
   model_.Refresh();
   if (!drawing()) return;
   // What changed while drawing was off: every row after a change of size or
-  // font, else the rows touched.
+  // font, else the rows and cells touched.
   if (stale_all_) {
     draw_all();
   } else {
-    for (std::size_t row = 0; row < stale_.size(); ++row) {
-      if (stale_[row] && static_cast<int32_t>(row) < model_.Rows()) {
-        draw_row(static_cast<int32_t>(row));
+    const auto draw_stale = [this](int32_t row) {
+      const uint64_t cols = stale_[static_cast<std::size_t>(row)];
+      if (cols == kWholeRow) {
+        draw_row(row);
+        return;
       }
+      for (int32_t col = 0; col < 64 && col < model_.Cols(); ++col) {
+        if ((cols >> col) & 1u) draw_cell(row, col);
+      }
+    };
+    std::vector<int32_t> rows;
+    for (std::size_t row = 0; row < stale_.size(); ++row) {
+      if (stale_[row] != 0 && static_cast<int32_t>(row) < model_.Rows()) {
+        rows.push_back(static_cast<int32_t>(row));
+      }
+    }
+    if (rows.size() <= 1) {
+      for (const int32_t row : rows) draw_stale(row);
+    } else {
+      // Many rows: the view is told once. The row of an open editor is
+      // drawn on its own, so that the editor shows what the form wrote.
+      const int32_t editor_row = editing() ? currentRow() : -1;
+      {
+        const QSignalBlocker quiet(QTableWidget::model());
+        for (const int32_t row : rows) {
+          if (row != editor_row) draw_stale(row);
+        }
+      }
+      if (std::find(rows.begin(), rows.end(), editor_row) != rows.end()) draw_stale(editor_row);
+      viewport()->update();
     }
   }
   stale_all_ = false;
-  stale_.assign(stale_.size(), false);
-  viewport()->update();
+  stale_.assign(stale_.size(), 0);
 }
 
-void QtGridControl::stale(int32_t row) {
+void QtGridControl::stale(int32_t row, int32_t col) {
   if (row < 0) return;
-  if (static_cast<std::size_t>(row) >= stale_.size())
+  if (static_cast<std::size_t>(row) >= stale_.size()) {
     stale_.resize(static_cast<std::size_t>(row) + 1);
-  stale_[static_cast<std::size_t>(row)] = true;
+  }
+  // Columns beyond 63 count as the whole row.
+  stale_[static_cast<std::size_t>(row)] |=
+      col >= 0 && col < 63 ? uint64_t{1} << col : kWholeRow;
 }
 
 void QtGridControl::redraw_row(int32_t row) {
@@ -504,7 +582,7 @@ void QtGridControl::redraw_cell(int32_t row, int32_t col) {
   if (drawing()) {
     draw_cell(row, col);
   } else {
-    stale(row);
+    stale(row, col);
   }
 }
 
@@ -546,14 +624,19 @@ void QtGridControl::SetFocus(int32_t row, int32_t col) {
 
 void QtGridControl::DefaultFontName(TextView name) {
   model_.DefaultFontName(name);
-  font_family_ = available_family(to_qstring(name));
+  const QString family = available_family(to_qstring(name));
+  if (family == font_family_ && font() == cell_font(false)) return;
+  font_family_ = family;
+  fonts_changed();
   setFont(cell_font(false));
   redraw_all();
 }
 
 void QtGridControl::DefaultFontSize(float size) {
   model_.DefaultFontSize(size);
+  if (static_cast<double>(size) == font_points_ && font() == cell_font(false)) return;
   font_points_ = size;
+  fonts_changed();
   setFont(cell_font(false));
   redraw_all();
 }
@@ -567,8 +650,10 @@ void QtGridControl::BackColorBkg(uint32_t colour) {
 
 void QtGridControl::GridColor(uint32_t colour) {
   model_.GridColor(colour);
-  setStyleSheet(QStringLiteral("QTableView { gridline-color: %1; }")
-                    .arg(readable_colour(colour, palette()).name()));
+  // A style sheet set again, even the same, styles the widget anew.
+  const QString sheet = QStringLiteral("QTableView { gridline-color: %1; }")
+                            .arg(readable_colour(colour, palette()).name());
+  if (styleSheet() != sheet) setStyleSheet(sheet);
 }
 
 void QtGridControl::Appearance(int16_t appearance) {

@@ -33,6 +33,7 @@
 // during a leave) are not raised again.
 #pragma once
 
+#include <QFont>
 #include <QMap>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
@@ -182,9 +183,13 @@ class QtGridControl : public QTableWidget, public GridControl {
   void draw_row_height(int32_t row);
   void draw_cell(int32_t row, int32_t col);
   void draw_size();
-  QFont cell_font(bool bold) const;
+  // The cells' fonts, plain and bold, and the height a row needs at least:
+  // made once per family and size (fonts_changed), not per cell.
+  const QFont& cell_font(bool bold) const { return fonts_[bold ? 1 : 0]; }
+  void fonts_changed();
   // A change: drawn at once while drawing is on, else kept for Refresh.
-  void stale(int32_t row);
+  // `col` -1: the whole row (its height, spans and every cell).
+  void stale(int32_t row, int32_t col = -1);
   void redraw_row(int32_t row);
   void redraw_cell(int32_t row, int32_t col);
   void redraw_all();
@@ -215,6 +220,8 @@ class QtGridControl : public QTableWidget, public GridControl {
   QMap<QString, QIcon> icons_;
   QString font_family_;
   double font_points_ = 9;
+  QFont fonts_[2];            // plain, bold
+  int32_t least_row_height_ = 0;
   bool dispatching_ = false;     // a handler of the form is running
   bool programmatic_ = false;    // the control itself moves the current cell
   bool left_ = false;            // the active cell was left and not entered or edited since
@@ -224,7 +231,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   CellRef entered_at_{-1, -1};   // the cell entered_text_ is of
   int32_t value_col_ = -1;
   std::vector<bool> kept_;   // the rows a filter keeps; empty: no filter
-  std::vector<bool> stale_;  // rows changed while drawing was off
+  std::vector<uint64_t> stale_;  // per row, the columns changed while drawing was off
   bool stale_all_ = false;   // ... or the size or the font
   QMap<QPair<int32_t, int32_t>, QString> marks_;
   QMap<QPair<int32_t, int32_t>, QPair<QString, QString>> descriptions_;
