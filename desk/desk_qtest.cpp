@@ -3,6 +3,7 @@
 // the menu, and the grid's own aids (keyboard, undo, filter, paste, the kept
 // view, refused values, defaults of a row, palette, scale and what a screen
 // reader is told), driven by real mouse and key events.
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleTableInterface>
 #include <QApplication>
@@ -10,6 +11,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -76,6 +78,36 @@ class DeskTest : public QObject {
     return to_qstring(form.cell().tGetText(item));
   }
 
+  // One step of a case: a script line, or keys typed where the focus is
+  // ("type TEXT"), an item chosen from the open list without leaving the
+  // cell ("choose TEXT"), or 编辑 ▸ 恢复默认值 ("reset"). The messages shown.
+  int act(DeskApp& app, CalcForm& form, const QString& line) {
+    if (line.startsWith(QLatin1String("type "))) {
+      for (const QChar c : line.mid(5)) {  // Chinese too: a key with its text
+        const int key = c.unicode() < 0x80 ? c.toUpper().unicode() : 0;
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(c));
+        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(QApplication::focusWidget(), &press);
+        QApplication::sendEvent(QApplication::focusWidget(), &release);
+      }
+    } else if (line.startsWith(QLatin1String("choose "))) {
+      auto* combo =
+          qobject_cast<QComboBox*>(form.grid().indexWidget(form.grid().currentIndex()));
+      [&] { QVERIFY(combo && combo->view()->isVisible()); }();
+      if (!combo) return 0;
+      QTest::qWait(QApplication::doubleClickInterval() + 50);
+      QAbstractItemView* view = combo->view();
+      const QRect at = view->visualRect(view->model()->index(combo->findText(line.mid(7)), 0));
+      QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, at.center());
+    } else if (line == QLatin1String("reset")) {
+      form.action(CalcForm::Action::kResetRow)->trigger();
+    } else {
+      return static_cast<int>(run(app, {line}).count(QStringLiteral("message: ")));
+    }
+    QApplication::processEvents();
+    return 0;
+  }
+
  private slots:
   void refusedValueKeepsTheCellAndTheFocus() {
     DeskApp app;
@@ -137,6 +169,93 @@ class DeskTest : public QObject {
     QCOMPARE(form.grid().currentRow(), kRowOptions);  // the next shown row
     run(app, {QStringLiteral("key Enter")});
     QCOMPARE(form.grid().currentRow(), 0);  // from the lowest shown row
+  }
+
+  // What the grid shows is what it holds, whichever way a value comes or
+  // goes: a list closed without a pick, Escape, the filter, a reset, redo.
+  // Expected: "ITEM=TEXT" (the item, its cell and its saved record),
+  // "bold ROW=0|1", "hidden ROW", "shown ROW", "messages N".
+  void whatACellShowsIsWhatItHolds_data() {
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("a member opened and closed by Escape")
+        << QStringList{"click 17 1", "click 18 3", "key F2", "key Escape", "click 8 3"}
+        << QStringList{"16=2", "bold 18=0", "bold 17=0", "messages 0"};
+    QTest::newRow("a group typed marks the group alone")
+        << QStringList{"click 17 1", "edit 15 3,20", "click 8 3"}
+        << QStringList{"15=3, 20", "bold 17=1", "bold 18=0", "bold 19=0"};
+    QTest::newRow("a member typed, then Escape")
+        << QStringList{"click 17 1", "click 19 3", "key F2", "type 28", "key Escape", "click 8 3"}
+        << QStringList{"15=2, 16", "17=16", "bold 19=0"};
+    QTest::newRow("an event row typed, then Escape")
+        << QStringList{"click 26 1", "click 27 3", "key F2", "type 否", "key Escape",
+                       "click 8 3"}
+        << QStringList{"25=是", "shown 25"};
+    QTest::newRow("accepted, then refused, then Escape")
+        << QStringList{"edit 11 600", "edit 11 -1", "key Escape"}
+        << QStringList{"11=600", "bold 9=1", "messages 1"};
+    QTest::newRow("refused twice, closed, one message each")
+        << QStringList{"edit 10 -250", "key Tab", "click 9 3"}
+        << QStringList{"10=250", "bold 8=0", "messages 1"};
+    QTest::newRow("under the filter a member is checked")
+        << QStringList{"filter 根数", "edit 16 0"}
+        << QStringList{"16=2", "15=2, 16", "messages 1"};
+    QTest::newRow("under the filter a folded row is checked")
+        << QStringList{"click 7 1", "filter 宽度", "edit 10 -250"}
+        << QStringList{"10=250", "messages 1"};
+    QTest::newRow("under the filter a paste is checked")
+        << QStringList{"filter 根数", "paste 16 0"} << QStringList{"16=2", "messages 1"};
+    QTest::newRow("under the filter the group follows its member")
+        << QStringList{"filter 根数", "edit 16 4"} << QStringList{"16=4", "15=4, 16", "bold 18=1"};
+    QTest::newRow("a member reset rejoins its group")
+        << QStringList{"click 17 1", "edit 16 5", "click 18 3", "reset"}
+        << QStringList{"16=2", "15=2, 16", "bold 18=0"};
+    QTest::newRow("redo of a group brings back its marks")
+        << QStringList{"click 17 1", "edit 15 3,20", "undo", "redo"}
+        << QStringList{"15=3, 20", "bold 17=1", "bold 18=0", "bold 19=0"};
+    QTest::newRow("under the filter a pick hides rows at once")
+        << QStringList{"click 26 1", "filter 受压", "click 27 3", "key F4", "choose 否"}
+        << QStringList{"25=否", "hidden 25"};
+  }
+
+  void whatACellShowsIsWhatItHolds() {
+    QFETCH(QStringList, steps);
+    QFETCH(QStringList, expected);
+    DeskApp app;
+    CalcForm& form = beam(app);
+    int messages = 0;
+    for (const QString& step : steps) messages += act(app, form, step);
+    const bool editing_now = editing(form);
+    std::vector<Text> saved;
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("p.zks"));
+    if (!editing_now) {
+      QVERIFY(form.save_file(file));
+      DeskApp again;
+      CalcForm& reopened = beam(again);
+      QVERIFY(reopened.open_file(file));
+      reopened.cell().GetCurrentText(saved);
+    }
+    for (const QString& e : expected) {
+      const QString what = e.section(QLatin1Char(' '), 0, 0);
+      const QString rest = e.section(QLatin1Char(' '), 1);
+      if (what == QLatin1String("bold")) {
+        QVERIFY2(bold(form, rest.section(QLatin1Char('='), 0, 0).toInt()) ==
+                     (rest.section(QLatin1Char('='), 1) == QLatin1String("1")),
+                 qPrintable(e));
+      } else if (what == QLatin1String("hidden") || what == QLatin1String("shown")) {
+        QVERIFY2(!form.grid().row_shown(rest.toInt()) == (what == QLatin1String("hidden")),
+                 qPrintable(e));
+      } else if (what == QLatin1String("messages")) {
+        QCOMPARE(messages, rest.toInt());
+      } else {
+        const int item = e.section(QLatin1Char('='), 0, 0).toInt();
+        const QString text = e.section(QLatin1Char('='), 1);
+        QCOMPARE(item_text(form, item), text);
+        QCOMPARE(shown(form, form.cell().lGetRowByIndex(item)), text);
+        if (!editing_now) QCOMPARE(to_qstring(saved.at(static_cast<std::size_t>(item))), text);
+      }
+    }
   }
 
   void hiddenItemsTakeTheirHeadingAlong() {

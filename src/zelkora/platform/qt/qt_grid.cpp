@@ -13,7 +13,6 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QTimer>
 #include <algorithm>
 
 #include "zelkora/platform/qt/qt_controls.h"
