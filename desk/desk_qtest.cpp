@@ -174,7 +174,7 @@ class DeskTest : public QObject {
   // What the grid shows is what it holds, whichever way a value comes or
   // goes: a list closed without a pick, Escape, the filter, a reset, redo.
   // Expected: "ITEM=TEXT" (the item, its cell and its saved record),
-  // "bold ROW=0|1", "hidden ROW", "shown ROW", "messages N".
+  // "length ITEM=N", "bold ROW=0|1", "hidden ROW", "shown ROW", "messages N".
   void whatACellShowsIsWhatItHolds_data() {
     QTest::addColumn<QStringList>("steps");
     QTest::addColumn<QStringList>("expected");
@@ -213,6 +213,11 @@ class DeskTest : public QObject {
     QTest::newRow("redo of a group brings back its marks")
         << QStringList{"click 17 1", "edit 15 3,20", "undo", "redo"}
         << QStringList{"15=3, 20", "bold 17=1", "bold 18=0", "bold 19=0"};
+    const QString long_text(1100, QLatin1Char('7'));
+    QTest::newRow("typing stops at the editor's limit, a longer paste is refused")
+        << QStringList{"click 2 3", "key F2", "type " + long_text, "key Enter",
+                       "paste 11 " + long_text}
+        << QStringList{"length 1=1024", "11=500"};
     QTest::newRow("under the filter a pick hides rows at once")
         << QStringList{"click 26 1", "filter 受压", "click 27 3", "key F4", "choose 否"}
         << QStringList{"25=否", "hidden 25"};
@@ -246,6 +251,9 @@ class DeskTest : public QObject {
       } else if (what == QLatin1String("hidden") || what == QLatin1String("shown")) {
         QVERIFY2(!form.grid().row_shown(rest.toInt()) == (what == QLatin1String("hidden")),
                  qPrintable(e));
+      } else if (what == QLatin1String("length")) {
+        QCOMPARE(item_text(form, rest.section(QLatin1Char('='), 0, 0).toInt()).size(),
+                 rest.section(QLatin1Char('='), 1).toInt());
       } else if (what == QLatin1String("messages")) {
         QCOMPARE(messages, rest.toInt());
       } else {

@@ -178,13 +178,19 @@ class QtGridControl::Delegate : public QStyledItemDelegate {
 
   void setEditorData(QWidget* editor, const QModelIndex& index) const override {
     const QString text = to_qstring(grid_.model_.Text(index.row(), index.column()));
-    if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+    auto* combo = qobject_cast<QComboBox*>(editor);
+    QLineEdit* line = combo ? combo->lineEdit() : qobject_cast<QLineEdit*>(editor);
+    if (!line) return;
+    // The editor lays its whole text out again at every key: a value takes
+    // at most kMaxTypedLength characters as typed (a longer one from a file
+    // keeps its length), so a keystroke costs the same in every cell.
+    line->setMaxLength(std::max<int>(kMaxTypedLength, static_cast<int>(text.size())));
+    if (combo) {
       combo->setEditText(text);
-      combo->lineEdit()->selectAll();
-    } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+    } else {
       line->setText(text);
-      line->selectAll();
     }
+    line->selectAll();
   }
 
   // The model already holds every change of the text; the table item is
@@ -788,6 +794,7 @@ bool QtGridControl::leave_cell() {
 }
 
 bool QtGridControl::type_into(int32_t row, int32_t col, const QString& text) {
+  if (text.size() > kMaxTypedLength) return false;  // never cut short
   if (!edit_cell(row, col)) return false;
   QWidget* editor = indexWidget(QTableWidget::model()->index(row, col));
   if (auto* combo = qobject_cast<QComboBox*>(editor)) {

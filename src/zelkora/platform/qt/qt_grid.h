@@ -47,6 +47,9 @@ class QtGridControl : public QTableWidget, public GridControl {
   Q_OBJECT
 
  public:
+  // The longest value a cell's editor takes as typed or pasted.
+  static constexpr int kMaxTypedLength = 1024;
+
   explicit QtGridControl(QWidget* parent = nullptr);
   ~QtGridControl() override;
 
@@ -74,7 +77,8 @@ class QtGridControl : public QTableWidget, public GridControl {
   bool leave_cell();
   // Enters `text` into the cell as if typed: the cell is made active and
   // edited, takes the text (CellChanging) and is left. False when any step
-  // was refused; a refused value keeps its editor open.
+  // was refused (a refused value keeps its editor open) or the text is
+  // longer than kMaxTypedLength (nothing happens then).
   bool type_into(int32_t row, int32_t col, const QString& text);
   // Shows only the rows for which kept[row] is true (rows the grid has
   // folded away show too, at the height of the others), or, with an empty
