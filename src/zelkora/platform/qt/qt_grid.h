@@ -175,6 +175,9 @@ class QtGridControl : public QTableWidget, public GridControl {
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  // Typing never moves to a row whose text begins with the keys (the view's
+  // own search): keys go to the cell they are typed in, or nowhere.
+  void keyboardSearch(const QString& /*search*/) override {}
 
  private:
   class Delegate;
