@@ -71,6 +71,14 @@ class DeskTest : public QObject {
     return *form;
   }
 
+  // A value that comes from elsewhere (a project file), not typed.
+  static void write_from_elsewhere(CalcForm& form, int item, const Text& text) {
+    std::vector<Text> values;
+    form.cell().GetCurrentText(values);
+    values[static_cast<std::size_t>(item)] = text;
+    form.cell().LetCurrentText(values);
+    form.cell().CellText(item, text);
+  }
   static bool bold(CalcForm& form, int row) { return form.grid().item(row, 3)->font().bold(); }
   static QString shown(CalcForm& form, int row) { return form.grid().item(row, 3)->text(); }
   static bool editing(CalcForm& form) { return form.grid().editing(); }
@@ -535,11 +543,7 @@ class DeskTest : public QObject {
     QVERIFY(!form.grid().marked(kRowLegs, 3));
     QVERIFY(form.refused_count().text().isEmpty());
     run(app, {QStringLiteral("key Escape")});
-    std::vector<Text> values;
-    form.cell().GetCurrentText(values);
-    values[22] = u"1";
-    form.cell().LetCurrentText(values);
-    form.cell().CellText(22, u"1");
+    write_from_elsewhere(form, 22, u"1");
     run(app, {QStringLiteral("click 8 2"), QStringLiteral("key F8")});
     QCOMPARE(form.grid().currentRow(), kRowLegs);
     QVERIFY(editing(form));
@@ -624,11 +628,7 @@ class DeskTest : public QObject {
   void screenReadersHearCaptionValueHelpAndRefusal() {
     DeskApp app;
     CalcForm& form = beam(app);
-    std::vector<Text> values;
-    form.cell().GetCurrentText(values);
-    values[10] = u"-5";
-    form.cell().LetCurrentText(values);
-    form.cell().CellText(10, u"-5");
+    write_from_elsewhere(form, 10, u"-5");
     run(app, {QStringLiteral("key F8"), QStringLiteral("key Escape")});
     QAccessibleInterface* table = QAccessible::queryAccessibleInterface(&form.grid());
     QVERIFY(table && table->tableInterface());
