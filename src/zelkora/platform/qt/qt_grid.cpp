@@ -116,6 +116,8 @@ class ListEditor : public QComboBox {
     const QString text = currentText();
     clear();
     for (const zelkora::Text& item : items) addItem(to_qstring(item));
+    // The list opens on the cell's value.
+    if (const int at = findText(text); at >= 0) setCurrentIndex(at);
     setEditText(text);
   }
 
