@@ -154,6 +154,12 @@ class DeskTest : public QObject {
         << QStringList{"edit 10 -250"} << QStringList{"10=250", "editing", "messages 1"};
     QTest::newRow("a refused value typed again")
         << QStringList{"edit 10 -250", "edit 10 300"} << QStringList{"10=300", "bold 8=1"};
+    QTest::newRow("refused twice, the next typing stays in its row")
+        << QStringList{"edit 10 -1", "key Tab", "edit 14 7", "key Escape", "click 9 2"}
+        << QStringList{"10=250", "11=500", "14=20", "messages 2"};
+    QTest::newRow("a click while a list is open, typing stays in its row")
+        << QStringList{"click 14 3", "key F4", "edit 24 -999", "click 15 2"}
+        << QStringList{"19=0", "24=0", "messages 1"};
     QTest::newRow("a default typed back loses its mark")
         << QStringList{"edit 11 650", "edit 11 500"} << QStringList{"11=500", "bold 9=0"};
     QTest::newRow("a group typed marks the group alone")
