@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QResizeEvent>
+#include <QSaveFile>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
@@ -42,6 +43,13 @@ int32_t layout_id(TextView name, const clsCharacter& chr) {
   return 0;
 }
 
+// A file name the user gave without an extension gets the default one, so
+// that the open dialog lists the file and the backup copy is made.
+QString with_extension(const QString& file, TextView extension) {
+  if (file.isEmpty() || !QFileInfo(file).suffix().isEmpty()) return file;
+  return file + QLatin1Char('.') + to_qstring(extension);
+}
+
 int to_twips(int pixels, int dpi) { return dpi > 0 ? pixels * 1440 / dpi : pixels * 15; }
 
 // The steel-grade symbols of the suite's own font (U+E000 to U+E003) as the
@@ -65,7 +73,7 @@ class CalcForm::Events : public grid::FormSession {
         form_(form) {}
   void CellChanging() override {
     FormSession::CellChanging();
-    form_.mark_changed(true);
+    form_.update_changed();
     // Escape gave the cell back its text: marks and notes follow it.
     if (!form_.grid().editing()) {
       form_.values_changed(false);
@@ -74,7 +82,7 @@ class CalcForm::Events : public grid::FormSession {
   }
   void ComboClick() override {
     FormSession::ComboClick();
-    form_.mark_changed(true);
+    form_.update_changed();
     // The rows the pick made (not) apply leave (or join) the filtered view.
     if (form_.grid().filtered()) form_.apply_filter();
   }
@@ -140,7 +148,7 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   describe_values();
   update_refused();
   update_edit_actions();
-  update_title();
+  values_saved();
   resize(program.calculates ? 1000 : 560, 720);
   restore_view();
 }
@@ -182,23 +190,27 @@ void CalcForm::build_actions() {
     (a.action == Action::kCalculate || a.action == Action::kSaveReport ? calc_menu : file_menu)
         ->addAction(action);
   }
-  connect(action(Action::kNew), &QAction::triggered, this, [this] { new_project(); });
+  connect(action(Action::kNew), &QAction::triggered, this, [this] {
+    if (may_discard_changes()) new_project();
+  });
   connect(action(Action::kOpen), &QAction::triggered, this, [this] {
+    if (!may_discard_changes()) return;
     const QString file = chosen_file(false, kProjectFilter);
     if (!file.isEmpty()) open_file(file);
   });
   connect(action(Action::kSave), &QAction::triggered, this, [this] {
-    const QString file = file_.isEmpty() ? chosen_file(true, kProjectFilter) : file_;
+    const QString file =
+        file_.isEmpty() ? with_extension(chosen_file(true, kProjectFilter), u"zks") : file_;
     if (!file.isEmpty()) save_file(file);
   });
   connect(action(Action::kSaveAs), &QAction::triggered, this, [this] {
-    const QString file = chosen_file(true, kProjectFilter);
+    const QString file = with_extension(chosen_file(true, kProjectFilter), u"zks");
     if (!file.isEmpty()) save_file(file);
   });
   connect(action(Action::kDefaults), &QAction::triggered, this, [this] { load_defaults(); });
   connect(action(Action::kCalculate), &QAction::triggered, this, [this] { calculate(); });
   connect(action(Action::kSaveReport), &QAction::triggered, this, [this] {
-    const QString file = chosen_file(true, kReportFilter);
+    const QString file = with_extension(chosen_file(true, kReportFilter), u"txt");
     if (!file.isEmpty()) save_report(file);
   });
   action(Action::kSaveReport)->setEnabled(false);
@@ -227,7 +239,9 @@ void CalcForm::fill_recent_menu(QMenu* menu) {
     QString shown = file;  // "&" would mark a shortcut letter
     shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
     QAction* entry = menu->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(shown));
-    connect(entry, &QAction::triggered, this, [this, file] { open_file(file); });
+    connect(entry, &QAction::triggered, this, [this, file] {
+      if (may_discard_changes()) open_file(file);
+    });
   }
   if (files.empty()) menu->addAction(QStringLiteral("（无）"))->setEnabled(false);
 }
@@ -287,9 +301,35 @@ void CalcForm::place_grid() {
 
 // ---- The project ---------------------------------------------------------------------
 
-void CalcForm::mark_changed(bool changed) {
+void CalcForm::update_changed() {
+  std::vector<Text> now;
+  if (session_) session_->cell().GetCurrentText(now);
+  const bool changed = now != saved_values_;
+  if (changed == changed_) return;
   changed_ = changed;
   update_title();
+}
+
+void CalcForm::values_saved() {
+  saved_values_.clear();
+  session_->cell().GetCurrentText(saved_values_);
+  changed_ = false;
+  update_title();
+}
+
+bool CalcForm::may_discard_changes() {
+  update_changed();
+  if (!changed_ || !ask_before_closing_) return true;
+  auto* boxes = dynamic_cast<platform::qt::QtMessageBox*>(platform_->messages.get());
+  const QMessageBox::StandardButton answer =
+      boxes ? boxes->choose(QMessageBox::Question, u"项目已修改，是否保存？", to_text(windowTitle()),
+                            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel)
+            : QMessageBox::Discard;
+  if (answer == QMessageBox::Discard) return true;
+  if (answer != QMessageBox::Save) return false;
+  const QString file =
+      file_.isEmpty() ? with_extension(chosen_file(true, kProjectFilter), u"zks") : file_;
+  return !file.isEmpty() && save_file(file);
 }
 
 void CalcForm::update_title() {
@@ -311,13 +351,18 @@ void CalcForm::new_project() {
   report_lines_.clear();
   if (report_) report_->clear();
   action(Action::kSaveReport)->setEnabled(false);
-  mark_changed(false);
+  values_saved();
 }
 
 bool CalcForm::open_file(const QString& file) {
   if (!session_->cell().bLoadOrSaveData(u"Load", to_text(file), form_name(), {}, add_data_)) {
-    const int32_t error =
-        QFile::exists(file) ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
+    const ProjectFileKind kind = project_file_kind(platform_, to_text(file));
+    if (kind.layout && !equal_text(*kind.layout, program_.layout, Compare::Text)) {
+      platform_->messages->warning(why_not_opened(kind, to_text(file), &program_),
+                                   to_text(windowTitle()));
+      return false;
+    }
+    const int32_t error = kind.exists ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
     errors_.GenMsgErrorW(error, to_text(QFileInfo(file).fileName()), {}, {}, {}, false);
     return false;
   }
@@ -325,7 +370,7 @@ bool CalcForm::open_file(const QString& file) {
   history_->clear();
   values_changed();
   file_ = file;
-  mark_changed(false);
+  values_saved();
   remember_file(file);
   statusBar()->showMessage(QStringLiteral("已打开 ") + file, 5000);
   return true;
@@ -340,7 +385,7 @@ bool CalcForm::save_file(const QString& file) {
     return false;
   }
   file_ = file;
-  mark_changed(false);
+  values_saved();
   remember_file(file);
   statusBar()->showMessage(QStringLiteral("已保存 ") + file, 5000);
   return true;
@@ -352,7 +397,6 @@ void CalcForm::load_defaults() {
   session_->cell().LoadDefaultEnterA(true);
   std::vector<Text> after;
   session_->cell().GetCurrentText(after);
-  if (after != before) mark_changed(true);
   values_changed();  // one step of the history
 }
 
@@ -370,25 +414,52 @@ void CalcForm::calculate() {
   clsCharacter chr(platform_);
   chr.bSuperSub(true);  // squares and cubes of units as superscripts
   report_lines_ = beam_report(values, chr);
+  report_values_ = values;
+  report_stale_ = false;
   Text html;
   for (const Text& line : report_lines_) {
     // Blanks centre the title and indent continuation lines: they are kept.
     html += u"<p style=\"white-space:pre-wrap\">" +
             typeset::markup_to_html(with_grade_letters(line)) + u"</p>";
   }
-  report_->setHtml(to_qstring(html));
+  report_html_ = to_qstring(html);
+  report_->setHtml(report_html_);
   action(Action::kSaveReport)->setEnabled(true);
 }
 
+void CalcForm::mark_report_stale() {
+  if (!report_ || report_lines_.empty() || report_stale_) return;
+  std::vector<Text> now;
+  session_->cell().GetCurrentText(now);
+  if (now == report_values_) return;
+  report_stale_ = true;
+  report_->setHtml(QStringLiteral("<p style=\"color:#b00000\"><b>计算书已过期：数据已修改，"
+                                  "请再次单击“计算”。</b></p>") +
+                   report_html_);
+  action(Action::kSaveReport)->setEnabled(false);
+}
+
 bool CalcForm::save_report(const QString& file) {
-  clsCharacter chr(platform_);
-  QFile out(file);
-  if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
-  for (const Text& line : report_lines_) {
-    out.write(to_utf8(with_grade_letters(chr.tDelSuperSubSign(line))).c_str());
-    out.write("\n");
+  if (report_lines_.empty() || report_stale_) {
+    platform_->messages->warning(u"计算书已过期或尚未计算：请先单击“计算”。", u"保存计算书");
+    return false;
   }
-  return out.error() == QFileDevice::NoError;
+  clsCharacter chr(platform_);
+  QSaveFile out(file);
+  if (out.open(QIODevice::WriteOnly)) {
+    for (const Text& line : report_lines_) {
+      out.write(to_utf8(with_grade_letters(chr.tDelSuperSubSign(line))).c_str());
+      out.write("\n");
+    }
+    if (out.commit()) {
+      statusBar()->showMessage(QStringLiteral("计算书已保存到 ") + file, 5000);
+      return true;
+    }
+  }
+  const Text why = u"计算书无法保存到“" + to_text(file) + u"”：" + to_text(out.errorString());
+  statusBar()->showMessage(to_qstring(why), 10000);
+  platform_->messages->warning(why, u"保存计算书");
+  return false;
 }
 
 // ---- The form object ------------------------------------------------------------------
@@ -411,16 +482,9 @@ void CalcForm::closeEvent(QCloseEvent* event) {
     return;
   }
   values_changed();
-  if (changed_ && ask_before_closing_) {
-    const auto answer =
-        QMessageBox::question(this, windowTitle(), QStringLiteral("项目已修改，是否保存？"),
-                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
-    if (answer == QMessageBox::Cancel ||
-        (answer == QMessageBox::Save &&
-         !save_file(file_.isEmpty() ? chosen_file(true, kProjectFilter) : file_))) {
-      event->ignore();
-      return;
-    }
+  if (!may_discard_changes()) {
+    event->ignore();
+    return;
   }
   save_view();
   QMainWindow::closeEvent(event);

@@ -157,7 +157,16 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   void restore_view();
   void save_view();
   void place_grid();
-  void mark_changed(bool changed);
+  // The changed mark follows the values: changed while they differ from
+  // those last saved, opened or begun anew.
+  void update_changed();
+  void values_saved();
+  // Before the values are replaced (New, Open, a recent project) or the form
+  // closes: a changed project asks Save, Discard or Cancel; false to stop.
+  bool may_discard_changes();
+  // A report of values that have changed since is marked out of date and
+  // cannot be saved until it is calculated again.
+  void mark_report_stale();
   void update_title();
   // The file of an action: the preset one, or the user's choice.
   QString chosen_file(bool saving, const QString& filter);
@@ -183,6 +192,10 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   std::vector<zelkora::Text> texts_;
   std::vector<QAction*> actions_;
   std::vector<Text> report_lines_;
+  std::vector<Text> report_values_;  // the values the report was calculated from
+  QString report_html_;
+  bool report_stale_ = false;
+  std::vector<Text> saved_values_;   // the values last saved, opened or begun anew
   QString file_;
   std::optional<QString> preset_;
   bool changed_ = false;

@@ -100,6 +100,8 @@ void CalcForm::build_edit_actions(QMenu* menu, QToolBar* toolbar) {
 void CalcForm::values_changed(bool step) {
   if (!history_) return;
   if (step) history_->record();
+  update_changed();
+  mark_report_stale();
   update_refused();
   if (grid_->filtered()) apply_filter();
   update_edit_actions();
@@ -167,7 +169,6 @@ bool CalcForm::step_history(bool back) {
   if (!(back ? history_->undo() : history_->redo())) return false;
   const int32_t item = back ? history_->redo_item() : history_->undo_item();
   const int32_t row = cell().lGetRowByIndex(item);
-  mark_changed(true);
   values_changed();
   if (row > 0 && grid_->row_shown(row)) grid_->setCurrentCell(row, grid::kValueCol);
   return true;
@@ -230,7 +231,6 @@ void CalcForm::reset_current() {
   const std::vector<grid::ItemValue> values = grid::defaults_of(cell(), grid_->currentRow());
   if (values.empty()) return;
   grid::write_values(cell(), values);
-  mark_changed(true);
   values_changed();
 }
 

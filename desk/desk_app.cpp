@@ -95,18 +95,11 @@ CalcForm* DeskApp::open_program(TextView menu_key) {
 
 CalcForm* DeskApp::open_project(const QString& file) {
   // The program is named by the file's identifier record: the layout's name.
-  clsLoadSave ls(platform_);
-  UseBinRecord record;
-  const Program* program = nullptr;
-  if (ls.OpenFileA(platform::qt::to_text(file), u"InPut")) {
-    for (int i = 0; i < 2 && ls.ReadFileOneA(record); ++i) {
-      if (record.ID == record_id::kProgram) program = program_of_layout(record.Member);
-    }
-    ls.CloseFileA();
-  }
+  const Text path = platform::qt::to_text(file);
+  const ProjectFileKind kind = project_file_kind(platform_, path);
+  const Program* program = kind.layout ? program_of_layout(*kind.layout) : nullptr;
   if (!program) {
-    messages_->warning(u"“" + platform::qt::to_text(file) + u"”不是本程序的原始数据文件。",
-                       u"Zelkora 结构快速设计");
+    messages_->warning(why_not_opened(kind, path, nullptr), u"Zelkora 结构快速设计");
     return nullptr;
   }
   CalcForm* form = open_program(program->menu_key);

@@ -30,6 +30,7 @@
 namespace zelkora::desk {
 
 using platform::qt::to_qstring;
+using platform::qt::to_text;
 
 class DeskTest : public QObject {
   Q_OBJECT
@@ -86,7 +87,7 @@ class DeskTest : public QObject {
     return to_qstring(form.cell().tGetText(item));
   }
 
-  // One step of a case: a script line, or keys typed where the focus is
+  // One step of a case: script lines, or keys typed where the focus is
   // ("type TEXT"), an item chosen from the open list without leaving the
   // cell ("choose TEXT"), or 编辑 ▸ 恢复默认值 ("reset"). The messages shown.
   int act(DeskApp& app, CalcForm& form, const QString& line) {
@@ -110,7 +111,9 @@ class DeskTest : public QObject {
     } else if (line == QLatin1String("reset")) {
       form.action(CalcForm::Action::kResetRow)->trigger();
     } else {
-      return static_cast<int>(run(app, {line}).count(QStringLiteral("message: ")));
+      // Lines joined by "|" run as one script ("answer no|new").
+      return static_cast<int>(
+          run(app, line.split(QLatin1Char('|'))).count(QStringLiteral("message: ")));
     }
     QApplication::processEvents();
     return 0;
@@ -252,6 +255,117 @@ class DeskTest : public QObject {
         QCOMPARE(shown(form, form.cell().lGetRowByIndex(item)), text);
         if (!editing_now) QCOMPARE(to_qstring(saved.at(static_cast<std::size_t>(item))), text);
       }
+    }
+  }
+
+  // The changed mark follows the values; New and closing ask only when they
+  // changed; a report of other values is out of date and is not saved; a
+  // name without extension gets one; a failed save says why. "$D" is a
+  // folder of the test. Expected: "ITEM=TEXT", "changed 0|1", "messages N",
+  // "file NAME" (it exists), "report fresh|stale", "open 0|1".
+  void nothingIsLostNothingGoesStale_data() {
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("keys through unchanged cells")
+        << QStringList{"click 8 3", "key Tab", "key Enter", "key F2", "key Escape"}
+        << QStringList{"changed 0", "messages 0"};
+    QTest::newRow("a value typed back") << QStringList{"edit 10 300", "edit 10 250"}
+                                        << QStringList{"changed 0"};
+    QTest::newRow("New unchanged asks nothing") << QStringList{"new"}
+                                                << QStringList{"messages 0", "changed 0"};
+    QTest::newRow("New changed, cancelled")
+        << QStringList{"edit 10 300", "answer cancel|new"}
+        << QStringList{"10=300", "changed 1", "messages 1"};
+    QTest::newRow("New changed, discarded")
+        << QStringList{"edit 10 300", "answer no|new"}
+        << QStringList{"10=250", "changed 0", "messages 1"};
+    QTest::newRow("New changed, saved first")
+        << QStringList{"edit 10 300", "answer yes $D/first|new"}
+        << QStringList{"10=250", "file first.zks", "messages 1"};
+    QTest::newRow("closing changed, cancelled")
+        << QStringList{"edit 10 300", "answer cancel|close"}
+        << QStringList{"open 1", "messages 1"};
+    QTest::newRow("Save As without extension") << QStringList{"edit 10 300", "save $D/beam1"}
+                                               << QStringList{"file beam1.zks", "changed 0"};
+    QTest::newRow("a report of changed values")
+        << QStringList{"calculate", "edit 10 300"} << QStringList{"report stale"};
+    QTest::newRow("calculated again, saved without extension")
+        << QStringList{"calculate", "edit 10 300", "calculate", "report $D/r"}
+        << QStringList{"report fresh", "file r.txt"};
+    QTest::newRow("a report that cannot be saved")
+        << QStringList{"calculate", "report $D/no/such/folder/r.txt"}
+        << QStringList{"messages 1"};
+  }
+
+  void nothingIsLostNothingGoesStale() {
+    QFETCH(QStringList, steps);
+    QFETCH(QStringList, expected);
+    QTemporaryDir dir;
+    DeskApp app;
+    CalcForm& form = beam(app);
+    form.ask_before_closing(true);
+    QPointer<CalcForm> alive(&form);
+    int messages = 0;
+    for (QString step : steps) {
+      messages += act(app, form, step.replace(QStringLiteral("$D"), dir.path()));
+    }
+    for (const QString& e : expected) {
+      const QString what = e.section(QLatin1Char(' '), 0, 0);
+      const QString rest = e.section(QLatin1Char(' '), 1);
+      if (what == QLatin1String("changed")) {
+        QCOMPARE(form.isWindowModified(), rest == QLatin1String("1"));
+      } else if (what == QLatin1String("messages")) {
+        QCOMPARE(messages, rest.toInt());
+      } else if (what == QLatin1String("file")) {
+        QVERIFY2(QFile::exists(dir.filePath(rest)), qPrintable(rest));
+      } else if (what == QLatin1String("report")) {
+        QCOMPARE(form.action(CalcForm::Action::kSaveReport)->isEnabled(),
+                 rest == QLatin1String("fresh"));
+      } else if (what == QLatin1String("open")) {
+        QCOMPARE(alive && form.isVisible(), rest == QLatin1String("1"));
+      } else {
+        QCOMPARE(item_text(form, e.section(QLatin1Char('='), 0, 0).toInt()),
+                 e.section(QLatin1Char('='), 1));
+      }
+    }
+    if (alive) form.ask_before_closing(false);
+  }
+
+  // A file that cannot be opened is named for what it is: missing, no data
+  // file, another program's; a run with --quit never waits on its box.
+  void projectFilesThatCannotBeOpenedSaySo() {
+    QTemporaryDir dir;
+    const QString beam_file = dir.filePath(QStringLiteral("b.zks"));
+    const QString text_file = dir.filePath(QStringLiteral("t.zks"));
+    {
+      DeskApp app;
+      QVERIFY(beam(app).save_file(beam_file));
+      QFile text(text_file);
+      QVERIFY(text.open(QIODevice::WriteOnly));
+      text.write("not a data file");
+    }
+    const struct {
+      QString file;
+      const char* program;  // the form it is opened in; null: from the command line
+      const char* said;
+    } cases[] = {
+        {dir.filePath(QStringLiteral("none.zks")), nullptr, "找不到文件"},
+        {text_file, nullptr, "不是 Zelkora 的原始数据文件"},
+        {beam_file, "荷载组合", "是“梁配筋计算”的原始数据文件，不能在“荷载组合”中打开"},
+        {text_file, "荷载组合", "数据格式已被破坏"},
+    };
+    for (const auto& c : cases) {
+      DeskApp app;
+      QString out, err;
+      QTextStream out_stream(&out), err_stream(&err);
+      if (c.program) {
+        app.open_program(to_text(QString::fromUtf8(c.program)))->ask_before_closing(false);
+        QCOMPARE(run_script(app, {QStringLiteral("open ") + c.file}, out_stream, err_stream), 0);
+      } else {
+        QCOMPARE(run_script(app, {}, out_stream, err_stream, c.file), 0);
+        QVERIFY(!app.current_form());
+      }
+      QVERIFY2(out.contains(QString::fromUtf8(c.said)), qPrintable(out));
     }
   }
 

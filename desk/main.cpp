@@ -51,12 +51,14 @@ int main(int argc, char** argv) {
 
   zelkora::desk::DeskApp desk;
   desk.main_window().show();
-  if (!project.isEmpty()) desk.open_project(project);
   int status = 0;
-  if (!lines.isEmpty() || quit) {
+  if (lines.isEmpty() && !quit) {
+    if (!project.isEmpty()) desk.open_project(project);
+  } else {
+    // The project's boxes are answered as the script's: a run never waits.
     QTimer::singleShot(0, [&] {
       QTextStream out(stdout);
-      if (!lines.isEmpty()) status = zelkora::desk::run_script(desk, lines, out, err);
+      status = zelkora::desk::run_script(desk, lines, out, err, project);
       if (quit || status != 0) {
         if (auto* form = desk.current_form()) form->ask_before_closing(false);
         QApplication::exit(status);

@@ -1,6 +1,9 @@
 // The programs of the desktop program and the rules of their forms.
 #include "desk/programs.h"
 
+#include "zelkora/datafile/cls_load_save.h"
+#include "zelkora/datafile/record_numbers.h"
+
 namespace zelkora::desk {
 
 const std::vector<Program>& programs() {
@@ -27,6 +30,36 @@ const Program* program_of_layout(TextView layout) {
     if (equal_text(p.layout, trim(layout), Compare::Text)) return &p;
   }
   return nullptr;
+}
+
+ProjectFileKind project_file_kind(const std::shared_ptr<const platform::Platform>& platform,
+                                  TextView file) {
+  ProjectFileKind kind;
+  kind.exists = platform->suite->file_exists(file);
+  if (!kind.exists) return kind;
+  // The form's identifier record follows the revision record.
+  clsLoadSave ls(platform);
+  UseBinRecord record;
+  if (ls.OpenFileA(file, u"InPut")) {
+    for (int i = 0; i < 2 && ls.ReadFileOneA(record); ++i) {
+      if (record.ID == record_id::kProgram) kind.layout = record.Member;
+    }
+    ls.CloseFileA();
+  }
+  return kind;
+}
+
+Text why_not_opened(const ProjectFileKind& kind, TextView file, const Program* program) {
+  const Text name = u"“" + Text(file) + u"”";
+  if (!kind.exists) return u"找不到文件" + name + u"。";
+  if (!kind.layout) return name + u"不是 Zelkora 的原始数据文件，或已损坏。";
+  const Program* owner = program_of_layout(*kind.layout);
+  if (owner && owner != program && program) {
+    return name + u"是“" + Text(owner->menu_key) + u"”的原始数据文件，不能在“" +
+           Text(program->menu_key) + u"”中打开。";
+  }
+  if (!owner) return name + u"是本程序没有的计算程序（" + *kind.layout + u"）的原始数据文件。";
+  return name + u"已损坏，无法读出其中的数据。";
 }
 
 void apply_rules(const Program& program, const std::vector<Text>& texts, std::vector<bool>& hidden,

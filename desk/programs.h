@@ -3,6 +3,7 @@
 // items that do not apply, and its calculation.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -33,6 +34,20 @@ const Program* program_of(TextView menu_key);
 
 // The program whose layout is `layout` (without regard to case), or null.
 const Program* program_of_layout(TextView layout);
+
+// What a file given as a project is: missing, no data file of the suite (or
+// damaged before its identifier), or the data file of the form with layout
+// `layout` (which may be another program's).
+struct ProjectFileKind {
+  bool exists = false;
+  std::optional<Text> layout;
+};
+ProjectFileKind project_file_kind(const std::shared_ptr<const platform::Platform>& platform,
+                                  TextView file);
+
+// Why a project file cannot be opened in the form of `program` (null: in
+// none of this program's forms), as a sentence for the user.
+Text why_not_opened(const ProjectFileKind& kind, TextView file, const Program* program);
 
 // The hidden marks of a form's items (0..lMax) after its rules: an item is
 // hidden while its switch says anything but "是".

@@ -133,9 +133,13 @@ class Runner {
     if (verb == QLatin1String("filter")) return filter(rest);
     if (verb == QLatin1String("copy")) return copy();
     if (verb == QLatin1String("paste")) return paste(rest);
+    if (verb == QLatin1String("new")) return press(CalcForm::Action::kNew);
+    if (verb == QLatin1String("report")) return with_file(CalcForm::Action::kSaveReport, rest);
+    if (verb == QLatin1String("close")) return close_form();
+    if (verb == QLatin1String("answer")) return answer_next(rest);
     throw StepError("unknown step \"" + verb.toStdString() +
                     "\" (menu, edit, pick, click, key, defaults, calculate, save, open, shot, "
-                    "undo, redo, filter, copy, paste)");
+                    "undo, redo, filter, copy, paste, new, close, answer, report)");
   }
 
  private:
@@ -147,8 +151,14 @@ class Runner {
     QMessageBox::StandardButton wanted = answer_;
     answer_ = QMessageBox::NoButton;
     QAbstractButton* button = wanted != QMessageBox::NoButton ? box.button(wanted) : nullptr;
+    // The answer given: yes (also Save), no (also Discard), cancel.
+    if (!button && wanted == QMessageBox::Yes) button = box.button(QMessageBox::Save);
+    if (!button && wanted == QMessageBox::No) button = box.button(QMessageBox::Discard);
+    // Else OK or Yes; a box that has neither (Save, Discard, Cancel) is
+    // cancelled, so that a script never writes or loses a project unasked.
     if (!button) button = box.button(QMessageBox::Ok);
     if (!button) button = box.button(QMessageBox::Yes);
+    if (!button) button = box.button(QMessageBox::Cancel);
     if (!button && !box.buttons().isEmpty()) button = box.buttons().first();
     QPointer<QAbstractButton> target(button);
     QTimer::singleShot(0, [target] {
@@ -307,6 +317,27 @@ class Runner {
     press(CalcForm::Action::kDefaults);
   }
 
+  // The answer to the next question box; "yes FILE" saves a project never
+  // saved into FILE, where the user would choose one.
+  void answer_next(const QString& args) {
+    static const QMap<QString, QMessageBox::StandardButton> kReplies = {
+        {QStringLiteral("yes"), QMessageBox::Yes},
+        {QStringLiteral("no"), QMessageBox::No},
+        {QStringLiteral("cancel"), QMessageBox::Cancel}};
+    const QString reply = args.section(QLatin1Char(' '), 0, 0);
+    const QString file = args.section(QLatin1Char(' '), 1);
+    if (!kReplies.contains(reply)) throw StepError("answer takes yes [FILE], no or cancel");
+    answer_ = kReplies.value(reply);
+    if (!file.isEmpty()) form().preset_file(file);
+  }
+
+  // The form's window closed, as its title bar's button does.
+  void close_form() {
+    CalcForm& f = form();
+    f.close();
+    settle();
+  }
+
   void with_file(CalcForm::Action which, const QString& file) {
     if (file.isEmpty()) throw StepError("a file is needed");
     form().preset_file(file);
@@ -329,8 +360,10 @@ class Runner {
 
 }  // namespace
 
-int run_script(DeskApp& app, const QStringList& lines, QTextStream& out, QTextStream& err) {
+int run_script(DeskApp& app, const QStringList& lines, QTextStream& out, QTextStream& err,
+               const QString& project) {
   Runner runner(app, out);
+  if (!project.isEmpty()) app.open_project(project);
   for (int i = 0; i < lines.size(); ++i) {
     const QString line = lines[i].trimmed();
     if (line.isEmpty() || line.startsWith(QLatin1Char('#'))) continue;

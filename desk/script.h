@@ -40,6 +40,9 @@ class DeskApp;
 
 // Runs the lines; 0 when every step ran, 2 with the reason on `err` (the
 // line's number and text) when one could not.
-int run_script(DeskApp& app, const QStringList& lines, QTextStream& out, QTextStream& err);
+// `project`, when given, is opened first (its program's form), with every
+// box it shows printed and answered as the script's are.
+int run_script(DeskApp& app, const QStringList& lines, QTextStream& out, QTextStream& err,
+               const QString& project = {});
 
 }  // namespace zelkora::desk

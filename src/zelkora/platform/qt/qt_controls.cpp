@@ -363,6 +363,12 @@ int32_t QtMessageBox::question(TextView text, TextView title) {
              : kCancel;
 }
 
+QMessageBox::StandardButton QtMessageBox::choose(QMessageBox::Icon icon, TextView text,
+                                                 TextView title,
+                                                 QMessageBox::StandardButtons buttons) {
+  return static_cast<QMessageBox::StandardButton>(exec(icon, text, title, buttons));
+}
+
 void QtMessageBox::diagnostic(std::string_view message) {
   if (log_) {
     log_(message);

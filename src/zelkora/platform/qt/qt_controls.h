@@ -273,6 +273,11 @@ class QtMessageBox : public platform::MessageBox {
   int32_t question(TextView text, TextView title) override;
   void diagnostic(std::string_view message) override;
 
+  // A modal box of any buttons (Save, Discard and Cancel, say): the button
+  // the user pressed.
+  QMessageBox::StandardButton choose(QMessageBox::Icon icon, TextView text, TextView title,
+                                     QMessageBox::StandardButtons buttons);
+
   // Called, when set, with each box just before it is shown modally; a
   // script reads the box here and schedules its click.
   std::function<void(QMessageBox&)> on_show;
