@@ -93,8 +93,8 @@ class CalcForm::Events : public grid::FormSession {
   void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
     FormSession::LeaveCell(row, col, cancel);
     // A refused value is no step: the cell and the item are back at the
-    // text the row had when it was entered.
-    form_.values_changed(!cancel);
+    // text the row had when it was entered. A pasted column is one step.
+    form_.values_changed(!cancel && !form_.pasting_);
     if (cancel) form_.show_row_notes();
   }
 

@@ -199,6 +199,7 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   QString file_;
   std::optional<QString> preset_;
   bool changed_ = false;
+  bool pasting_ = false;  // a column is being pasted: one step at its end
   bool ask_before_closing_ = true;
 };
 

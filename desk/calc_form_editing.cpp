@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QScrollBar>
+#include <QTextEdit>
 #include <QStatusBar>
 #include <QToolBar>
 #include <set>
@@ -83,8 +84,15 @@ void CalcForm::build_edit_actions(QMenu* menu, QToolBar* toolbar) {
   }
   connect(action(Action::kUndo), &QAction::triggered, this, [this] { undo(); });
   connect(action(Action::kRedo), &QAction::triggered, this, [this] { redo(); });
-  connect(action(Action::kCopy), &QAction::triggered, this,
-          [this] { QApplication::clipboard()->setText(copied_rows()); });
+  connect(action(Action::kCopy), &QAction::triggered, this, [this] {
+    // The report or a text box with the focus copies its own selection.
+    QWidget* focus = QApplication::focusWidget();
+    if (auto* view = qobject_cast<QTextEdit*>(focus)) return view->copy();
+    if (auto* line = qobject_cast<QLineEdit*>(focus); line && !grid_->isAncestorOf(line)) {
+      return line->copy();
+    }
+    QApplication::clipboard()->setText(copied_rows());
+  });
   connect(action(Action::kPaste), &QAction::triggered, this,
           [this] { paste_values(QApplication::clipboard()->text()); });
   connect(action(Action::kResetRow), &QAction::triggered, this, [this] { reset_current(); });
@@ -165,6 +173,8 @@ bool CalcForm::redo() { return step_history(false); }
 
 bool CalcForm::step_history(bool back) {
   if (!grid_->leave_cell()) return false;
+  statusBar()->clearMessage();
+  grid_->clearSelection();
   values_changed();
   if (!(back ? history_->undo() : history_->redo())) return false;
   const int32_t item = back ? history_->redo_item() : history_->undo_item();
@@ -203,6 +213,15 @@ bool CalcForm::paste_values(const QString& text) {
   if (row < 1 || !grid_->row_shown(row) || grid_->Locked(row)) {
     row = grid_->next_editable_row(std::max(row, 0), grid::kValueCol, 1);
   }
+  // The whole column is one step of the history, whatever stops it.
+  pasting_ = true;
+  struct StepAtEnd {
+    CalcForm& form;
+    ~StepAtEnd() {
+      form.pasting_ = false;
+      form.values_changed();
+    }
+  } step_at_end{*this};
   for (int i = 0; i < lines.size(); ++i) {
     if (row < 0) {
       statusBar()->showMessage(

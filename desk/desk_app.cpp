@@ -1,6 +1,12 @@
 // The desktop program: its platform bundle, main window and forms.
 #include "desk/desk_app.h"
 
+#include <QGuiApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QScreen>
+#include <algorithm>
+
 #include "desk/calc_form.h"
 #include "desk/main_window.h"
 #include "zelkora/datafile/cls_load_save.h"
@@ -58,6 +64,7 @@ constexpr std::size_t kMaxMenuBytes = std::size_t{1} << 20;
 }  // namespace
 
 DeskApp::DeskApp() {
+  install_qt_translation();
   platform_ = std::make_shared<platform::Platform>(*platform::Platform::environment_default());
   messages_ = std::make_shared<platform::qt::QtMessageBox>(nullptr);
   platform_->messages = messages_;
@@ -77,6 +84,34 @@ DeskApp::~DeskApp() {
   }
 }
 
+void DeskApp::install_qt_translation() {
+  // Qt's own buttons and dialogs speak the system's language where Qt has it
+  // (Debian's qt6-translations-l10n), else Chinese, the language of the suite.
+  const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+  if (qt_translator_.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"), folder) ||
+      qt_translator_.load(QStringLiteral("qtbase_zh_CN"), folder)) {
+    QCoreApplication::installTranslator(&qt_translator_);
+  }
+}
+
+void place_on_screen(QWidget& window) {
+  // Inside the screen's available area: its status line never off the screen.
+  const QScreen* screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
+  if (!screen) return;
+  const QRect area = screen->availableGeometry();
+  QRect frame = window.frameGeometry();
+  const QSize extra = frame.size() - window.size();
+  const QSize fits(std::min(window.width(), area.width() - extra.width()),
+                   std::min(window.height(), area.height() - extra.height()));
+  if (fits != window.size()) window.resize(fits);
+  frame = window.frameGeometry();
+  frame.moveRight(std::min(frame.right(), area.right()));
+  frame.moveBottom(std::min(frame.bottom(), area.bottom()));
+  frame.moveLeft(std::max(frame.left(), area.left()));
+  frame.moveTop(std::max(frame.top(), area.top()));
+  window.move(frame.topLeft());
+}
+
 CalcForm* DeskApp::open_program(TextView menu_key) {
   const Program* program = program_of(menu_key);
   if (!program) {
@@ -87,6 +122,7 @@ CalcForm* DeskApp::open_program(TextView menu_key) {
   auto* form = new CalcForm(platform_, *program);
   forms_.emplace_back(form);
   form->show();
+  place_on_screen(*form);
   form->raise();
   form->activateWindow();
   form->grid().setFocus(Qt::ActiveWindowFocusReason);  // typing goes to the values
@@ -105,6 +141,13 @@ CalcForm* DeskApp::open_project(const QString& file) {
   CalcForm* form = open_program(program->menu_key);
   if (form) form->open_file(file);  // a file it cannot read is explained there
   return form;
+}
+
+bool DeskApp::close_forms() {
+  for (const QPointer<CalcForm>& form : forms_) {
+    if (form && form->isVisible() && !form->close()) return false;
+  }
+  return true;
 }
 
 CalcForm* DeskApp::current_form() const {

@@ -3,6 +3,8 @@
 // main window with the program menu, and the calculation forms it opens.
 #pragma once
 
+#include <QTranslator>
+
 #include <QObject>
 #include <QPalette>
 #include <QPointer>
@@ -15,6 +17,9 @@
 #include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {
+
+// Moves and, where it must, shrinks a window into its screen's available area.
+void place_on_screen(QWidget& window);
 
 class CalcForm;
 class MainWindow;
@@ -40,6 +45,8 @@ class DeskApp : public QObject {
   // Opens the form of the program with this menu key (shown), or says that
   // its form is not part of this program; the form, or null.
   CalcForm* open_program(TextView menu_key);
+  // Closes every form (each asks about its changes); false when one stays.
+  bool close_forms();
   // Opens a project data file in the form of its program (the program is the
   // one whose layout name the file carries); null when no form can read it.
   CalcForm* open_project(const QString& file);
@@ -47,10 +54,12 @@ class DeskApp : public QObject {
   CalcForm* current_form() const;
 
  private:
+  void install_qt_translation();
   std::shared_ptr<platform::Platform> platform_;
   std::shared_ptr<platform::qt::QtMessageBox> messages_;
   std::unique_ptr<MainWindow> main_window_;
   std::vector<QPointer<CalcForm>> forms_;
+  QTranslator qt_translator_;
 };
 
 }  // namespace zelkora::desk

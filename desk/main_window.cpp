@@ -1,6 +1,10 @@
 // The main window with the program menu.
 #include "desk/main_window.h"
 
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QMessageBox>
 #include <QStatusBar>
 
 #include "desk/desk_app.h"
@@ -16,7 +20,30 @@ MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
   menu_.GridCell_Initialize();
   grid_->connect_events(this);
   statusBar()->showMessage(QStringLiteral("单击分组展开，单击程序打开其计算表单"));
+  QMenu* file = menuBar()->addMenu(QStringLiteral("文件"));
+  QAction* quit = file->addAction(QStringLiteral("退出"), this, [this] { close(); });
+  quit->setShortcut(QKeySequence::Quit);
+  QMenu* help = menuBar()->addMenu(QStringLiteral("帮助"));
+  help->addAction(QStringLiteral("关于"), this, [this] {
+    QMessageBox::about(this, QStringLiteral("关于 Zelkora 结构快速设计"), about_text());
+  });
   resize(420, 640);
+}
+
+QString MainWindow::about_text() {
+  return QStringLiteral("Zelkora 结构快速设计\n版本 %1，构建于 %2\nQt %3")
+      .arg(QStringLiteral(ZELKORA_VERSION), QStringLiteral(__DATE__), QString::fromLatin1(qVersion()));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  // The menu is the program: closing it closes the forms, each asking about
+  // its changes; one that stays keeps the program running.
+  if (!app_.close_forms()) {
+    event->ignore();
+    return;
+  }
+  QMainWindow::closeEvent(event);
+  QApplication::quit();
 }
 
 int32_t MainWindow::row_of(TextView caption) const {

@@ -21,6 +21,8 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   clsGridCellMain& menu() { return menu_; }
   // The grid row whose caption is `caption` (blanks around it ignored), or 0.
   int32_t row_of(TextView caption) const;
+  // What 帮助 ▸ 关于 says: the version and the build date.
+  static QString about_text();
 
   // The menu grid's events: a click or Space on a group folds or unfolds it,
   // on a program (or Enter, or a double click) opens it.
@@ -34,6 +36,9 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   void DblClick() override;
   void KeyDown(int16_t& key_code, int16_t shift) override;
   void LostFocus() override { menu_.GridCell_LostFocus(); }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   void open_selected(bool selected, const Text& page, const Text& key);

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTest>
@@ -136,10 +137,11 @@ class Runner {
     if (verb == QLatin1String("new")) return press(CalcForm::Action::kNew);
     if (verb == QLatin1String("report")) return with_file(CalcForm::Action::kSaveReport, rest);
     if (verb == QLatin1String("close")) return close_form();
+    if (verb == QLatin1String("recent")) return recent(rest);
     if (verb == QLatin1String("answer")) return answer_next(rest);
     throw StepError("unknown step \"" + verb.toStdString() +
                     "\" (menu, edit, pick, click, key, defaults, calculate, save, open, shot, "
-                    "undo, redo, filter, copy, paste, new, close, answer, report)");
+                    "undo, redo, filter, copy, paste, new, close, answer, report, recent)");
   }
 
  private:
@@ -329,6 +331,22 @@ class Runner {
     if (!kReplies.contains(reply)) throw StepError("answer takes yes [FILE], no or cancel");
     answer_ = kReplies.value(reply);
     if (!file.isEmpty()) form().preset_file(file);
+  }
+
+  // Entry N (from 1) of 文件 ▸ 最近的工程, as a click on it.
+  void recent(const QString& n) {
+    CalcForm& f = form();
+    auto* menu = f.findChild<QMenu*>(QStringLiteral("recent"));
+    if (!menu) throw StepError("the form has no recent projects");
+    emit menu->aboutToShow();
+    bool ok = false;
+    const int at = n.toInt(&ok);
+    const QList<QAction*> entries = menu->actions();
+    if (!ok || at < 1 || at > entries.size() || !entries[at - 1]->isEnabled()) {
+      throw StepError("the form has no recent project " + n.toStdString());
+    }
+    entries[at - 1]->trigger();
+    settle();
   }
 
   // The form's window closed, as its title bar's button does.

@@ -16,6 +16,8 @@ need_file /usr/include/benchmark/benchmark.h libbenchmark-dev
 # The desktop host and program (Qt 6 Widgets) and a CJK font for them.
 compgen -G "/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake" >/dev/null || missing+=(qt6-base-dev)
 need_file /usr/share/fonts/truetype/wqy/wqy-microhei.ttc fonts-wqy-microhei
+# Qt's own buttons and dialogs in Chinese (and the system's language).
+need_file /usr/share/qt6/translations/qtbase_zh_CN.qm qt6-translations-l10n
 # `install-deps.sh fuzz`: also clang and its libFuzzer runtime.
 if [ "${1:-}" = fuzz ]; then
   need_cmd clang++ clang
