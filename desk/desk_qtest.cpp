@@ -19,6 +19,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
@@ -393,6 +394,23 @@ class DeskTest : public QObject {
     place_on_screen(form);
     QVERIFY(area.contains(form.frameGeometry()));
     QVERIFY(MainWindow::about_text().contains(QStringLiteral("版本 0.")));
+    // A cut caption tells its whole text; a program without a form here says so.
+    const auto tip_at = [](platform::qt::QtGridControl& grid, int row, int col) {
+      grid.scrollTo(grid.model()->index(row, col));
+      const QPoint at = grid.visualRect(grid.model()->index(row, col)).center();
+      QHelpEvent help(QEvent::ToolTip, at, grid.viewport()->mapToGlobal(at));
+      QApplication::sendEvent(grid.viewport(), &help);
+      return QToolTip::text();
+    };
+    form.grid().setColumnWidth(2, 60);
+    QCOMPARE(tip_at(form.grid(), kRowAs, 2), QStringLiteral("纵筋合力点至截面边缘的距离 as"));
+    MainWindow& menu = app.main_window();
+    menu.show();
+    run(app, {QStringLiteral("menu 基本构件")});
+    const int32_t row = menu.row_of(u"弯矩");
+    QCOMPARE(menu.grid().ForeColor(row, 2), platform::kColourGrayText);
+    QVERIFY(tip_at(menu.grid(), row, 2).contains(QStringLiteral("不在本程序中")));
+    QVERIFY(menu.grid().ForeColor(menu.row_of(u"梁配筋"), 2) != platform::kColourGrayText);
   }
 
   void hiddenItemsTakeTheirHeadingAlong() {

@@ -8,6 +8,7 @@
 #include <QStatusBar>
 
 #include "desk/desk_app.h"
+#include "desk/programs.h"
 
 namespace zelkora::desk {
 
@@ -19,6 +20,7 @@ MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
   menu_.tProMenuIniFile(DeskApp::kMenuFile);
   menu_.GridCell_Initialize();
   grid_->connect_events(this);
+  dim_programs_without_form();
   statusBar()->showMessage(QStringLiteral("单击分组展开，单击程序打开其计算表单"));
   QMenu* file = menuBar()->addMenu(QStringLiteral("文件"));
   QAction* quit = file->addAction(QStringLiteral("退出"), this, [this] { close(); });
@@ -44,6 +46,18 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   QMainWindow::closeEvent(event);
   QApplication::quit();
+}
+
+void MainWindow::dim_programs_without_form() {
+  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
+  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
+       ++row) {
+    if (!lines[row].selectable || program_of(lines[row].key)) continue;
+    const auto r = static_cast<int32_t>(row);
+    grid_->ForeColor(r, 2, platform::kColourGrayText);
+    grid_->note_cell(r, 2, QStringLiteral("“%1”的计算表单不在本程序中。")
+                               .arg(platform::qt::to_qstring(lines[row].key)));
+  }
 }
 
 int32_t MainWindow::row_of(TextView caption) const {

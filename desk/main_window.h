@@ -41,6 +41,8 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  // The programs whose forms this program lacks: gray, with a tooltip.
+  void dim_programs_without_form();
   void open_selected(bool selected, const Text& page, const Text& key);
 
   DeskApp& app_;

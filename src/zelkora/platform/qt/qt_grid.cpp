@@ -12,6 +12,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyle>
+#include <QToolTip>
 #include <QSignalBlocker>
 #include <algorithm>
 
@@ -404,6 +406,37 @@ void QtGridControl::mark_cell(int32_t row, int32_t col, const QString& note) {
   if (note.isEmpty() ? marks_.remove({row, col}) == 0 : marks_.value({row, col}) == note) return;
   if (!note.isEmpty()) marks_.insert({row, col}, note);
   redraw_cell(row, col);
+}
+
+void QtGridControl::note_cell(int32_t row, int32_t col, const QString& note) {
+  if (note.isEmpty()) {
+    notes_.remove({row, col});
+  } else {
+    notes_.insert({row, col}, note);
+  }
+}
+
+bool QtGridControl::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTableWidget::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const QModelIndex index = indexAt(help->pos());
+  QString tip;
+  if (index.isValid()) {
+    const QPair<int32_t, int32_t> at{index.row(), index.column()};
+    tip = marks_.value(at, notes_.value(at));
+    if (tip.isEmpty()) {
+      const QString text = index.data(Qt::DisplayRole).toString();
+      const QFont font = index.data(Qt::FontRole).value<QFont>();
+      const int room = visualRect(index).width() - 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) - 4;
+      if (QFontMetrics(font).horizontalAdvance(text) > room) tip = text;
+    }
+  }
+  if (tip.isEmpty()) {
+    QToolTip::hideText();
+  } else {
+    QToolTip::showText(help->globalPos(), tip, viewport(), visualRect(index));
+  }
+  return true;
 }
 
 void QtGridControl::describe_cell(int32_t row, int32_t col, const QString& name,

@@ -93,6 +93,9 @@ class QtGridControl : public QTableWidget, public GridControl {
   // reader. An empty note clears the mark.
   void mark_cell(int32_t row, int32_t col, const QString& note);
   bool marked(int32_t row, int32_t col) const { return marks_.contains({row, col}); }
+  // A note shown as the cell's tooltip (a refusal's mark comes first; a
+  // cell without either shows its whole text when the column cuts it).
+  void note_cell(int32_t row, int32_t col, const QString& note);
   // What a screen reader is told of a cell: its name (the caption of a
   // value) and description ("值：" and the value, a refusal, the help).
   void describe_cell(int32_t row, int32_t col, const QString& name, const QString& description);
@@ -172,6 +175,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   void keyPressEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -241,6 +245,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   std::vector<uint64_t> stale_;  // per row, the columns changed while drawing was off
   bool stale_all_ = false;   // ... or the size or the font
   QMap<QPair<int32_t, int32_t>, QString> marks_;
+  QMap<QPair<int32_t, int32_t>, QString> notes_;
   QMap<QPair<int32_t, int32_t>, QPair<QString, QString>> descriptions_;
 };
 
