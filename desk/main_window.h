@@ -16,6 +16,9 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
 
  public:
   explicit MainWindow(DeskApp& app);
+  // The grid raises no event into a window that is going (its focus leaves
+  // as the window closes).
+  ~MainWindow() override { grid_->connect_events(nullptr); }
 
   platform::qt::QtGridControl& grid() { return *grid_; }
   clsGridCellMain& menu() { return menu_; }
