@@ -26,7 +26,9 @@ struct BeamInput {
   Text stirrup_steel = u"HPB300";
   double b = 250, h = 500;
   double cover = 20;  // concrete cover of the stirrups (the outermost bars)
-  double as = 40;     // from the tension face to the tension bars' centroid
+  // From the tension face to the tension bars' centroid; none: the chosen
+  // bars' own.
+  std::optional<double> as;
   double m = 0;       // > 0 sagging (bottom in tension), < 0 hogging (top)
   double v = 0, t = 0;
   int32_t through_n = 0;  // bars running the full length on the tension face
@@ -48,6 +50,68 @@ struct BarRow {
   double from_face = 0;
 };
 
+struct BeamMaterials {
+  double fc = 0, ft = 0, alpha1 = 0, beta1 = 0, beta_c = 0;  // concrete
+  double fy = 0, fyc = 0, es = 0, xi_b = 0;                  // longitudinal bars
+  double fyv = 0;  // stirrups, at most 360 for shear and torsion
+};
+
+// The bars chosen for one face.
+struct BarChoice {
+  bool found = false;     // false: none within the range fits the width
+  std::vector<BarRow> rows;  // the first row nearest the face
+  double area = 0;
+  double centroid = 0;  // from the face
+};
+
+enum class BendingCase { kSingly, kDoubly, kOver };
+enum class TorsionCase {
+  kNone,            // T = 0
+  kDetailing,       // 6.4.2: the stirrups and bars of the detailing rules
+  kShearIgnored,    // 6.4.12-1
+  kTorsionIgnored,  // 6.4.12-2
+  kCombined,        // 6.4.8
+};
+
+// What the design found; the clauses are GB 50010-2010's.
+struct BeamDesign {
+  std::vector<Text> faults;  // inputs outside what the design covers: nothing else is set
+  BeamMaterials mat;
+  bool hogging = false;       // M < 0: the top face in tension
+  double as_used = 0, h0 = 0;
+  bool as_from_bars = false;  // as taken from the chosen bars
+  // Bending (6.2.10).
+  BendingCase bending = BendingCase::kSingly;
+  double alpha_s = 0, xi = 0, xi_lim = 0;
+  double as_flex = 0, asc = 0;  // As and As' the moment needs
+  bool x_below_2as = false;     // doubly reinforced with x < 2a's (6.2.10-4)
+  double rho_min = 0, as_min = 0;   // 8.5.1, table 11.3.6-1
+  double ratio_min = 0, ratio = 0;  // As'/As: the seismic least (11.3.6-2), the one used
+  // Shear (6.3) and torsion (6.4).
+  double hw_over_b = 0, v_lim = 0, vc = 0, asv_s = 0;
+  bool section_ok = true;
+  bool torsion = false;
+  TorsionCase torsion_case = TorsionCase::kNone;
+  double wt = 0, stress = 0, stress_lim = 0, beta_t = 1, ast1_s = 0;
+  double bcor = 0, hcor = 0, acor = 0, ucor = 0, rho_tl_min = 0, astl = 0, side_each = 0;
+  // Stirrups.
+  double rho_sv_min = 0, asv1 = 0, stirrup_d_min = 0, stirrup_d = 0;  // 0: none of 25 or less
+  double s_max = 0;
+  bool spacing_ok = true;
+  // Bars.
+  double as_total = 0, asc_total = 0;  // to provide on the tension and compression face
+  BarChoice tension, compression;
+  double a_actual = 0;  // the tension bars' centroid from their face
+  bool as_ok = true;
+  double rho = 0;       // provided As / (b·h)
+  bool rho_above_end_limit = false;  // 11.3.7: above 2.5 % at a seismic beam's end
+
+  // Every check passed.
+  bool satisfied() const;
+};
+
+BeamDesign design_beam(const BeamInput& in);
+
 // The section as the form's sketch and the report's figure draw it.
 struct SectionSketch {
   double b = 0, h = 0, cover = 0, stirrup_d = 0;
@@ -64,6 +128,8 @@ struct SectionSketch {
 BeamInput beam_input(const std::vector<Text>& values, const clsCharacter& chr,
                      std::vector<Text>* unread = nullptr);
 
+// The section with the bars of a design.
+SectionSketch beam_sketch(const BeamInput& in, const BeamDesign& design);
 // The section of the form's values with the bars the design chooses: what
 // the form's sketch shows as values change. Without a usable b and h: an
 // empty sketch (b = h = 0).
