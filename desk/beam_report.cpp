@@ -208,9 +208,14 @@ void Writer::stirrups() {
   }
   const Text text = frame::Variant(in_.legs).to_text({}) + u"肢 " + mark(in_.stirrup_steel) +
                     num(d_.stirrup_d, u"0") + u"@" + num(in_.s, u"0");
-  line(u"箍筋选用 " + text + u"，" + expr(u"单肢所需面积", d_.asv1, u"mm2d_1") + u"（含最小配箍率 " +
-       expr(u"ρ_ub(sv,min)ub_", d_.rho_sv_min * 100, u"3") + u"%），" +
-       expr(u"最小直径", d_.stirrup_d_min, u"mmd"));
+  if (d_.asv1 <= 0) {
+    line(u"箍筋按构造选用 " + text + u"，" + expr(u"最小直径", d_.stirrup_d_min, u"mmd"));
+  } else {
+    line(u"箍筋选用 " + text + u"，" + expr(u"单肢所需面积", d_.asv1, u"mm2d_1") +
+         (d_.rho_sv_min > 0 ? u"（含最小配箍率 " + expr(u"ρ_ub(sv,min)ub_", d_.rho_sv_min * 100, u"3") + u"%）"
+                            : Text()) +
+         u"，" + expr(u"最小直径", d_.stirrup_d_min, u"mmd"));
+  }
   conclude(d_.spacing_ok, d_.spacing_ok ? u"箍筋间距不大于 " + num(d_.s_max, u"mmd") + u"（表 9.2.9）"
                                         : u"箍筋间距大于表 9.2.9 的最大间距 " + num(d_.s_max, u"mmd"));
 }

@@ -235,6 +235,8 @@ class Runner {
         combo->hidePopup();
         throw StepError("the list has no \"" + text.toStdString() + "\"");
       }
+      // A long list is scrolled to the item first, as the user would.
+      view->scrollTo(view->model()->index(at, 0));
       const QRect rect = view->visualRect(view->model()->index(at, 0));
       QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
       settle();
