@@ -30,6 +30,8 @@ constexpr int32_t kNonSeismic = 5;
 constexpr std::array<double, 15> kDiameters = {6,  8,  10, 12, 14, 16, 18, 20,
                                                22, 25, 28, 32, 36, 40, 50};
 constexpr double kLargestStirrup = 25;
+// Lengths closer than this are the same (as and a's against the bars').
+constexpr double kSameLength = 1e-6;
 // ζ of the torsion formulas (6.4.4: 0.6 to 1.7); 1.2 is the usual choice.
 constexpr double kZeta = 1.2;
 
@@ -108,7 +110,7 @@ void design_bending(const BeamInput& in, BeamDesign& d) {
     d.as_flex = m.alpha1 * m.fc * in.b * d.xi * d.h0 / m.fy;
   } else if (in.compression) {
     d.bending = BendingCase::kDoubly;
-    const double x = d.xi_lim * d.h0, asc_at = d.as_used;
+    const double x = d.xi_lim * d.h0, asc_at = d.asc_used;
     d.x_below_2as = x < 2 * asc_at;
     d.asc = (moment - m.alpha1 * m.fc * in.b * x * (d.h0 - x / 2)) / (m.fyc * (d.h0 - asc_at));
     d.as_flex = (m.alpha1 * m.fc * in.b * x + m.fyc * d.asc) / m.fy;
@@ -291,11 +293,12 @@ BarChoice choose_bars(const BeamInput& in, double need, bool top, double dv, int
 }
 
 // One round of the design with a given distance as.
-BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as) {
+BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as, double asc_at) {
   BeamDesign d;
   d.mat = mat;
   d.hogging = in.m < 0;
   d.as_used = as;
+  d.asc_used = asc_at;
   d.h0 = in.h - as;
   design_bending(in, d);
   d.stirrup_d_min = stirrup_d_min(in, d.hogging);
@@ -324,21 +327,24 @@ BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as
 
 std::vector<Text> input_faults(const BeamInput& in) {
   std::vector<Text> faults;
-  if (in.b < 100 || in.h < 150 || in.b > 5000 || in.h > 5000)
+  if (!(in.b >= 100 && in.h >= 150 && in.b <= 5000 && in.h <= 5000))
     faults.push_back(u"截面尺寸超出本计算的范围：b 应在 100～5000mm、h 应在 150～5000mm 之间。");
-  if (in.cover < 0 || in.cover * 2 + 2 * kDiameters[0] >= std::min(in.b, in.h))
+  if (!(in.cover >= 0 && in.cover * 2 + 2 * kDiameters[0] < std::min(in.b, in.h)))
     faults.push_back(u"保护层厚度 c 与截面尺寸不相容。");
-  if (in.as && (*in.as <= in.cover || *in.as >= in.h / 2))
+  if (in.as && !(*in.as > in.cover && *in.as < in.h / 2))
     faults.push_back(u"纵筋合力点至截面边缘的距离 as 应大于保护层厚度 c 且小于 h/2。");
   if (in.legs < 2 || in.legs > 12) faults.push_back(u"箍筋的肢数 n 应在 2～12 之间。");
-  if (in.s <= 0 || in.s > 1000) faults.push_back(u"箍筋的间距 s 应在 0～1000mm 之间。");
+  if (!(in.s > 0 && in.s <= 1000)) faults.push_back(u"箍筋的间距 s 应在 0～1000mm 之间。");
   const bool any_diameter = std::any_of(kDiameters.begin(), kDiameters.end(), [&](double d) {
     return d >= in.d_min - 1e-9 && d <= in.d_max + 1e-9;
   });
   if (!any_diameter) faults.push_back(u"纵筋的直径范围内没有标准直径（6～50mm）。");
-  if (in.through_n < 0 || in.through_n > 20 || (in.through_n > 0 && (in.through_d < 6 || in.through_d > 50)))
+  if (in.through_n < 0 || in.through_n > 20 || (in.through_n > 0 && !(in.through_d >= 6 && in.through_d <= 50)))
     faults.push_back(u"通长纵向钢筋的根数或直径不合理。");
-  if (in.ratio < 0 || in.ratio > 1) faults.push_back(u"As'/As 应在 0～1.0 之间。");
+  if (!(std::isfinite(in.m) && std::isfinite(in.v) && std::isfinite(in.t) && std::fabs(in.m) < 1e6 &&
+        std::fabs(in.v) < 1e6 && std::fabs(in.t) < 1e6))
+    faults.push_back(u"内力设计值超出本计算的范围（绝对值应小于 10^6）。");
+  if (!(in.ratio >= 0 && in.ratio <= 1)) faults.push_back(u"As'/As 应在 0～1.0 之间。");
   return faults;
 }
 
@@ -438,17 +444,30 @@ BeamDesign design_beam(const BeamInput& in) {
   if (!mat) d.faults.emplace_back(u"混凝土或钢筋的强度等级不在本计算的范围内。");
   if (!d.faults.empty()) return d;
   // as: the form's, or the chosen bars' when it is empty or, with the
-  // option, when theirs is larger; a few rounds settle it.
+  // option, when theirs is larger; a's of a doubly reinforced section: the
+  // chosen compression bars'. A few rounds settle them.
   const bool automatic = !in.as || in.auto_as;
-  double as = in.as ? *in.as : in.cover + 8 + 10;
-  for (int32_t round = 0; round < 6; ++round) {
-    d = design_round(in, *mat, as);
-    if (!automatic || !d.tension.found || d.bending == BendingCase::kOver) break;
-    if (in.as ? d.a_actual <= as + 0.5 : std::fabs(d.a_actual - as) <= 0.5) break;
-    as = in.as ? std::max(*in.as, d.a_actual) : d.a_actual;
+  double as = in.as ? *in.as : in.cover + 8 + 10, asc_at = in.cover + 8 + 10;
+  for (int32_t round = 0; round < 8; ++round) {
+    d = design_round(in, *mat, as, asc_at);
+    if (d.bending == BendingCase::kOver) break;
+    bool again = false;
+    if (automatic && d.tension.found &&
+        (in.as ? d.a_actual > as + kSameLength : std::fabs(d.a_actual - as) > kSameLength)) {
+      as = in.as ? std::max(*in.as, d.a_actual) : d.a_actual;
+      again = true;
+    }
+    if (d.bending == BendingCase::kDoubly && d.compression.found && !d.compression.rows.empty() &&
+        std::fabs(d.compression.centroid - asc_at) > kSameLength) {
+      asc_at = d.compression.centroid;
+      again = true;
+    }
+    if (!again) break;
   }
   d.as_from_bars = automatic && d.as_used != (in.as ? *in.as : -1);
-  d.as_ok = !d.tension.found || d.a_actual <= d.as_used + 0.5;
+  d.as_ok = !d.tension.found || d.a_actual <= d.as_used + kSameLength;
+  d.asc_ok = d.bending != BendingCase::kDoubly || !d.compression.found ||
+             d.compression.centroid <= d.asc_used + kSameLength;
   if (d.tension.found) d.rho = d.tension.area / (in.b * in.h);
   d.rho_above_end_limit = d.hogging && seismic(in) && d.tension.found &&
                           d.tension.area / (in.b * d.h0) > 0.025;  // 11.3.7
@@ -457,7 +476,7 @@ BeamDesign design_beam(const BeamInput& in) {
 
 bool BeamDesign::satisfied() const {
   return faults.empty() && bending != BendingCase::kOver && !x_below_2as && section_ok &&
-         stirrup_d > 0 && spacing_ok && tension.found && compression.found && as_ok;
+         stirrup_d > 0 && spacing_ok && tension.found && compression.found && as_ok && asc_ok;
 }
 
 SectionSketch beam_sketch(const BeamInput& in, const BeamDesign& d) {

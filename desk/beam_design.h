@@ -79,6 +79,7 @@ struct BeamDesign {
   BeamMaterials mat;
   bool hogging = false;       // M < 0: the top face in tension
   double as_used = 0, h0 = 0;
+  double asc_used = 0;  // a's: from the compression face to its bars' centroid
   bool as_from_bars = false;  // as taken from the chosen bars
   // Bending (6.2.10).
   BendingCase bending = BendingCase::kSingly;
@@ -103,6 +104,7 @@ struct BeamDesign {
   BarChoice tension, compression;
   double a_actual = 0;  // the tension bars' centroid from their face
   bool as_ok = true;
+  bool asc_ok = true;   // a doubly reinforced section's compression bars within a's
   double rho = 0;       // provided As / (b·h)
   bool rho_above_end_limit = false;  // 11.3.7: above 2.5 % at a seismic beam's end
 

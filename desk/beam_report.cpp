@@ -127,7 +127,7 @@ void Writer::bending() {
     case BendingCase::kDoubly: {
       const double x = d_.xi_lim * d_.h0;
       line(u"ξ 超过限值且考虑受压钢筋：按双筋截面计算，取 " + expr(u"x ＝ ξ_ub(lim)ub_·h_ub(0)ub_", x, u"mmd_1") +
-           u"，" + expr(u"a_ub(s)ub_'", d_.as_used, u"mmd_1"));
+           u"，" + expr(u"a_ub(s)ub_'", d_.asc_used, u"mmd_1") + u"（受压纵筋的合力点）");
       equation(u"A_ub(s)ub_' ＝ (|M| − α_ub(1)ub_·f_ub(c)ub_·b·x·(h_ub(0)ub_ − x/2)) / (f_ub(y)ub_'·(h_ub(0)ub_ − a_ub(s)ub_'))" +
                chr_.tFmtEq(d_.asc, u"mm2d"));
       equation(u"A_ub(s)ub_ ＝ (α_ub(1)ub_·f_ub(c)ub_·b·x + f_ub(y)ub_'·A_ub(s)ub_') / f_ub(y)ub_" +
@@ -247,6 +247,7 @@ void Writer::bars() {
                 (in_.through_n > 0 && !d_.hogging ? u"（含通长纵筋）" : u"") + u"选用 " + bars_text(d_.compression);
     if (in_.show_area) text += u"，" + expr(u"实配 A_ub(s)ub_'", d_.compression.area, u"mm2d");
     line(text);
+    if (!d_.asc_ok) conclude(false, u"受压纵筋的合力点至截面边缘 " + num(d_.compression.centroid, u"0.0") + u"mm，大于计算所取的 a_ub(s)ub_'");
   }
   if (d_.torsion) line(u"两侧面各配受扭纵筋不少于 " + num(d_.side_each, u"mm2d") + u"。");
 }
@@ -256,7 +257,7 @@ void Writer::seismic_note() {
   line(u"抗震：已按" + Text(d_.hogging ? u"梁端" : u"跨中") +
        u"截面验算受压区高度、最小配筋率、梁端底面与顶面纵筋比与沿梁全长的配箍率（11.3 节）。"
        u"M、V、T 应为考虑承载力抗震调整系数 γ_ub(RE)ub_ 后的设计值；强剪弱弯的剪力调整（11.3.2 条）、"
-       u"抗震受剪截面与承载力（11.3.3、11.3.4 条）和箍筋加密区未在本计算中验算。");
+       u"抗震受剪截面与承载力（11.3.3、11.3.4 条）、箍筋加密区及其配筋率大于 2% 时箍筋直径的增大未在本计算中验算。");
 }
 
 void Writer::summary() {
