@@ -116,6 +116,10 @@ std::map<QString, QString> outputs_of(const BeamDesign& d) {
       {"spacing_ok", d.spacing_ok ? "1" : "0"},
   };
   out["outcome"] = over ? "over" : d.bending == BendingCase::kDoubly ? "doubly" : "singly";
+  if (d.bending == BendingCase::kDoubly) {
+    out["asc_at"] = n(d.asc_used);
+    if (d.compression.found) out["asc_ok"] = d.asc_ok ? "1" : "0";
+  }
   if (d.torsion) {
     out["wt"] = n(d.wt);
     out["beta_t"] = n(d.beta_t);
