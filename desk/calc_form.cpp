@@ -13,9 +13,13 @@
 #include <QSaveFile>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTextDocument>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 
+#include "desk/beam_design.h"
 #include "desk/beam_report.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
@@ -74,6 +78,7 @@ class CalcForm::Events : public grid::FormSession {
   void CellChanging() override {
     FormSession::CellChanging();
     form_.update_changed();
+    form_.update_sketch();  // the section follows the typing
     // Escape gave the cell back its text: marks and notes follow it.
     if (!form_.grid().editing()) {
       form_.values_changed(false);
@@ -83,6 +88,7 @@ class CalcForm::Events : public grid::FormSession {
   void ComboClick() override {
     FormSession::ComboClick();
     form_.update_changed();
+    form_.update_sketch();
     // The rows the pick made (not) apply leave (or join) the filtered view.
     if (form_.grid().filtered()) form_.apply_filter();
   }
@@ -125,10 +131,29 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   grid_ = new platform::qt::QtGridControl(panel_);
   title_ = new platform::qt::QtRichTextBox(panel_);
   splitter->addWidget(left);
+  // Right of the values: the sketch of the section over the report, each
+  // where the form has it.
+  QWidget* side = nullptr;
+  if (bDisplayPicture()) {
+    side = side_ = new QSplitter(Qt::Vertical, splitter);
+    sketch_view_ = new SectionView(side_);
+    side_->addWidget(sketch_view_);
+    side_->setCollapsible(0, false);
+  }
   if (program.calculates) {
-    report_ = new QTextBrowser(splitter);
+    report_ = new QTextBrowser(side_ ? static_cast<QWidget*>(side_) : splitter);
     report_->setPlaceholderText(QStringLiteral("计算书：单击“计算”"));
-    splitter->addWidget(report_);
+    if (side_) {
+      side_->addWidget(report_);
+      side_->setStretchFactor(0, 0);
+      side_->setStretchFactor(1, 1);
+      side_->setSizes({260, 460});
+    } else {
+      side = report_;
+    }
+  }
+  if (side) {
+    splitter->addWidget(side);
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 1);
   }
@@ -149,8 +174,16 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   update_refused();
   update_edit_actions();
   values_saved();
+  update_sketch();
+  // The user sets the caption column's width by its edge; it is kept with
+  // the view.
+  grid_->resizable_column(grid::kCaptionCol);
   resize(program.calculates ? 1000 : 560, 720);
   restore_view();
+}
+
+bool CalcForm::bDisplayPicture() {
+  return equal_text(program_.layout, u"clsBeamSteel", Compare::Text);
 }
 
 CalcForm::~CalcForm() { grid_->connect_events(nullptr); }
@@ -297,6 +330,32 @@ void CalcForm::place_grid() {
   const int width = to_twips(panel_->width(), panel_->logicalDpiX());
   const int height = to_twips(panel_->height(), panel_->logicalDpiY());
   session_->cell().Form_Resize(0, width, height);
+  title_rule_ = title_->geometry();
+  grid_rule_ = grid_->geometry();
+  fit_title_box();
+}
+
+void CalcForm::fit_title_box() {
+  if (title_rule_.isEmpty() || grid_rule_.isEmpty()) return;
+  int grow = 0;
+  if (title_grows_) {
+    // The text laid out at the box's width, on a copy: the box lays out its own.
+    const std::unique_ptr<QTextDocument> text(title_->document()->clone());
+    const int frame = title_->frameWidth();
+    text->setTextWidth(std::max(1, title_rule_.width() - 2 * frame));
+    const int needed = static_cast<int>(std::ceil(text->size().height())) + 2 * frame + 2;
+    // Half the panel at most, and the grid keeps four rows: in a window too
+    // small for both, the title box scrolls.
+    const int most = std::max(title_rule_.height(), panel_->height() / 2);
+    const int grid_least = 4 * (QFontMetrics(grid_->font()).height() + 4);
+    const int room = std::max(0, grid_rule_.height() - grid_least);
+    grow = std::clamp(std::min(needed, most) - title_rule_.height(), 0, room);
+  }
+  if (title_->geometry() == title_rule_.adjusted(0, -grow, 0, 0)) return;
+  title_->setGeometry(title_rule_.adjusted(0, -grow, 0, 0));
+  grid_->setGeometry(grid_rule_.adjusted(0, 0, 0, -grow));
+  // The current row stays in sight above the grown box.
+  if (grow > 0 && grid_->currentIndex().isValid()) grid_->scrollTo(grid_->currentIndex());
 }
 
 // ---- The project ---------------------------------------------------------------------
@@ -349,6 +408,7 @@ void CalcForm::new_project() {
   values_changed();
   file_.clear();
   report_lines_.clear();
+  report_sketch_ = {};
   if (report_) report_->clear();
   action(Action::kSaveReport)->setEnabled(false);
   values_saved();
@@ -423,8 +483,54 @@ void CalcForm::calculate() {
             typeset::markup_to_html(with_grade_letters(line)) + u"</p>";
   }
   report_html_ = to_qstring(html);
-  report_->setHtml(report_html_);
+  report_sketch_ = {};
+  if (bDisplayPicture()) {
+    try {
+      report_sketch_ = beam_sketch(values, chr);
+    } catch (const std::exception&) {
+      // No figure rather than no report.
+    }
+  }
+  show_report(report_html_);
   action(Action::kSaveReport)->setEnabled(true);
+}
+
+void CalcForm::show_report(const QString& html) {
+  // The figure is a resource of the document, which setHtml clears: it is
+  // added after.
+  const QUrl figure(QStringLiteral("zelkora:section.png"));
+  const QSize size(360, 270);
+  const QImage image =
+      report_sketch_.b > 0 && report_sketch_.h > 0
+          ? section_image(report_sketch_, size, report_->devicePixelRatioF(), report_->palette())
+          : QImage();
+  QString page = html;
+  if (!image.isNull()) {
+    page += QStringLiteral(
+                "<p align=\"center\"><img src=\"%1\" width=\"%2\" height=\"%3\"></p>"
+                "<p align=\"center\">截面图</p>")
+                .arg(figure.toString())
+                .arg(size.width())
+                .arg(size.height());
+  }
+  report_->setHtml(page);
+  if (!image.isNull()) {
+    report_->document()->addResource(QTextDocument::ImageResource, figure, image);
+  }
+}
+
+void CalcForm::update_sketch() {
+  if (!sketch_view_ || !session_) return;
+  std::vector<Text> values;
+  session_->cell().GetCurrentText(values);
+  clsCharacter chr(platform_);
+  SectionSketch sketch;
+  try {
+    sketch = beam_sketch(values, chr);
+  } catch (const std::exception&) {
+    // Values the design cannot read draw no section.
+  }
+  sketch_view_->set_sketch(sketch);
 }
 
 void CalcForm::mark_report_stale() {
@@ -433,9 +539,9 @@ void CalcForm::mark_report_stale() {
   session_->cell().GetCurrentText(now);
   if (now == report_values_) return;
   report_stale_ = true;
-  report_->setHtml(QStringLiteral("<p style=\"color:#b00000\"><b>计算书已过期：数据已修改，"
-                                  "请再次单击“计算”。</b></p>") +
-                   report_html_);
+  show_report(QStringLiteral("<p style=\"color:#b00000\"><b>计算书已过期：数据已修改，"
+                             "请再次单击“计算”。</b></p>") +
+              report_html_);
   action(Action::kSaveReport)->setEnabled(false);
 }
 

@@ -4,14 +4,16 @@
 // of the program from the suite's history; Edit: Undo, Redo, Copy, Paste,
 // Reset to default, Next error, Find; Calculate: Calculate, Save report;
 // Help: the help of the current row, F1), the form's rules for the items that do not apply, and,
-// for the beam, the report of its calculation. A value is checked with its row's check expression
+// for the beam, the report of its calculation and a sketch of its section that follows the values
+// (the report ends with it as a figure). A value is checked with its row's check expression
 // when its cell is left: a refused value is explained in a numbered message, the cell gets its text
 // back and keeps the focus, is marked until mended, and the status line counts the refused values.
 //
 // Over the grid a filter box with two toggles (changed from default,
 // refused) keeps the matching rows. The view (unfolded headings and groups,
-// current row, top row, the panes' sizes) is kept per form in the user's
-// settings, section "View", key the layout's name.
+// current row, top row, the panes' sizes, the caption column's width) is
+// kept per form in the user's settings, section "View", key the layout's
+// name. The title box grows to show a refusal and the default whole.
 #pragma once
 
 #include <QCheckBox>
@@ -24,6 +26,7 @@
 #include <optional>
 
 #include "desk/programs.h"
+#include "desk/section_sketch.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/value_history.h"
@@ -68,6 +71,12 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   QCheckBox& refused_only() { return *refused_only_; }
   QLabel& refused_count() { return *refused_count_; }
   QSplitter& panes() { return *splitter_; }
+  // The sketch of the section beside the values, where the form has one
+  // (bDisplayPicture), and the pane it shares with the report; else null.
+  SectionView* sketch_view() { return sketch_view_; }
+  QSplitter* side_panes() { return side_; }
+  // The section the report was last calculated for (its figure).
+  const SectionSketch& report_sketch() const { return report_sketch_; }
   grid::ValueHistory& history() { return *history_; }
   QAction* action(Action which) const;
   // The project file, empty before the first save or open.
@@ -121,7 +130,8 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   int32_t LabelColWidth() override { return kLabelColWidth; }
   void ControlEnable(std::vector<bool>& hidden) override;
   void ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool>& hidden) override;
-  bool bDisplayPicture() override { return false; }
+  // The beam's form shows a sketch of its section.
+  bool bDisplayPicture() override;
   void Let_Text(std::vector<zelkora::Text>& texts) override { texts_ = texts; }
 
  protected:
@@ -157,6 +167,15 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   void restore_view();
   void save_view();
   void place_grid();
+  // Where the form's rule puts the title box, or, while it shows a refusal,
+  // taller, so that the refusal and the default line show without scrolling
+  // (at most half the panel, the grid keeping four rows); the grid takes the
+  // rest.
+  void fit_title_box();
+  // The sketch drawn anew from the current values.
+  void update_sketch();
+  // The report's HTML with the figure of its section at the end.
+  void show_report(const QString& html);
   // The changed mark follows the values: changed while they differ from
   // those last saved, opened or begun anew.
   void update_changed();
@@ -181,6 +200,11 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   platform::qt::QtRichTextBox* title_ = nullptr;
   QTextBrowser* report_ = nullptr;
   QSplitter* splitter_ = nullptr;
+  QSplitter* side_ = nullptr;  // the sketch over the report
+  SectionView* sketch_view_ = nullptr;
+  SectionSketch report_sketch_;
+  QRect title_rule_, grid_rule_;  // where Form_Resize put the title box and the grid
+  bool title_grows_ = false;      // the title box shows a refusal
   QLineEdit* filter_ = nullptr;
   QCheckBox* changed_only_ = nullptr;
   QCheckBox* refused_only_ = nullptr;

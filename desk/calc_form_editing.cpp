@@ -109,6 +109,7 @@ void CalcForm::values_changed(bool step) {
   if (!history_) return;
   if (step) history_->record();
   update_changed();
+  update_sketch();
   mark_report_stale();
   update_refused();
   if (grid_->filtered()) apply_filter();
@@ -143,7 +144,11 @@ void CalcForm::show_row_notes() {
   const int32_t row = form_cell.lCurrentRow();
   const std::vector<grid::RowFacts> rows = grid::row_facts(form_cell);
   const grid::RowFacts* facts = facts_of(rows, row);
-  if (!facts || facts->item < 0) return;
+  if (!facts || facts->item < 0) {
+    title_grows_ = false;
+    fit_title_box();
+    return;
+  }
   form_cell.tShowRowTitle();  // the notes follow the caption and help once
   platform::RichTextBox& box = *title_;
   const auto append = [&box](TextView text, uint32_t colour) {
@@ -152,10 +157,12 @@ void CalcForm::show_row_notes() {
     box.SelColor(colour);
     box.SelText(text);
   };
-  // The refusal first: the box shows three lines before it scrolls.
+  // The refusal first, then the default; the box grows to show them.
   const Text refused = grid::refusal(form_cell, row);
   if (!refused.empty()) append(u"\r\n" + refused, kRefusalColour);
   append(u"\r\n默认值：" + facts->default_value, platform::kColourButtonText);
+  title_grows_ = !refused.empty();
+  fit_title_box();
 }
 
 void CalcForm::describe_values() {
@@ -313,9 +320,18 @@ void CalcForm::restore_view() {
   const grid::ViewState view = grid::parse_view_state(*saved);
   clsGridCell& form_cell = cell();
   grid::restore_view(form_cell, view);
-  if (view.panes.size() == static_cast<std::size_t>(splitter_->count())) {
-    splitter_->setSizes(QList<int>(view.panes.begin(), view.panes.end()));
+  // The panes: the splitter's, then those of the sketch and the report.
+  const auto outer = static_cast<std::size_t>(splitter_->count());
+  const std::size_t inner = side_ ? static_cast<std::size_t>(side_->count()) : 0;
+  if (view.panes.size() == outer || view.panes.size() == outer + inner) {
+    splitter_->setSizes(QList<int>(view.panes.begin(), view.panes.begin() + outer));
   }
+  if (inner > 0 && view.panes.size() == outer + inner) {
+    side_->setSizes(QList<int>(view.panes.begin() + outer, view.panes.end()));
+  }
+  // A width from a damaged entry leaves the values room on any screen.
+  constexpr int32_t kWidestKept = 800;
+  if (view.caption > 0) grid_->ColWidth(grid::kCaptionCol, std::min(view.caption, kWidestKept));
   const auto shown_from = [this](int32_t row) {
     return row <= 0 || grid_->row_shown(row) ? row
                                              : grid_->next_editable_row(row, grid::kValueCol, 1);
@@ -329,10 +345,12 @@ void CalcForm::restore_view() {
 }
 
 void CalcForm::save_view() {
-  const QList<int> sizes = splitter_->sizes();
+  QList<int> sizes = splitter_->sizes();
+  if (side_) sizes += side_->sizes();
   grid::ViewState view =
       grid::capture_view(cell(), grid_->currentRow(), grid_->rowAt(0) < 0 ? 0 : grid_->rowAt(0));
   view.panes.assign(sizes.begin(), sizes.end());
+  view.caption = grid_->ColWidth(grid::kCaptionCol);
   const clsCharacter chr(platform_);
   platform_->settings->set(chr.tString(text_id::kApplication), kViewSection, program_.layout,
                            grid::view_state_text(view));

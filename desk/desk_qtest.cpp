@@ -2,7 +2,7 @@
 // input event through the grid, folding, keys, defaults, project files and
 // the menu, and the grid's own aids (keyboard, undo, filter, paste, the kept
 // view, refused values, defaults of a row, palette, scale and what a screen
-// reader is told), driven by real mouse and key events.
+// reader is told), the section's sketch, driven by real mouse and key events.
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleTableInterface>
@@ -10,11 +10,14 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QRegularExpression>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -25,6 +28,7 @@
 #include "desk/desk_app.h"
 #include "desk/main_window.h"
 #include "desk/script.h"
+#include "desk/section_sketch.h"
 #include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/memory_settings.h"
 
@@ -54,6 +58,10 @@ class DeskTest : public QObject {
   static constexpr int kRowRatio = 25;        // [24] As'/As
   static constexpr int kRowOptions = 26;      // heading 选项, folded
   static constexpr int kRowCompression = 27;  // [25] 考虑受压钢筋
+
+  // The user's settings of the run: each test begins without any, none kept
+  // from the others or from other runs.
+  QTemporaryDir settings_;
 
   // Runs script lines; what they printed. A step that cannot run fails.
   QString run(DeskApp& app, const QStringList& lines) {
@@ -121,6 +129,11 @@ class DeskTest : public QObject {
   }
 
  private slots:
+  void initTestCase() {
+    qputenv("ZELKORA_SETTINGS", settings_.filePath(QStringLiteral("settings.ini")).toUtf8());
+  }
+  void init() { QFile::remove(settings_.filePath(QStringLiteral("settings.ini"))); }
+
   void foldingByThePictureCellAndBySpace() {
     DeskApp app;
     CalcForm& form = beam(app);
@@ -402,8 +415,17 @@ class DeskTest : public QObject {
       QApplication::sendEvent(grid.viewport(), &help);
       return QToolTip::text();
     };
-    form.grid().setColumnWidth(2, 60);
+    form.resize(900, form.height());  // room for the captions, at any scale
+    QApplication::processEvents();
+    form.grid().ColWidth(2, 60);
     QCOMPARE(tip_at(form.grid(), kRowAs, 2), QStringLiteral("纵筋合力点至截面边缘的距离 as"));
+    // A double click on the column's edge fits it to the captions: none is cut.
+    QTest::mouseDClick(
+        form.grid().viewport(), Qt::LeftButton, Qt::NoModifier,
+        QPoint(form.grid().columnViewportPosition(3), form.grid().rowViewportPosition(kRowAs) + 4));
+    QVERIFY(form.grid().columnWidth(2) > 60);
+    tip_at(form.grid(), kRowAs, 2);
+    QTRY_COMPARE(QToolTip::text(), QString());  // the tip shown before goes
     MainWindow& menu = app.main_window();
     menu.show();
     run(app, {QStringLiteral("menu 基本构件")});
@@ -473,11 +495,23 @@ class DeskTest : public QObject {
     QVERIFY(out.contains(QStringLiteral("message: ")));
   }
 
+  // A program opens its form; the groups unfolded are kept for the next
+  // menu window, and a damaged entry unfolds none.
   void menuOpensTheFormOfAProgram() {
     DeskApp app;
     QString out = run(app, {QStringLiteral("menu 基本构件"), QStringLiteral("menu 弯矩")});
     QVERIFY(out.contains(QStringLiteral("不在本程序中")));
     QVERIFY(!app.current_form());
+    {
+      MainWindow again(app);
+      QCOMPARE(again.unfolded_groups(), QStringList{QStringLiteral("基本构件")});
+      QVERIFY(again.grid().row_shown(again.row_of(u"梁配筋")));
+    }
+    run(app, {QStringLiteral("menu 基本构件")});
+    QVERIFY(MainWindow(app).unfolded_groups().isEmpty());
+    app.platform()->settings->set(u"Zelkora 结构快速设计", u"View", u"Menu", u"|基本|\xFFFF||");
+    QVERIFY(MainWindow(app).unfolded_groups().isEmpty());
+    run(app, {QStringLiteral("menu 基本构件")});
     run(app, {QStringLiteral("menu 梁配筋")});
     QVERIFY(app.current_form());
     QCOMPARE(to_qstring(app.current_form()->program().layout), QStringLiteral("clsBeamSteel"));
@@ -538,18 +572,139 @@ class DeskTest : public QObject {
     }
   }
 
-  void othersSaySoPlainlyAndTheBeamIsPictured() {
+  // The beam's sketch follows its values however they come (typed, even
+  // before the cell is left, pasted, undone, set back, opened, begun anew);
+  // the report ends with the same section as a figure, also once out of
+  // date. The other forms have neither and say so plainly.
+  void beamCalculatesAndTheOthersSaySoPlainly() {
+    QTemporaryDir dir;
     DeskApp app;
     CalcForm& form = beam(app);
-    run(app, {QStringLiteral("edit 4 180"), QStringLiteral("calculate"),
-              QStringLiteral("shot zelkora-desk-beam.png")});
+    QVERIFY(form.bDisplayPicture() && form.sketch_view() && form.sketch_view()->isVisible());
+    const struct {
+      QStringList steps;
+      double b, h;
+    } follows[] = {
+        {{"click 8 3", "key F2", "type 400"}, 400, 500},
+        {{"key Enter", "paste 11 650"}, 400, 650},
+        {{"undo"}, 400, 500},
+        {{"save $D/b.zks", "defaults yes"}, 250, 500},
+        {{"open $D/b.zks"}, 400, 500},
+        {{"new"}, 250, 500},
+        {{"edit 11 -5"}, 250, 500},
+    };
+    for (const auto& f : follows) {
+      for (QString step : f.steps) act(app, form, step.replace(QStringLiteral("$D"), dir.path()));
+      QCOMPARE(form.sketch_view()->sketch().b, f.b);
+      QCOMPARE(form.sketch_view()->sketch().h, f.h);
+    }
+    run(app, {QStringLiteral("key Escape"), QStringLiteral("edit 4 180"),
+              QStringLiteral("calculate"), QStringLiteral("shot zelkora-desk-beam.png")});
+    const QString report = form.report()->toPlainText();
+    QVERIFY2(report.contains(QStringLiteral("选用 4C20")), qPrintable(report));
     QVERIFY(form.report()->toHtml().contains(QStringLiteral("vertical-align:sub")));
     QVERIFY(QFile::exists(QStringLiteral("zelkora-desk-beam.png")));
-    CalcForm* other = app.open_program(u"荷载组合");
-    QVERIFY(other);
-    other->ask_before_closing(false);
+    QCOMPARE(form.report_sketch().h, 500.0);
+    QCOMPARE(form.report_sketch().bars.size(), 6u);  // 4C20 below, 2C16 above
+    for (const char* change : {"", "edit 10 300"}) {
+      if (*change) run(app, {QString::fromUtf8(change)});
+      const QRegularExpressionMatch img =
+          QRegularExpression(QStringLiteral("<img src=\"([^\"]+)\""))
+              .match(form.report()->toHtml());
+      QVERIFY2(img.hasMatch(), change);
+      const QVariant figure =
+          form.report()->document()->resource(QTextDocument::ImageResource, QUrl(img.captured(1)));
+      QVERIFY2(!figure.value<QImage>().isNull(), change);
+    }
+    QCOMPARE(form.report_sketch().b, 250.0);  // the report's, not the values'
+    for (const char16_t* other : {u"荷载组合", u"独立基础计算"}) {
+      CalcForm* form_without = app.open_program(other);
+      QVERIFY(form_without);
+      form_without->ask_before_closing(false);
+      QVERIFY(!form_without->bDisplayPicture() && !form_without->sketch_view());
+    }
     const QString out = run(app, {QStringLiteral("calculate")});
     QVERIFY(out.contains(QStringLiteral("没有计算")));
+  }
+
+  // Any sketch draws, at once and without harm, on a light and a dark
+  // palette: the bars in their colours at their centres, standing out from
+  // the concrete; a sketch without a size shows its hint.
+  void sectionSketchDrawsAnySketch() {
+    const auto section = [](double b, double h, std::vector<SectionSketch::Bar> bars,
+                            double cover = 20, double stirrup = 8) {
+      SectionSketch sketch;
+      sketch.b = b;
+      sketch.h = h;
+      sketch.cover = cover;
+      sketch.stirrup_d = stirrup;
+      sketch.bars = std::move(bars);
+      return sketch;
+    };
+    std::vector<SectionSketch::Bar> many;
+    for (int i = 0; i < 10000; ++i) many.push_back({10.0 + i % 230, 10.0 + i / 25, 12, i % 2 == 0});
+    const double nan = std::nan("");
+    const double inf = std::numeric_limits<double>::infinity();
+    const struct {
+      const char* name;
+      SectionSketch sketch;
+      bool drawn;
+      bool bars_apart;  // every bar shows its own colour at its centre
+    } cases[] = {
+        {"bars", section(250, 500, {{45, 45, 25, true}, {205, 455, 18, false}}), true, true},
+        {"empty", SectionSketch{}, false, false},
+        {"negative", section(-250, 500, {{45, 45, 25, true}}), false, false},
+        {"not numbers", section(nan, inf, {{nan, 1, 1, true}}), false, false},
+        {"absurd proportions", section(1e9, 0.001, {{1, 0, 25, true}}), true, false},
+        {"wide and flat", section(6000, 150, {{3000, 75, 100, true}}, 20, 10), true, true},
+        {"bars outside",
+         section(250, 500,
+                 {{-1e12, 5, 25, true},
+                  {100, 1e300, 1e300, false},
+                  {100, 100, -5, true},
+                  {nan, nan, nan, true},
+                  {125, 250, 40, false}}),
+         true, false},
+        {"cover and stirrup too large", section(250, 500, {}, 1e9, 1e12), true, false},
+        {"ten thousand bars", section(250, 500, many), true, false},
+    };
+    for (const QPalette& palette : {QApplication::palette(), dark_palette()}) {
+      const SketchColours colours = sketch_colours(palette);
+      QVERIFY(std::abs(colours.tension.lightness() - colours.concrete.lightness()) >= 90);
+      QVERIFY(std::abs(colours.compression.lightness() - colours.concrete.lightness()) >= 40);
+      for (const auto& c : cases) {
+        QElapsedTimer clock;
+        clock.start();
+        const QImage image = section_image(c.sketch, QSize(320, 260), 2, palette);
+        QVERIFY2(clock.elapsed() < 3000, c.name);
+        QCOMPARE(image.size(), QSize(640, 520));
+        const QRectF drawn = section_rect(QRectF(0, 0, 320, 260), c.sketch, QApplication::font());
+        QVERIFY2(drawn.isNull() != c.drawn, c.name);
+        QVERIFY2(QRectF(0, 0, 320, 260).contains(drawn) || !c.drawn, c.name);
+        int inked = 0;  // the section, or the hint's words
+        for (int y = 0; y < image.height(); y += 2) {
+          for (int x = 0; x < image.width(); x += 2) {
+            inked += image.pixelColor(x, y) != colours.ground;
+          }
+        }
+        QVERIFY2(inked > 100, c.name);
+        if (!c.bars_apart) continue;
+        for (const SectionSketch::Bar& bar : c.sketch.bars) {
+          const QPointF centre(drawn.left() + bar.x * drawn.width() / c.sketch.b,
+                               drawn.bottom() - bar.y * drawn.height() / c.sketch.h);
+          const QColor shown = image.pixelColor((centre * 2).toPoint());
+          const QColor wanted = bar.tension ? colours.tension : colours.compression;
+          QVERIFY2(
+              std::abs(shown.red() - wanted.red()) + std::abs(shown.blue() - wanted.blue()) < 24,
+              qPrintable(QStringLiteral("%1: %2 for %3").arg(c.name, shown.name(), wanted.name())));
+        }
+      }
+    }
+    // Sizes that make no image, and device ratios that make no sense.
+    QVERIFY(section_image(cases[0].sketch, QSize(0, 100), 1).isNull());
+    QVERIFY(section_image(cases[0].sketch, QSize(100000, 100), 1).isNull());
+    QCOMPARE(section_image(cases[0].sketch, QSize(30, 20), nan).size(), QSize(30, 20));
+    QCOMPARE(section_image(cases[0].sketch, QSize(30, 20), -2).size(), QSize(30, 20));
   }
 
   // Tab, Shift+Tab and Enter go to the next or previous value that can be
@@ -739,7 +894,12 @@ class DeskTest : public QObject {
     QCOMPARE(form.grid().currentRow(), kRowLegs);
     QVERIFY(editing(form));
     QVERIFY(form.grid().marked(kRowLegs, 3));
+    // The title box shows the refusal and the default whole, unscrolled.
     QVERIFY(form.title_box().toPlainText().contains(QStringLiteral("错误")));
+    QVERIFY(form.title_box().toPlainText().contains(QStringLiteral("默认值：2")));
+    if (form.grid().height() > 200) {  // else the window is too small for both
+      QCOMPARE(form.title_box().verticalScrollBar()->maximum(), 0);
+    }
     QVERIFY(form.refused_count().text().startsWith(QStringLiteral("1 ")));
     // Escape keeps it (it is the text the row had); a good value mends it.
     run(app, {QStringLiteral("key Escape")});
@@ -771,11 +931,26 @@ class DeskTest : public QObject {
   void viewIsKeptPerForm() {
     DeskApp app;
     app.platform()->settings = std::make_shared<platform::headless::MemorySettingsStore>();
+    int caption = 0;
     {
       CalcForm& form = beam(app);
+      form.resize(900, form.height());  // room for the captions, at any scale
+      QApplication::processEvents();
+      // The caption column's edge dragged 60 pixels to the right.
+      platform::qt::QtGridControl& grid = form.grid();
+      caption = grid.columnWidth(2) + 60;
+      const QPoint edge(grid.columnViewportPosition(3), grid.rowViewportPosition(kRowWidth) + 4);
+      const QPoint to = edge + QPoint(60, 0);
+      QTest::mousePress(grid.viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+      QMouseEvent drag(QEvent::MouseMove, to, grid.viewport()->mapToGlobal(to), Qt::NoButton,
+                       Qt::LeftButton, Qt::NoModifier);
+      QApplication::sendEvent(grid.viewport(), &drag);
+      QTest::mouseRelease(grid.viewport(), Qt::LeftButton, Qt::NoModifier, to);
+      QCOMPARE(grid.columnWidth(2), caption);
       run(app, {QStringLiteral("click 7 1"), QStringLiteral("click 17 1"),
                 QStringLiteral("click 23 3")});
       form.panes().setSizes({300, 700});
+      form.side_panes()->setSizes({200, 500});
       QVERIFY(form.close());
     }
     QApplication::processEvents();
@@ -785,9 +960,11 @@ class DeskTest : public QObject {
     QCOMPARE(again.grid().currentRow(), kRowLegs);
     // The panes keep their share of a window the screen may have made smaller
     // (where it leaves them room: a screen at twice the scale is 400 wide).
+    QCOMPARE(again.grid().columnWidth(2), caption);
     const QList<int> panes = again.panes().sizes();
     if (again.width() >= 600) {
       QVERIFY(std::abs(panes.first() * 10 - (panes.first() + panes.last()) * 3) <= 20);
+      QCOMPARE(again.side_panes()->sizes().first(), 200);  // the sketch keeps its height
     }
     // A damaged view is read as far as it goes.
     again.ask_before_closing(false);

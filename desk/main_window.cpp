@@ -9,6 +9,8 @@
 
 #include "desk/desk_app.h"
 #include "desk/programs.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/grid/grid_appearance.h"
 
 namespace zelkora::desk {
 
@@ -21,6 +23,7 @@ MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
   menu_.GridCell_Initialize();
   grid_->connect_events(this);
   dim_programs_without_form();
+  restore_folding();
   statusBar()->showMessage(QStringLiteral("单击分组展开，单击程序打开其计算表单"));
   QMenu* file = menuBar()->addMenu(QStringLiteral("文件"));
   QAction* quit = file->addAction(QStringLiteral("退出"), this, [this] { close(); });
@@ -60,6 +63,67 @@ void MainWindow::dim_programs_without_form() {
   }
 }
 
+namespace {
+
+constexpr TextView kViewSection = u"View";
+constexpr TextView kMenuKey = u"Menu";
+// Group captions are joined by "|", which the menu file uses between a
+// group and its programs and so is in no caption.
+constexpr char16_t kGroupSeparator = u'|';
+
+}  // namespace
+
+QStringList MainWindow::unfolded_groups() const {
+  QStringList groups;
+  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
+  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
+       ++row) {
+    const auto r = static_cast<int32_t>(row);
+    if (lines[row].kind == clsGridCellMain::kGroupLine &&
+        grid_->ImageKey(r, grid::kPictureCol) == grid::kExpandedKey) {
+      groups << platform::qt::to_qstring(trim(lines[row].caption));
+    }
+  }
+  return groups;
+}
+
+void MainWindow::restore_folding() {
+  const std::shared_ptr<platform::Platform>& platform = app_.platform();
+  if (!platform->settings) return;
+  const clsCharacter chr(platform);
+  const std::optional<Text> saved =
+      platform->settings->get(chr.tString(text_id::kApplication), kViewSection, kMenuKey);
+  if (!saved) return;
+  const QStringList open = platform::qt::to_qstring(*saved).split(QChar(kGroupSeparator));
+  // A group is unfolded as a click unfolds it; the active cell is put back.
+  const platform::CellRef active = grid_->ActiveCell();
+  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
+  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
+       ++row) {
+    const auto r = static_cast<int32_t>(row);
+    if (lines[row].kind != clsGridCellMain::kGroupLine ||
+        !open.contains(platform::qt::to_qstring(trim(lines[row].caption))) ||
+        grid_->ImageKey(r, grid::kPictureCol) == grid::kExpandedKey) {
+      continue;
+    }
+    grid_->ActiveCell(r, grid::kCaptionCol);
+    Text page, key;
+    menu_.GridCell_Click(page, key);
+  }
+  grid_->ActiveCell(active.row, active.col);
+  kept_folding_ = unfolded_groups();
+}
+
+void MainWindow::save_folding() {
+  const QStringList open = unfolded_groups();
+  const std::shared_ptr<platform::Platform>& platform = app_.platform();
+  if (open == kept_folding_ || !platform->settings) return;
+  kept_folding_ = open;
+  const clsCharacter chr(platform);
+  platform->settings->set(chr.tString(text_id::kApplication), kViewSection, kMenuKey,
+                          platform::qt::to_text(open.join(QChar(kGroupSeparator))));
+}
+
 int32_t MainWindow::row_of(TextView caption) const {
   for (int32_t row = 1; row < grid_->Rows(); ++row) {
     if (trim(grid_->Text(row, 2)) == trim(caption)) return row;
@@ -70,6 +134,8 @@ int32_t MainWindow::row_of(TextView caption) const {
 void MainWindow::BeforeEdit(int32_t /*row*/, int32_t /*col*/, bool& cancel) { cancel = true; }
 
 void MainWindow::open_selected(bool selected, const Text& /*page*/, const Text& key) {
+  // A click on a group folds or unfolds it.
+  save_folding();
   if (selected) app_.open_program(key);
 }
 

@@ -1,5 +1,6 @@
 // The main window: the program menu of the suite in a grid (clsGridCellMain
-// over the menu file). Choosing a program opens its calculation form.
+// over the menu file). Choosing a program opens its calculation form; the
+// groups open as they were when the program last ran.
 #pragma once
 
 #include <QMainWindow>
@@ -26,6 +27,10 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   int32_t row_of(TextView caption) const;
   // What 帮助 ▸ 关于 says: the version and the build date.
   static QString about_text();
+  // The captions of the unfolded groups, top down. The folding is kept in
+  // the user's settings (section "View", key "Menu") as it changes, and a
+  // new menu window opens its groups as they were.
+  QStringList unfolded_groups() const;
 
   // The menu grid's events: a click or Space on a group folds or unfolds it,
   // on a program (or Enter, or a double click) opens it.
@@ -47,10 +52,14 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   // The programs whose forms this program lacks: gray, with a tooltip.
   void dim_programs_without_form();
   void open_selected(bool selected, const Text& page, const Text& key);
+  void restore_folding();
+  // Keeps the folding when it changed.
+  void save_folding();
 
   DeskApp& app_;
   clsGridCellMain menu_;
   platform::qt::QtGridControl* grid_ = nullptr;
+  QStringList kept_folding_;  // the unfolded groups as last kept
 };
 
 }  // namespace zelkora::desk

@@ -77,8 +77,10 @@ Text view_state_text(const ViewState& view) {
     if (!panes.empty()) panes += u',';
     panes += from_utf8(std::to_string(size));
   }
-  return u"open=" + joined(view.open) + u";closed=" + joined(view.closed) + u";row=" +
-         view.current + u";top=" + view.top + u";panes=" + panes;
+  Text text = u"open=" + joined(view.open) + u";closed=" + joined(view.closed) + u";row=" +
+              view.current + u";top=" + view.top + u";panes=" + panes;
+  if (view.caption > 0) text += u";caption=" + from_utf8(std::to_string(view.caption));
+  return text;
 }
 
 ViewState parse_view_state(TextView text) {
@@ -98,6 +100,9 @@ ViewState parse_view_state(TextView text) {
       view.top = Text(trim(value));
     } else if (name == u"panes") {
       view.panes = sizes_of(value);
+    } else if (name == u"caption") {
+      const std::vector<int32_t> width = sizes_of(value);
+      view.caption = width.size() == 1 ? width.front() : 0;
     }
   }
   return view;

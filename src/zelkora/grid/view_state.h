@@ -24,9 +24,11 @@ struct ViewState {
   Text current;                // the current row
   Text top;                    // the row at the top of the view
   std::vector<int32_t> panes;  // the sizes of the panes, in pixels
+  int32_t caption = 0;         // the caption column's width in pixels; 0: the layout's
 };
 
-// "open=h1,15;closed=h20;row=10;top=h1;panes=560,440".
+// "open=h1,15;closed=h20;row=10;top=h1;panes=560,440", and ";caption=180"
+// when the caption column has a width of its own.
 Text view_state_text(const ViewState& view);
 // The text read back. Fields and names it does not know, and numbers out of
 // range, are passed over: a damaged text gives what can be read of it.

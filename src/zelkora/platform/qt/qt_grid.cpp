@@ -445,6 +445,73 @@ void QtGridControl::describe_cell(int32_t row, int32_t col, const QString& name,
   redraw_cell(row, col);
 }
 
+// ---- The user's column width --------------------------------------------------------
+
+namespace {
+
+// How near the edge of a column the mouse takes it, in pixels.
+constexpr int kEdgeGrip = 4;
+
+}  // namespace
+
+void QtGridControl::resizable_column(int32_t col, int least) {
+  resizable_col_ = col;
+  least_width_ = std::max(least, 1);
+  viewport()->setMouseTracking(col >= 0);
+}
+
+bool QtGridControl::on_column_edge(QPoint at) const {
+  const int32_t col = resizable_col_;
+  if (col < 0 || col >= columnCount() || isColumnHidden(col)) return false;
+  const int row = rowAt(at.y());
+  if (row < 0) return false;
+  // A merged range hides the edge inside it.
+  const auto [first, last] = model_.merged(row);
+  if (last > first && first <= col && col < last) return false;
+  const int edge = columnViewportPosition(col) + columnWidth(col);
+  return std::abs(at.x() - edge) <= kEdgeGrip;
+}
+
+void QtGridControl::set_user_width(int width) {
+  const int32_t col = resizable_col_;
+  if (col < 0 || col >= model_.Cols()) return;
+  const int most =
+      std::max(least_width_, viewport()->width() - columnViewportPosition(col) - least_width_);
+  const int wanted = std::clamp(width, least_width_, most);
+  if (wanted != columnWidth(col)) ColWidth(col, wanted);
+}
+
+int QtGridControl::fitting_width() const {
+  const int32_t col = resizable_col_;
+  int widest = least_width_;
+  const int padding = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 8;
+  for (int32_t row = 1; row < model_.Rows() && row < rowCount(); ++row) {
+    const auto [first, last] = model_.merged(row);
+    if (!row_shown(row) || (last > first && first <= col && col <= last)) continue;
+    const QFontMetrics metrics(cell_font(model_.FontBold(row, col)));
+    widest =
+        std::max(widest, metrics.horizontalAdvance(to_qstring(model_.Text(row, col))) + padding);
+  }
+  return widest;
+}
+
+void QtGridControl::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint at = event->position().toPoint();
+  if (resizing_) {
+    set_user_width(at.x() - columnViewportPosition(resizable_col_) + grip_);
+    event->accept();
+    return;
+  }
+  if (resizable_col_ >= 0 && event->buttons() == Qt::NoButton) {
+    if (on_column_edge(at)) {
+      viewport()->setCursor(Qt::SplitHCursor);
+    } else {
+      viewport()->unsetCursor();
+    }
+  }
+  QTableWidget::mouseMoveEvent(event);
+}
+
 void QtGridControl::show_only(std::vector<bool> kept) {
   kept_ = std::move(kept);
   for (int32_t row = 0; row < model_.Rows(); ++row) draw_row_height(row);
@@ -899,6 +966,14 @@ void QtGridControl::mousePressEvent(QMouseEvent* event) {
   // The cell under the mouse, also inside a merged range (whose table item
   // is its first column's): the column is the one pointed at.
   const QPoint at = event->position().toPoint();
+  if (event->button() == Qt::LeftButton && on_column_edge(at)) {
+    // The edge of the resizable column: a width, not a cell; the active
+    // cell and its editor stay as they are.
+    resizing_ = true;
+    grip_ = columnViewportPosition(resizable_col_) + columnWidth(resizable_col_) - at.x();
+    event->accept();
+    return;
+  }
   const int row = rowAt(at.y());
   const int col = columnAt(at.x());
   const CellRef active = model_.ActiveCell();
@@ -919,6 +994,12 @@ void QtGridControl::mousePressEvent(QMouseEvent* event) {
 }
 
 void QtGridControl::mouseReleaseEvent(QMouseEvent* event) {
+  if (resizing_) {
+    resizing_ = false;
+    event->accept();
+    emit column_width_chosen(resizable_col_, columnWidth(resizable_col_));
+    return;
+  }
   QTableWidget::mouseReleaseEvent(event);
   const QPoint at = event->position().toPoint();
   const int row = rowAt(at.y());
@@ -935,6 +1016,12 @@ void QtGridControl::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void QtGridControl::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && on_column_edge(event->position().toPoint())) {
+    set_user_width(fitting_width());
+    event->accept();
+    emit column_width_chosen(resizable_col_, columnWidth(resizable_col_));
+    return;
+  }
   raise([](GridEvents& e) { e.DblClick(); });
   QTableWidget::mouseDoubleClickEvent(event);
 }

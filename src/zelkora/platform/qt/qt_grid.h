@@ -99,7 +99,20 @@ class QtGridControl : public QTableWidget, public GridControl {
   // What a screen reader is told of a cell: its name (the caption of a
   // value) and description ("值：" and the value, a refusal, the help).
   void describe_cell(int32_t row, int32_t col, const QString& name, const QString& description);
+  // Lets the user set the width of column `col` by dragging its right edge
+  // (wherever it shows between two cells) or fit it to its texts by a double
+  // click there: never narrower than `least`, nor so wide that the columns
+  // right of it get less than `least`. The width becomes the column's
+  // (ColWidth) and is told by column_width_chosen. -1: no column.
+  void resizable_column(int32_t col, int least = 40);
+  // Where the edge of the resizable column is: `at` (viewport) within a few
+  // pixels of it, in a row where it shows.
+  bool on_column_edge(QPoint at) const;
 
+ signals:
+  void column_width_chosen(int col, int width);
+
+ public:
   // ---- GridControl ----
   bool Move(int32_t left, int32_t top, int32_t width, int32_t height) override;
   bool Visible() const override { return isVisible(); }
@@ -172,6 +185,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -224,6 +238,10 @@ class QtGridControl : public QTableWidget, public GridControl {
   int32_t shown_height() const;
   void editor_text_changed(int32_t row, int32_t col, const QString& text);
   void editor_picked(int32_t row, int32_t col, const QString& text);
+  // The user's width of the resizable column, kept within its bounds.
+  void set_user_width(int width);
+  // The width the texts of the resizable column's shown rows need.
+  int fitting_width() const;
 
   headless::MemoryGrid model_;
   GridEvents* events_ = nullptr;
@@ -241,6 +259,10 @@ class QtGridControl : public QTableWidget, public GridControl {
   zelkora::Text entered_text_;   // the active cell's text when it was entered
   CellRef entered_at_{-1, -1};   // the cell entered_text_ is of
   int32_t value_col_ = -1;
+  int32_t resizable_col_ = -1;
+  int least_width_ = 40;
+  bool resizing_ = false;    // the edge of the resizable column is being dragged
+  int grip_ = 0;             // where on the edge it was taken
   std::vector<bool> kept_;   // the rows a filter keeps; empty: no filter
   std::vector<uint64_t> stale_;  // per row, the columns changed while drawing was off
   bool stale_all_ = false;   // ... or the size or the font
