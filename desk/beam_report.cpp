@@ -105,8 +105,8 @@ void Writer::data() {
 
 void Writer::bending() {
   heading(u"正截面受弯承载力");
-  line(d_.hogging ? u"负弯矩：截面上部受拉（支座截面）。" : u"正弯矩：截面下部受拉（跨中截面）。");
-  equation(u"α_ub(s)ub_ ＝ |M| / (α_ub(1)ub_·f_ub(c)ub_·b·h_ub(0)ub__up(2)up_) ＝ " +
+  line(d_.hogging ? u"负弯矩：截面上部受拉（支座截面），以下按弯矩的绝对值计算。" : u"正弯矩：截面下部受拉（跨中截面）。");
+  equation(u"α_ub(s)ub_ ＝ M / (α_ub(1)ub_·f_ub(c)ub_·b·h_ub(0)ub__up(2)up_) ＝ " +
            num(std::fabs(in_.m), u"0.0") + u"×10_up(6)up_ / (" + num(d_.mat.alpha1, u"0.00") + u" × " +
            num(d_.mat.fc, u"0.0") + u" × " + num(in_.b, u"0") + u" × " + num(d_.h0, u"0.0") +
            u"_up(2)up_)" + chr_.tFmtEq(d_.alpha_s, u"4"));
@@ -128,7 +128,7 @@ void Writer::bending() {
       const double x = d_.xi_lim * d_.h0;
       line(u"ξ 超过限值且考虑受压钢筋：按双筋截面计算，取 " + expr(u"x ＝ ξ_ub(lim)ub_·h_ub(0)ub_", x, u"mmd_1") +
            u"，" + expr(u"a_ub(s)ub_'", d_.asc_used, u"mmd_1") + u"（受压纵筋的合力点）");
-      equation(u"A_ub(s)ub_' ＝ (|M| − α_ub(1)ub_·f_ub(c)ub_·b·x·(h_ub(0)ub_ − x/2)) / (f_ub(y)ub_'·(h_ub(0)ub_ − a_ub(s)ub_'))" +
+      equation(u"A_ub(s)ub_' ＝ (M − α_ub(1)ub_·f_ub(c)ub_·b·x·(h_ub(0)ub_ − x/2)) / (f_ub(y)ub_'·(h_ub(0)ub_ − a_ub(s)ub_'))" +
                chr_.tFmtEq(d_.asc, u"mm2d"));
       equation(u"A_ub(s)ub_ ＝ (α_ub(1)ub_·f_ub(c)ub_·b·x + f_ub(y)ub_'·A_ub(s)ub_') / f_ub(y)ub_" +
                chr_.tFmtEq(d_.as_flex, u"mm2d"));
