@@ -111,9 +111,12 @@ void design_bending(const BeamInput& in, BeamDesign& d) {
   } else if (in.compression) {
     d.bending = BendingCase::kDoubly;
     const double x = d.xi_lim * d.h0, asc_at = d.asc_used;
-    d.x_below_2as = x < 2 * asc_at;
-    d.asc = (moment - m.alpha1 * m.fc * in.b * x * (d.h0 - x / 2)) / (m.fyc * (d.h0 - asc_at));
+    d.asc = std::max(0.0, (moment - m.alpha1 * m.fc * in.b * x * (d.h0 - x / 2)) / (m.fyc * (d.h0 - asc_at)));
     d.as_flex = (m.alpha1 * m.fc * in.b * x + m.fyc * d.asc) / m.fy;
+    // x < 2a's: the compression bars do not yield; 6.2.14 takes the moment
+    // about them.
+    d.x_below_2as = x < 2 * asc_at;
+    if (d.x_below_2as) d.as_flex = moment / (m.fy * (d.h0 - asc_at));
   } else {
     d.bending = BendingCase::kOver;
   }
@@ -223,11 +226,31 @@ void choose_stirrups(const BeamInput& in, BeamDesign& d) {
       break;
     }
   }
-  d.s_max = stirrup_s_max(in.h, std::fabs(in.v) * 1e3 > d.vc);
+  // The column "V > 0.7 ft b h0" also when torsion is calculated.
+  d.s_max = stirrup_s_max(in.h, std::fabs(in.v) * 1e3 > d.vc ||
+                                    (d.torsion && d.torsion_case != TorsionCase::kDetailing));
   d.spacing_ok = in.s <= d.s_max;
 }
 
 // ---- Bars ---------------------------------------------------------------------------
+
+// The least diameter of a beam's longitudinal bars (9.2.1).
+double least_bar(const BeamInput& in) { return in.h >= 300 ? 10 : 8; }
+
+// The smallest diameter the bars may have: of the range, and of 9.2.1.
+double smallest_bar(const BeamInput& in) {
+  for (double d : kDiameters) {
+    if (d >= in.d_min - 1e-9 && d <= in.d_max + 1e-9 && d >= least_bar(in)) return d;
+  }
+  return 0;
+}
+
+// The centres of a row's end bars apart, over the gaps between.
+double row_spacing(const BeamInput& in, double dv, const BarRow& row) {
+  if (row.d.size() < 2) return 0;
+  const double width = in.b - 2 * (in.cover + dv) - row.d.front() / 2 - row.d.back() / 2;
+  return width / static_cast<double>(row.d.size() - 1);
+}
 
 // Clear spacing of the bars in a row (9.2.1): a beam's top face 30 mm and
 // 1.5 d, its bottom face 25 mm and d.
@@ -242,7 +265,7 @@ BarChoice choose_bars(const BeamInput& in, double need, bool top, double dv, int
   }
   const double through_area = nt * bar_area(dt);
   for (double d : kDiameters) {
-    if (d < in.d_min - 1e-9 || d > in.d_max + 1e-9) continue;
+    if (d < in.d_min - 1e-9 || d > in.d_max + 1e-9 || d < least_bar(in)) continue;
     int32_t n = need > through_area ? static_cast<int32_t>(std::ceil((need - through_area) / bar_area(d) - 1e-9)) : 0;
     if (nt == 0) n = std::max(n, 2);
     const int32_t total = nt + n;
@@ -292,8 +315,34 @@ BarChoice choose_bars(const BeamInput& in, double need, bool top, double dv, int
   return best;
 }
 
-// One round of the design with a given distance as.
-BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as, double asc_at) {
+// The detailing of a doubly reinforced section's stirrups (9.2.9): their
+// diameter at least d'/4, their spacing at most 15 d' (10 d' with more than
+// five bars above 18 mm in a row) and 400, composite stirrups for a row of
+// more than 3 bars (b > 400) or 4 (b ≤ 400).
+void compression_detailing(const BeamInput& in, BeamDesign& d) {
+  if (d.bending != BendingCase::kDoubly || !d.compression.found || d.compression.rows.empty()) return;
+  double largest = 0, smallest = 1e9;
+  bool many_large = false, many = false;
+  for (const BarRow& row : d.compression.rows) {
+    int32_t large = 0;
+    for (double bar : row.d) {
+      largest = std::max(largest, bar);
+      smallest = std::min(smallest, bar);
+      if (bar > 18) ++large;
+    }
+    many_large = many_large || large > 5;
+    many = many || static_cast<int32_t>(row.d.size()) > (in.b > 400 ? 3 : 4);
+  }
+  d.stirrup_d_for_compression = largest / 4;
+  d.s_max_compression = std::min((many_large ? 10 : 15) * smallest, 400.0);
+  d.spacing_ok = d.spacing_ok && in.s <= d.s_max_compression;
+  d.composite_needed = many;
+  d.composite_ok = !many || in.legs > 2;
+}
+
+// One round of the design with given as, a's and least stirrup diameter.
+BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as, double asc_at,
+                        double dv_floor) {
   BeamDesign d;
   d.mat = mat;
   d.hogging = in.m < 0;
@@ -301,7 +350,7 @@ BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as
   d.asc_used = asc_at;
   d.h0 = in.h - as;
   design_bending(in, d);
-  d.stirrup_d_min = stirrup_d_min(in, d.hogging);
+  d.stirrup_d_min = std::max(stirrup_d_min(in, d.hogging), dv_floor);
   // The core of the torsion formulas depends on the stirrups chosen.
   double dv = d.stirrup_d_min;
   for (int32_t round = 0; round < 5; ++round) {
@@ -311,17 +360,34 @@ BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as
     dv = d.stirrup_d;
   }
   const double bars_dv = d.stirrup_d > 0 ? d.stirrup_d : kLargestStirrup;
+  core(in, bars_dv, d);
   const double share = d.torsion && d.ucor > 0 ? d.astl * d.bcor / d.ucor : 0;  // 9.2.5
-  d.side_each = d.torsion && d.ucor > 0 ? d.astl * d.hcor / d.ucor : 0;
+  // Each side face: its torsion bars, and at least 0.1 % b·hw when hw ≥ 450
+  // (9.2.13); spaced at most 200, and with torsion at most the short side.
+  d.side_each = std::max(d.torsion && d.ucor > 0 ? d.astl * d.hcor / d.ucor : 0.0,
+                         d.h0 >= 450 ? 0.001 * in.b * d.h0 : 0.0);
+  d.side_spacing = d.torsion ? std::min(200.0, std::min(in.b, in.h)) : 200.0;
+  d.n_side = d.side_each > 0 ? std::max(0, static_cast<int32_t>(std::ceil(d.hcor / d.side_spacing - 1e-9)) - 1) : 0;
   if (d.bending == BendingCase::kOver) return d;
   d.as_total = std::max(d.as_flex, d.as_min) + share;
   d.ratio = std::max(in.ratio, d.ratio_min);
-  d.asc_total = std::max(d.asc, d.ratio * d.as_total) + share;
-  if (d.asc_total < 1e-9) d.asc_total = 0;
   const int32_t nt = in.through_n > 0 && in.through_d > 0 ? in.through_n : 0;
   d.tension = choose_bars(in, d.as_total, d.hogging, bars_dv, d.hogging ? nt : 0, in.through_d);
+  // As'/As of the bars placed (11.3.6-2).
+  d.asc_total = std::max(d.asc, d.ratio * (d.tension.found ? d.tension.area : d.as_total)) + share;
+  if (d.asc_total < 1e-9) d.asc_total = 0;
   d.compression = choose_bars(in, d.asc_total, !d.hogging, bars_dv, d.hogging ? 0 : nt, in.through_d);
   d.a_actual = d.tension.found ? d.tension.centroid : 0;
+  compression_detailing(in, d);
+  if (d.torsion) {
+    // The torsion bars around the section at most the side spacing apart (9.2.5).
+    for (const BarChoice* face : {&d.tension, &d.compression}) {
+      if (face->found && !face->rows.empty() &&
+          row_spacing(in, bars_dv, face->rows.front()) > d.side_spacing + 1e-9) {
+        d.torsion_spacing_ok = false;
+      }
+    }
+  }
   return d;
 }
 
@@ -445,29 +511,41 @@ BeamDesign design_beam(const BeamInput& in) {
   if (!d.faults.empty()) return d;
   // as: the form's, or the chosen bars' when it is empty or, with the
   // option, when theirs is larger; a's of a doubly reinforced section: the
-  // chosen compression bars'. A few rounds settle them.
+  // chosen compression bars'. Both only grow, from the least a bar can
+  // have, over a few rounds; so does the stirrup's least diameter.
   const bool automatic = !in.as || in.auto_as;
-  double as = in.as ? *in.as : in.cover + 8 + 10, asc_at = in.cover + 8 + 10;
+  const double least = in.cover + stirrup_d_min(in, in.m < 0) + smallest_bar(in) / 2;
+  double as = in.as ? *in.as : least, asc_at = least, dv_floor = 0;
   for (int32_t round = 0; round < 8; ++round) {
-    d = design_round(in, *mat, as, asc_at);
+    d = design_round(in, *mat, as, asc_at, dv_floor);
     if (d.bending == BendingCase::kOver) break;
     bool again = false;
-    if (automatic && d.tension.found &&
-        (in.as ? d.a_actual > as + kSameLength : std::fabs(d.a_actual - as) > kSameLength)) {
-      as = in.as ? std::max(*in.as, d.a_actual) : d.a_actual;
+    if (automatic && d.tension.found && d.a_actual > as + kSameLength) {
+      as = d.a_actual;
       again = true;
     }
     if (d.bending == BendingCase::kDoubly && d.compression.found && !d.compression.rows.empty() &&
-        std::fabs(d.compression.centroid - asc_at) > kSameLength) {
+        d.compression.centroid > asc_at + kSameLength) {
       asc_at = d.compression.centroid;
+      again = true;
+    }
+    if (d.stirrup_d > 0 && d.stirrup_d < d.stirrup_d_for_compression - 1e-9) {
+      dv_floor = d.stirrup_d_for_compression;
       again = true;
     }
     if (!again) break;
   }
+  d.grade_ok = in.concrete >= 20 && !(in.concrete < 25 && frame::dSteelFyk(in.steel).value_or(0) >= 400) &&
+               !(seismic(in) && seismic_rank(in) == 0 && in.concrete < 30);  // 4.1.2, 11.2.1
+  if (seismic(in)) {  // 11.3.7
+    d.through_checked = true;
+    d.through_ok = in.through_n >= 2 && in.through_d >= (seismic_rank(in) <= 1 ? 14 : 12);
+  }
   d.as_from_bars = automatic && d.as_used != (in.as ? *in.as : -1);
   d.as_ok = !d.tension.found || d.a_actual <= d.as_used + kSameLength;
   d.asc_ok = d.bending != BendingCase::kDoubly || !d.compression.found ||
-             d.compression.centroid <= d.asc_used + kSameLength;
+             d.compression.rows.empty() || d.compression.centroid <= d.asc_used + kSameLength;
+  d.compression_stirrup_ok = d.stirrup_d == 0 || d.stirrup_d >= d.stirrup_d_for_compression - 1e-9;
   if (d.tension.found) d.rho = d.tension.area / (in.b * in.h);
   d.rho_above_end_limit = d.hogging && seismic(in) && d.tension.found &&
                           d.tension.area / (in.b * d.h0) > 0.025;  // 11.3.7
@@ -475,8 +553,9 @@ BeamDesign design_beam(const BeamInput& in) {
 }
 
 bool BeamDesign::satisfied() const {
-  return faults.empty() && bending != BendingCase::kOver && !x_below_2as && section_ok &&
-         stirrup_d > 0 && spacing_ok && tension.found && compression.found && as_ok && asc_ok;
+  return faults.empty() && bending != BendingCase::kOver && section_ok && stirrup_d > 0 &&
+         spacing_ok && tension.found && compression.found && as_ok && asc_ok && composite_ok &&
+         compression_stirrup_ok && torsion_spacing_ok && grade_ok && through_ok;
 }
 
 SectionSketch beam_sketch(const BeamInput& in, const BeamDesign& d) {

@@ -85,8 +85,9 @@ struct BeamDesign {
   BendingCase bending = BendingCase::kSingly;
   double alpha_s = 0, xi = 0, xi_lim = 0;
   double as_flex = 0, asc = 0;  // As and As' the moment needs
-  bool x_below_2as = false;     // doubly reinforced with x < 2a's (6.2.10-4)
+  bool x_below_2as = false;     // doubly reinforced with x < 2a's: As by 6.2.14
   double rho_min = 0, as_min = 0;   // 8.5.1, table 11.3.6-1
+  bool grade_ok = true;  // the concrete grade allowed (4.1.2, 11.2.1)
   double ratio_min = 0, ratio = 0;  // As'/As: the seismic least (11.3.6-2), the one used
   // Shear (6.3) and torsion (6.4).
   double hw_over_b = 0, v_lim = 0, vc = 0, asv_s = 0;
@@ -94,11 +95,20 @@ struct BeamDesign {
   bool torsion = false;
   TorsionCase torsion_case = TorsionCase::kNone;
   double wt = 0, stress = 0, stress_lim = 0, beta_t = 1, ast1_s = 0;
-  double bcor = 0, hcor = 0, acor = 0, ucor = 0, rho_tl_min = 0, astl = 0, side_each = 0;
+  double bcor = 0, hcor = 0, acor = 0, ucor = 0, rho_tl_min = 0, astl = 0;
+  bool torsion_spacing_ok = true;  // the torsion bars of each face close enough (9.2.5)
+  // Each side face (torsion, 9.2.13): its area, n_side bars at most
+  // side_spacing apart.
+  double side_each = 0, side_spacing = 200;
+  int32_t n_side = 0;
   // Stirrups.
   double rho_sv_min = 0, asv1 = 0, stirrup_d_min = 0, stirrup_d = 0;  // 0: none of 25 or less
   double s_max = 0;
   bool spacing_ok = true;
+  // With compression bars by calculation (9.2.9): the stirrup's least
+  // diameter d'/4, the spacing limit, composite stirrups.
+  double stirrup_d_for_compression = 0, s_max_compression = 0;
+  bool compression_stirrup_ok = true, composite_needed = false, composite_ok = true;
   // Bars.
   double as_total = 0, asc_total = 0;  // to provide on the tension and compression face
   BarChoice tension, compression;
@@ -106,7 +116,8 @@ struct BeamDesign {
   bool as_ok = true;
   bool asc_ok = true;   // a doubly reinforced section's compression bars within a's
   double rho = 0;       // provided As / (b·h)
-  bool rho_above_end_limit = false;  // 11.3.7: above 2.5 % at a seismic beam's end
+  bool rho_above_end_limit = false;  // 11.3.7: As/(b·h0) above 2.5 % at a seismic beam's end
+  bool through_checked = false, through_ok = true;  // 11.3.7: the through bars of a seismic grade
 
   // Every check passed.
   bool satisfied() const;

@@ -199,7 +199,7 @@ class BeamDesignTest : public QObject {
     const auto uniform = [&](double lo, double hi) { return std::uniform_real_distribution<double>(lo, hi)(random); };
     const char16_t* steels[] = {u"HPB300", u"HRB335", u"HRB400", u"HRBF400", u"RRB400", u"HRB500", u"HRBF500"};
     int designed = 0;
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < 200000; ++i) {
       BeamInput in;
       in.concrete = 15 + 5 * std::uniform_int_distribution<int>(0, 13)(random);
       in.steel = steels[std::uniform_int_distribution<int>(0, 6)(random)];

@@ -132,7 +132,10 @@ void Writer::bending() {
                chr_.tFmtEq(d_.asc, u"mm2d"));
       equation(u"A_ub(s)ub_ ＝ (α_ub(1)ub_·f_ub(c)ub_·b·x + f_ub(y)ub_'·A_ub(s)ub_') / f_ub(y)ub_" +
                chr_.tFmtEq(d_.as_flex, u"mm2d"));
-      if (d_.x_below_2as) conclude(false, u"x ＜ 2a_ub(s)ub_'，受压钢筋达不到屈服：应加大截面");
+      if (d_.x_below_2as) {
+        equation(u"x ＜ 2a_ub(s)ub_'，受压钢筋不屈服，按 6.2.14 条：A_ub(s)ub_ ＝ M / (f_ub(y)ub_·(h_ub(0)ub_ − a_ub(s)ub_'))" +
+                 chr_.tFmtEq(d_.as_flex, u"mm2d"));
+      }
       break;
     }
     case BendingCase::kOver:
@@ -168,7 +171,8 @@ void Writer::shear() {
 void Writer::torsion() {
   if (!d_.torsion) return;
   heading(u"受扭承载力");
-  line(expr(u"W_ub(t)ub_ ＝ b_up(2)up_(3h − b)/6", d_.wt, u"0.000E+00") + u"mm_up(3)up_");
+  line(expr(in_.b <= in_.h ? u"W_ub(t)ub_ ＝ b_up(2)up_(3h − b)/6" : u"W_ub(t)ub_ ＝ h_up(2)up_(3b − h)/6", d_.wt,
+            u"0.000E+00") + u"mm_up(3)up_");
   equation(u"V/(b·h_ub(0)ub_) + T/(0.8W_ub(t)ub_)" + chr_.tFmtEq(d_.stress, u"mpad_3") + u"，限值" +
            chr_.tFmtEq(d_.stress_lim, u"mpad_3"));
   conclude(d_.section_ok, d_.section_ok ? u"截面尺寸满足 6.4.1 条" : u"截面尺寸不满足 6.4.1 条，应加大截面或提高混凝土强度等级");
@@ -198,7 +202,7 @@ void Writer::torsion() {
   }
   line(expr(u"受扭纵筋 A_ub(stl)ub_", d_.astl, u"mm2d") + u"（不小于 " +
        expr(u"ρ_ub(tl,min)ub_", d_.rho_tl_min * 100, u"3") + u"%·b·h，9.2.5 条）；上、下边各 " +
-       num(d_.astl * d_.bcor / d_.ucor, u"mm2d") + u"，两侧各 " + num(d_.side_each, u"mm2d"));
+       num(d_.astl * d_.bcor / d_.ucor, u"mm2d") + u"，两侧各 " + num(d_.astl * d_.hcor / d_.ucor, u"mm2d"));
 }
 
 void Writer::stirrups() {
@@ -216,8 +220,18 @@ void Writer::stirrups() {
                             : Text()) +
          u"，" + expr(u"最小直径", d_.stirrup_d_min, u"mmd"));
   }
-  conclude(d_.spacing_ok, d_.spacing_ok ? u"箍筋间距不大于 " + num(d_.s_max, u"mmd") + u"（表 9.2.9）"
-                                        : u"箍筋间距大于表 9.2.9 的最大间距 " + num(d_.s_max, u"mmd"));
+  const bool compression_bars = d_.s_max_compression > 0;
+  const double s_max = compression_bars ? std::min(d_.s_max, d_.s_max_compression) : d_.s_max;
+  conclude(d_.spacing_ok, (d_.spacing_ok ? u"箍筋间距不大于 " : u"箍筋间距大于最大间距 ") + num(s_max, u"mmd") +
+                              (compression_bars ? u"（表 9.2.9；受压钢筋 15d 且 400mm，9.2.9 条）" : u"（表 9.2.9）"));
+  if (compression_bars) {
+    conclude(d_.compression_stirrup_ok, u"箍筋直径不小于受压钢筋最大直径的 1/4（9.2.9 条）");
+    if (d_.composite_needed) {
+      conclude(d_.composite_ok, d_.composite_ok ? u"一层受压钢筋较多，已设复合箍筋（9.2.9 条）"
+                                                : u"一层内受压钢筋多于 " + Text(in_.b > 400 ? u"3" : u"4") +
+                                                      u" 根，应设置复合箍筋（9.2.9 条）");
+    }
+  }
 }
 
 void Writer::bars() {
@@ -234,7 +248,10 @@ void Writer::bars() {
     if (in_.show_area) text += u"，" + expr(u"实配 A_ub(s)ub_", d_.tension.area, u"mm2d");
     line(text);
     if (in_.show_ratio) line(expr(u"配筋率 ρ ＝ A_ub(s)ub_/(b·h)", d_.rho * 100, u"3") + u"%");
-    if (d_.rho_above_end_limit) line(u"梁端受拉钢筋配筋率大于 2.5%（11.3.7 条：不宜）。");
+    if (d_.rho_above_end_limit) {
+      line(expr(u"梁端受拉钢筋配筋率 A_ub(s)ub_/(b·h_ub(0)ub_)", d_.tension.area / (in_.b * d_.h0) * 100, u"3") +
+           u"%，大于 2.5%（11.3.7 条：不宜）。");
+    }
     const Text need = num(d_.a_actual, u"0.0");
     conclude(d_.as_ok, d_.as_ok ? u"所选纵筋的合力点至截面边缘 " + need + u"mm，不大于 a_ub(s)ub_"
                                 : u"所选纵筋的合力点至截面边缘 " + need + u"mm，大于 a_ub(s)ub_ ＝ " +
@@ -249,15 +266,38 @@ void Writer::bars() {
     line(text);
     if (!d_.asc_ok) conclude(false, u"受压纵筋的合力点至截面边缘 " + num(d_.compression.centroid, u"0.0") + u"mm，大于计算所取的 a_ub(s)ub_'");
   }
-  if (d_.torsion) line(u"两侧面各配受扭纵筋不少于 " + num(d_.side_each, u"mm2d") + u"。");
+  if (d_.torsion) {
+    conclude(d_.torsion_spacing_ok, d_.torsion_spacing_ok
+                                        ? u"受扭纵筋沿截面周边的间距不大于 " + num(d_.side_spacing, u"mmd") + u"（9.2.5 条）"
+                                        : u"上、下边纵筋的间距大于 " + num(d_.side_spacing, u"mmd") +
+                                              u"（9.2.5 条）：应增加根数");
+  }
+  if (d_.side_each > 0) {
+    line(Text(d_.torsion ? u"受扭纵筋" : u"腰筋（9.2.13 条）") + u"：两侧面各不少于 " + num(d_.side_each, u"mm2d") +
+         (d_.n_side > 0 ? u"，各配 " + frame::Variant(d_.n_side).to_text({}) + u" 根，间距不大于 " +
+                              num(d_.side_spacing, u"mmd") + u"，" + expr(u"单根面积", d_.side_each / d_.n_side, u"mm2d_1")
+                        : Text(u"，由角部纵筋承担")) + u"。");
+  }
+  if (d_.through_checked) {
+    conclude(d_.through_ok, d_.through_ok ? u"通长纵筋满足 11.3.7 条"
+                                          : Text(u"通长纵筋应不少于 2 根且直径不小于 ") +
+                                                (in_.seismic <= 2 ? u"14mm" : u"12mm") + u"（11.3.7 条）");
+  }
+  conclude(d_.grade_ok, d_.grade_ok ? u"混凝土强度等级满足 4.1.2 条" + Text(in_.seismic <= 1 ? u"、11.2.1 条" : u"")
+                                    : u"混凝土强度等级低于 4.1.2 条或 11.2.1 条的要求（不应低于 C20；400MPa 及以上钢筋不应低于 C25；一级抗震不应低于 C30）");
 }
 
 void Writer::seismic_note() {
   if (in_.seismic >= 5) return;
-  line(u"抗震：已按" + Text(d_.hogging ? u"梁端" : u"跨中") +
-       u"截面验算受压区高度、最小配筋率、梁端底面与顶面纵筋比与沿梁全长的配箍率（11.3 节）。"
-       u"M、V、T 应为考虑承载力抗震调整系数 γ_ub(RE)ub_ 后的设计值；强剪弱弯的剪力调整（11.3.2 条）、"
-       u"抗震受剪截面与承载力（11.3.3、11.3.4 条）、箍筋加密区及其配筋率大于 2% 时箍筋直径的增大未在本计算中验算。");
+  const bool end = d_.hogging, first_three = in_.seismic <= 3;
+  Text checked = u"最小配筋率（表 11.3.6-1" + Text(end ? u" 支座" : u" 跨中") + u"）";
+  if (end && first_three) checked += u"、受压区高度（11.3.1 条）、底面与顶面纵筋比（11.3.6 条）";
+  if (end) checked += u"、箍筋最小直径（表 11.3.6-2）";
+  checked += u"、沿梁全长的配箍率（11.3.9 条）、通长纵筋（11.3.7 条）";
+  line(u"抗震：负弯矩按梁端截面、正弯矩按跨中截面验算了" + checked +
+       u"；梁端的正弯矩截面应另按梁端的要求验算。M、V、T 应为考虑承载力抗震调整系数 γ_ub(RE)ub_ 后的设计值；"
+       u"强剪弱弯的剪力调整（11.3.2 条）、抗震受剪截面与承载力（11.3.3、11.3.4 条）、箍筋加密区及其配筋率大于 2% "
+       u"时箍筋直径的增大未在本计算中验算。");
 }
 
 void Writer::summary() {

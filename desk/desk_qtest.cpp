@@ -544,10 +544,10 @@ class DeskTest : public QObject {
                                  << QStringList{"+8.5.1 条", "+箍筋按构造选用", "-抗震："};
     QTest::newRow("shear and spacing") << QStringList{"edit 5 250", "edit 23 300"}
                                        << QStringList{"+Asv/s ＝ (V − 0.7ft", "+2肢 φ16@300",
-                                                      "+不满足：箍筋间距大于表 9.2.9 的最大间距 200mm"};
+                                                      "+不满足：箍筋间距大于最大间距 200mm（表 9.2.9）"};
     QTest::newRow("legs") << QStringList{"edit 5 250", "pick 22 4"} << QStringList{"+4肢 φ10@200"};
     QTest::newRow("torsion") << QStringList{"edit 19 25"}
-                             << QStringList{"+受扭承载力", "+βt", "+两侧面各配受扭纵筋"};
+                             << QStringList{"+受扭承载力", "+βt", "+受扭纵筋：两侧面各不少于"};
     QTest::newRow("As'/As") << QStringList{"pick 24 0.5"} << QStringList{"+As'/As 不小于 0.5"};
     QTest::newRow("options") << QStringList{"edit 1 KL-7", options, "pick 3 是", "pick 6 否"}
                              << QStringList{"+构件编号：KL-7", "+实配 As ＝", "-配筋率 ρ"};
