@@ -248,8 +248,8 @@ double smallest_bar(const BeamInput& in) {
 // The centres of a row's end bars apart, over the gaps between.
 double row_spacing(const BeamInput& in, double dv, const BarRow& row) {
   if (row.d.size() < 2) return 0;
-  const double width = in.b - 2 * (in.cover + dv) - row.d.front() / 2 - row.d.back() / 2;
-  return width / static_cast<double>(row.d.size() - 1);
+  const double largest = *std::max_element(row.d.begin(), row.d.end());
+  return (in.b - 2 * (in.cover + dv) - largest) / static_cast<double>(row.d.size() - 1);
 }
 
 // Clear spacing of the bars in a row (9.2.1): a beam's top face 30 mm and
@@ -382,8 +382,8 @@ BeamDesign design_round(const BeamInput& in, const BeamMaterials& mat, double as
   if (d.torsion) {
     // The torsion bars around the section at most the side spacing apart (9.2.5).
     for (const BarChoice* face : {&d.tension, &d.compression}) {
-      if (face->found && !face->rows.empty() &&
-          row_spacing(in, bars_dv, face->rows.front()) > d.side_spacing + 1e-9) {
+      if (!face->found || (!face->rows.empty() &&
+                           row_spacing(in, bars_dv, face->rows.front()) > d.side_spacing + 1e-9)) {
         d.torsion_spacing_ok = false;
       }
     }
@@ -535,7 +535,8 @@ BeamDesign design_beam(const BeamInput& in) {
     }
     if (!again) break;
   }
-  d.grade_ok = in.concrete >= 20 && !(in.concrete < 25 && frame::dSteelFyk(in.steel).value_or(0) >= 400) &&
+  const double fyk = std::max(frame::dSteelFyk(in.steel).value_or(0), frame::dSteelFyk(in.stirrup_steel).value_or(0));
+  d.grade_ok = in.concrete >= 20 && !(in.concrete < 25 && fyk >= 400) &&
                !(seismic(in) && seismic_rank(in) == 0 && in.concrete < 30);  // 4.1.2, 11.2.1
   if (seismic(in)) {  // 11.3.7
     d.through_checked = true;

@@ -115,6 +115,15 @@ std::map<QString, QString> outputs_of(const BeamDesign& d) {
       {"shear_ok", d.section_ok ? "1" : "0"},
       {"spacing_ok", d.spacing_ok ? "1" : "0"},
   };
+  out["grade_ok"] = d.grade_ok ? "1" : "0";
+  if (d.through_checked) out["through_ok"] = d.through_ok ? "1" : "0";
+  if (d.side_each > 0) {
+    out["side_each"] = n(d.side_each);
+    out["n_side"] = n(d.n_side);
+  }
+  if (d.torsion && !over) out["torsion_spacing_ok"] = d.torsion_spacing_ok ? "1" : "0";
+  if (d.bending == BendingCase::kDoubly && d.compression.found && !d.compression.rows.empty())
+    out["composite_ok"] = d.composite_ok ? "1" : "0";
   out["outcome"] = over ? "over" : d.bending == BendingCase::kDoubly ? "doubly" : "singly";
   if (d.bending == BendingCase::kDoubly) {
     out["asc_at"] = n(d.asc_used);

@@ -7,17 +7,22 @@ shear 6.3, torsion 6.4, stirrup and bar detailing 9.2 / 11.3).  Python 3 standar
 library only.  Running it writes beam_cases.csv next to this file.
 
 Units: mm, N/mm^2 (MPa), kN, kN*m.  Output units: areas mm^2, Asv/s and Ast1/s mm^2/mm,
-Wt mm^3, v_lim and vc kN, a_actual and h0 mm.
+Wt mm^3, v_lim and vc kN, a_actual and h0 mm, side_each mm^2 (each side face).
 
 Conventions taken where the rules leave a choice (all listed here on purpose):
-  * Rounds (one "round" = one complete design pass; at most MAX_ROUNDS = 8 in all):
-    round 1 uses as = the given as (c + 8 + 10 when as is empty) and a's = c + 8 + 10.
-    After a round: a's := centroid of the chosen compression-face bars (only when the
-    round was doubly reinforced and such bars were chosen); as := max(as given, a_actual)
-    when auto_as and a_actual > as + TOL, or as := a_actual when as is empty.  Another
-    round follows when as or a's moved by more than TOL; the last round is the result.
-    TOL = 1e-6 mm as written in beam_rules.md (the as check bullet and the doubly
-    reinforced bullet); with a given as and no auto_as, as never changes.
+  * Rounds (one "round" = one complete design pass; at most MAX_ROUNDS = 8 in all),
+    "Changes after review" R4 and R2:
+    round 1 uses as = the given as and a's = c + dv_min + d0/2 (as too when it is empty), with
+    dv_min the least stirrup diameter of 9.2.9 / table 11.3.6-2 (not the R2 raise) and d0 the
+    smallest standard diameter within [max(d_min, 10 or 8 by R9a), d_max].  After a round:
+    a's := max(a's, centroid of the chosen compression-face bars) (only when the round was
+    doubly reinforced and such bars were chosen); as := max(as, a_actual) when as is empty
+    or auto_as (so never below the given as); with a given as and no auto_as, as never changes.
+    R2: when the round was doubly reinforced and its stirrup is thinner than d'max/4, the
+    stirrup's least diameter is raised to d'max/4 (kept for the later rounds; the stirrup is
+    then the next standard size up).  Another round follows when as or a's grew by more than
+    TOL = 1e-6 mm or the least stirrup diameter was raised; the last round is the result.
+    Should the rounds run out with the stirrup still below d'max/4, shear_ok = 0.
   * a's is used only in a doubly reinforced round; a singly reinforced round leaves it
     unchanged.  asc_at = the a's of the final round (empty unless doubly); asc_ok = 1 when
     the final compression bars' centroid <= asc_at + TOL, 0 otherwise, empty unless doubly
@@ -26,16 +31,38 @@ Conventions taken where the rules leave a choice (all listed here on purpose):
   * 2*alpha_s >= 1: xi is empty and the section counts as xi > xi_lim, i.e. doubly
     reinforced when compression = 1, over-reinforced otherwise.  (No case uses it with
     compression = 1.)
+  * R5 (x = xi_lim*h0 < 2a's, strictly): As = |M|/(fy (h0 - a's)), As' from its formula
+    floored at 0; as_flex and asc are these values.
   * Over-reinforced: as_flex, asc, as_total, asc_total, a_actual, as_ok empty,
-    tension_bars and compression_bars "-"; shear and torsion are still computed.
+    tension_bars and compression_bars "-"; shear, torsion and side bars are still computed;
+    torsion_spacing_ok empty.
   * Shear / torsion section limit exceeded: everything is still computed, shear_ok = 0.
   * The torsion longitudinal minimum (9.2.5) and the 0.28 ft/fyv stirrup minimum (9.2.10)
     apply whenever T != 0, in every torsion branch.
   * beta_t is reported only where the rules define it (1.0 when shear is ignored,
     the 6.4.8-2 value otherwise); empty for "detailing only" and "torsion ignored".
   * shear_ok = 1 when V <= Vlim, the torsion section limit holds (T != 0) and a stirrup
-    diameter up to 25 covers the required single-leg area; spacing_ok compares s with
-    table 9.2.9 (column chosen by V > Vc).
+    diameter up to 25 covers the required single-leg area.
+  * spacing_ok: table 9.2.9, its "V > 0.7 ft b h0" column when V > Vc or (R11) when T != 0
+    and the torsion case is not detailing-only ("torsion ignored" included); when doubly
+    reinforced with compression bars also s <= min(15 d'min, 400), and <= 10 d'min when a
+    compression row holds more than 5 bars of d > 18 (R2).
+  * R1: As',total = max(As', r_eff * A_t) + torsion share, A_t = the provided area of the
+    tension bars chosen first in the same round (As,total when none fit).
+  * R2 "compression bars" (d'max, d'min, rows) are all bars of the compression face,
+    through bars included when they lie on it (sagging).  composite_ok = 1 when every
+    compression row has at most 4 bars (b <= 400) / 3 bars (b > 400), or legs > 2.
+  * R9a: the chosen bars' diameters lie in [max(d_min, 10 if h >= 300 else 8), d_max];
+    through bars are taken as given.  R9b: "bars of fyk >= 400" means the longitudinal or
+    the stirrup steel (fyk 300/335/400/500).  R9c: through_n >= 2 and through_d >= 14
+    (特一/一/二级) or 12 (三/四级).
+  * R3: the centre spacing of a face's first row is (W - d1)/(n1 - 1), W = b - 2(c + dv),
+    d1 its largest diameter (the same d1 as the centroid), n1 all its bars (through bars
+    included); torsion_spacing_ok = 0 also when a face has no bars that fit.
+  * Side bars (R3/R9d): side_each = max(Astl*hcor/ucor, 0.1 % b h0 when h0 >= 450) per side
+    face; n_side = max(0, ceil(hcor/limit) - 1) with limit = min(200, b, h) when T != 0, else
+    200, hcor = h - 2(c + dv).  n_side = 0 with side_each > 0 (hcor within one limit) is
+    reported as it comes: the corner bars are then taken to cover the side face.
 """
 
 import csv
@@ -225,8 +252,68 @@ def centroid(choice, c, dv):
     return (a1 * y1 + a2 * y2) / (a1 + a2)
 
 
+# ---------------------------------------------------------------- detailing helpers
+def fyk_of(steel):
+    """Characteristic strength (MPa) of a steel name, for 4.1.2."""
+    return {"HPB300": 300, "HRB335": 335, "HRB400": 400, "HRBF400": 400, "RRB400": 400,
+            "HRB500": 500, "HRBF500": 500}[steel]
+
+
+def bar_d_low(p):
+    """Least longitudinal bar diameter allowed: the range's d_min raised by 9.2.1 (R9a)."""
+    return max(p["d_min"], 10 if p["h"] >= 300 else 8)
+
+
+def smallest_bar(p):
+    """d0 of R4: the smallest standard diameter the bar choice may use."""
+    lo = bar_d_low(p)
+    for d in BAR_SERIES:
+        if lo <= d <= p["d_max"]:
+            return d
+    return lo  # empty range: nothing fits anyway
+
+
+def grade_ok(p):
+    """R9b: 4.1.2 (C20; C25 with 400 MPa bars, longitudinal or stirrup) and 11.2.1 (C30 at 特一/一级)."""
+    g = p["concrete"]
+    if g < 20:
+        return 0
+    if g < 25 and max(fyk_of(p["steel"]), fyk_of(p["stirrup_steel"])) >= 400:
+        return 0
+    if p["seismic"] in (0, 1) and g < 30:
+        return 0
+    return 1
+
+
+def through_ok(p):
+    """R9c (11.3.7): at least 2 through bars of d >= 14 (特一/一/二级) or 12 (三/四级)."""
+    if p["seismic"] > 4:
+        return None
+    d_need = 14 if p["seismic"] <= 2 else 12
+    return int(p["through_n"] >= 2 and p["through_d"] >= d_need)
+
+
+def rows_of(choice):
+    """The rows of a chosen face as lists of (n, d) with n > 0: layer 1, then layer 2."""
+    rows = [[(n, d) for n, d in choice["layer1"] if n > 0]]
+    if choice["layer2"]:
+        rows.append([(n, d) for n, d in choice["layer2"] if n > 0])
+    return rows
+
+
+def row1_spacing(choice, width):
+    """Centre spacing of the first row: its outer bars' centres lie d1/2 inside the stirrup
+    (the same d1 as the centroid rule), the bars evenly between them."""
+    n1 = sum(n for n, _ in choice["layer1"])
+    if n1 < 2:
+        return float("inf")
+    return (width - choice["d1"]) / (n1 - 1)
+
+
 # ---------------------------------------------------------------- one design pass
-def design_once(p, a_s, a_sc):
+def design_once(p, a_s, a_sc, dv_raise):
+    """One design pass with as = a_s, a's = a_sc and the stirrup's least diameter raised to at
+    least dv_raise (R2, 0 = not raised)."""
     fc, ft = CONCRETE[p["concrete"]]
     fy, fyc, es = STEEL[p["steel"]]
     fyv = min(STEEL[p["stirrup_steel"]][0], 360.0)
@@ -244,7 +331,6 @@ def design_once(p, a_s, a_sc):
     v = abs(p["v"]) * 1e3  # N
     t = abs(p["t"]) * 1e6  # N*mm
     legs, s = p["legs"], float(p["s"])
-    r = {}
 
     # ---- bending
     h0 = h - a_s
@@ -256,6 +342,7 @@ def design_once(p, a_s, a_sc):
     alpha_s = m / (alpha1 * fc * b * h0 * h0)
     xi = 1.0 - math.sqrt(1.0 - 2.0 * alpha_s) if 2.0 * alpha_s < 1.0 else None
     as_flex = asc = None
+    x_small = None
     if xi is not None and xi <= xi_lim:
         outcome = "singly"
         as_flex = alpha1 * fc * b * xi * h0 / fy
@@ -264,7 +351,12 @@ def design_once(p, a_s, a_sc):
         outcome = "doubly"
         x = xi_lim * h0
         asc = (m - alpha1 * fc * b * x * (h0 - x / 2.0)) / (fyc * (h0 - a_sc))
-        as_flex = (alpha1 * fc * b * x + fyc * asc) / fy
+        x_small = x < 2.0 * a_sc
+        if x_small:                         # R5, 6.2.14
+            asc = max(0.0, asc)
+            as_flex = m / (fy * (h0 - a_sc))
+        else:
+            as_flex = (alpha1 * fc * b * x + fyc * asc) / fy
     else:
         outcome = "over"
     as_min = rho_min(seismic, hogging, ft, fy) * b * h
@@ -308,10 +400,10 @@ def design_once(p, a_s, a_sc):
         rho_sv = max(rho_sv, 0.28 * ft / fyv)
     if seismic <= 4:
         rho_sv = max(rho_sv, {0: 0.30, 1: 0.30, 2: 0.28, 3: 0.26, 4: 0.26}[seismic] * ft / fyv)
-    dv_min = stirrup_min_diameter(h, seismic, hogging)
+    dv_min = max(stirrup_min_diameter(h, seismic, hogging), dv_raise)
 
     # ---- stirrup diameter, iterated with the torsion core
-    dv = dv_min
+    dv = next((d for d in STIRRUP_SERIES if d >= dv_min), STIRRUP_SERIES[-1])
     ast1_s = astl = None
     stirrup_found = True
     for _ in range(20):
@@ -345,29 +437,41 @@ def design_once(p, a_s, a_sc):
     ucor = 2.0 * (bcor + hcor)
 
     share_face = 0.0
+    side_torsion = 0.0
     if t > 0:
         astl = ZETA * fyv * ast1_s * ucor / fy
         ratio_tv = 2.0 if v == 0 else min(2.0, t / (v * b))
         astl = max(astl, 0.6 * math.sqrt(ratio_tv) * ft / fy * b * h)
         share_face = astl * bcor / ucor
+        side_torsion = astl * hcor / ucor
 
-    # ---- face totals and bars
+    # ---- side bars (R3, R9d): each side face
+    side_each = max(side_torsion, 0.001 * b * h0 if h0 >= 450.0 else 0.0)
+    s_t = min(200.0, b, h)                  # 9.2.5: torsion bars' spacing
+    side_limit = s_t if t > 0 else 200.0    # 9.2.13 without torsion
+    n_side = max(0, int(math.ceil(hcor / side_limit - 1e-9)) - 1) if side_each > 0 else None
+
+    # ---- face totals and bars (the tension face first, R1)
     width = b - 2.0 * (c + dv)
     tension_top = hogging
     tn, td = p["through_n"], p["through_d"]
+    d_lo, d_hi = bar_d_low(p), p["d_max"]
     as_total = asc_total = None
     t_choice = c_choice = None
     tension_bars = compression_bars = "-"
     a_actual = a_c_actual = None
     if outcome != "over":
         as_total = max(as_flex, as_min) + share_face
-        asc_total = max(asc, r_eff * as_total) + share_face
         if tension_top:
-            t_choice = choose_bars(as_total, p["d_min"], p["d_max"], tn, td, width, True)
-            c_choice = choose_bars(asc_total, p["d_min"], p["d_max"], 0, 0, width, False)
+            t_choice = choose_bars(as_total, d_lo, d_hi, tn, td, width, True)
         else:
-            t_choice = choose_bars(as_total, p["d_min"], p["d_max"], 0, 0, width, False)
-            c_choice = choose_bars(asc_total, p["d_min"], p["d_max"], tn, td, width, True)
+            t_choice = choose_bars(as_total, d_lo, d_hi, 0, 0, width, False)
+        a_t = t_choice["area"] if isinstance(t_choice, dict) else as_total
+        asc_total = max(asc, r_eff * a_t) + share_face
+        if tension_top:
+            c_choice = choose_bars(asc_total, d_lo, d_hi, 0, 0, width, False)
+        else:
+            c_choice = choose_bars(asc_total, d_lo, d_hi, tn, td, width, True)
         tension_bars = bars_text(t_choice)
         compression_bars = bars_text(c_choice)
         if isinstance(t_choice, dict):
@@ -375,16 +479,45 @@ def design_once(p, a_s, a_sc):
         if isinstance(c_choice, dict):
             a_c_actual = centroid(c_choice, c, dv)
 
-    spacing_ok = s <= max_spacing(h, v > vc)
+    # ---- spacing: table 9.2.9 (R11 column choice), then R2 with compression bars
+    v_column = v > vc or (t > 0 and t_branch != "detailing")
+    spacing_ok = s <= max_spacing(h, v_column)
+    composite_ok = None
+    dc_max = None
+    if outcome == "doubly" and isinstance(c_choice, dict):
+        rows = rows_of(c_choice)
+        ds = [d for row in rows for n, d in row]
+        dc_max, dc_min = max(ds), min(ds)
+        s_lim = min(15.0 * dc_min, 400.0)
+        if any(sum(n for n, d in row if d > 18) > 5 for row in rows):
+            s_lim = min(s_lim, 10.0 * dc_min)
+        if s > s_lim:
+            spacing_ok = False
+        row_max = 3 if b > 400 else 4
+        composite_ok = int(all(sum(n for n, _ in row) <= row_max for row in rows) or legs > 2)
+
+    # ---- R3: torsion bars' spacing around the section (first rows of both faces)
+    torsion_spacing_ok = None
+    if t > 0 and outcome != "over":
+        ok = True
+        for ch in (t_choice, c_choice):
+            if not isinstance(ch, dict) or row1_spacing(ch, width) > s_t + 1e-9:
+                ok = False
+        torsion_spacing_ok = int(ok)
 
     return {
         "xi_b": xi_b, "xi_lim": xi_lim, "h0": h0, "alpha_s": alpha_s, "xi": xi,
         "as_flex": as_flex, "asc": asc, "as_min": as_min, "outcome": outcome,
         "v_lim": v_lim / 1e3, "vc": vc / 1e3, "asv_s": asv_s, "wt": wt, "beta_t": beta_t,
         "ast1_s": ast1_s, "astl": astl, "as_total": as_total, "asc_total": asc_total,
-        "stirrup_d": dv if stirrup_found else None,
+        "stirrup_d": dv if stirrup_found else None, "dv": dv, "dc_max": dc_max,
+        "x_small": x_small,
         "tension_bars": tension_bars, "compression_bars": compression_bars,
-        "a_actual": a_actual, "a_c_actual": a_c_actual, "shear_ok": int(shear_ok), "spacing_ok": int(spacing_ok),
+        "a_actual": a_actual, "a_c_actual": a_c_actual, "shear_ok": int(shear_ok),
+        "spacing_ok": int(spacing_ok), "composite_ok": composite_ok,
+        "grade_ok": grade_ok(p), "through_ok": through_ok(p),
+        "torsion_spacing_ok": torsion_spacing_ok,
+        "n_side": n_side, "side_each": side_each if side_each > 0 else None,
     }
 
 
@@ -392,26 +525,30 @@ def design(p):
     c = float(p["cover"])
     as_given = p["as"]
     as_empty = as_given is None or as_given == ""
-    a_s = c + 8.0 + 10.0 if as_empty else float(as_given)
-    a_sc = c + 8.0 + 10.0
+    # R4: as (when empty) and a's start at c + dv_min + d0/2
+    start = c + stirrup_min_diameter(p["h"], p["seismic"], p["m"] < 0) + smallest_bar(p) / 2.0
+    a_s = start if as_empty else float(as_given)
+    a_sc = start
+    dv_raise = 0.0
     rounds = 0
     while True:
-        res = design_once(p, a_s, a_sc)
+        res = design_once(p, a_s, a_sc, dv_raise)
         rounds += 1
-        new_as, new_asc = a_s, a_sc
-        if res["a_actual"] is not None:
-            if as_empty:
-                new_as = res["a_actual"]
-            elif p["auto_as"] and res["a_actual"] > a_s + TOL:
-                new_as = max(float(as_given), res["a_actual"])
+        new_as, new_asc, new_raise = a_s, a_sc, dv_raise
+        if res["a_actual"] is not None and (as_empty or p["auto_as"]):
+            new_as = max(a_s, res["a_actual"])           # R4: only grows (>= as given)
         if res["outcome"] == "doubly" and res["a_c_actual"] is not None:
-            new_asc = res["a_c_actual"]
-        moved = abs(new_as - a_s) > TOL or abs(new_asc - a_sc) > TOL
+            new_asc = max(a_sc, res["a_c_actual"])       # R4
+        if res["dc_max"] is not None and res["dv"] < res["dc_max"] / 4.0:
+            new_raise = max(dv_raise, res["dc_max"] / 4.0)  # R2: d_v >= d'max/4
+        moved = (new_as - a_s > TOL or new_asc - a_sc > TOL or new_raise > dv_raise)
         if not moved or rounds >= MAX_ROUNDS:
             break
-        a_s, a_sc = new_as, new_asc
+        a_s, a_sc, dv_raise = new_as, new_asc, new_raise
     res["rounds"] = rounds
     res["as_used"] = a_s
+    if res["dc_max"] is not None and res["dv"] < res["dc_max"] / 4.0:
+        res["shear_ok"] = 0  # rounds ran out with the stirrup still below d'max/4 (R2)
     if res["a_actual"] is None:
         res["as_ok"] = None
     else:
@@ -518,6 +655,65 @@ CASES = [
          d_max=25, auto_as=1, **{"as": 60}),
     case("seismic2_hogging_doubly_two_rows", seismic=2, concrete=30, b=250, h=600, m=-420.0,
          v=220.0, stirrup_steel="HRB400", s=100, d_min=16, d_max=25, **{"as": None}),
+    # ---- rules added after review (R1 .. R11); names say the rule and the way it goes
+    # R1: the 11.3.6-2 ratio on the PROVIDED tension bars (2x32 top: As' >= 0.3*1608.5)
+    case("R1_ratio_on_provided_seismic2", seismic=2, concrete=30, b=200, h=650, m=-274.0, v=150.0,
+         stirrup_steel="HRB400", s=100, d_min=12, d_max=32, **{"as": None}),
+    case("R1_asc_above_ratio_seismic2", seismic=2, concrete=30, b=250, h=550, m=-380.0, v=200.0,
+         stirrup_steel="HRB400", s=100, d_max=28, through_n=2, through_d=16, **{"as": None}),
+    case("R1_none_fit_ratio", b=200, h=500, m=180.0, v=100.0, d_min=12, d_max=14, s=150,
+         ratio=0.5),
+    # R2: stirrup >= d'max/4, spacing <= 15 d'min (10 d'min), composite stirrups
+    case("R2_stirrup_raised_d28", b=300, h=600, m=600.0, v=100.0, d_min=28, d_max=32, s=200,
+         auto_as=1, **{"as": 70}),
+    case("R2_spacing_15d_fails", b=250, h=500, m=300.0, v=80.0, s=250, **{"as": 60}),
+    case("R2_spacing_15d_ok", b=250, h=500, m=300.0, v=80.0, s=180, **{"as": 60}),
+    case("R2_row_7x20_10d_fails", concrete=25, b=600, h=700, m=1200.0, v=200.0, ratio=0.3,
+         d_min=20, d_max=20, s=250, legs=4, stirrup_steel="HRB400", **{"as": None}),
+    case("R2_row_7x20_10d_ok", concrete=25, b=600, h=700, m=1200.0, v=200.0, ratio=0.3,
+         d_min=20, d_max=20, s=200, legs=4, stirrup_steel="HRB400", **{"as": None}),
+    case("R2_composite_6_bars_2_legs_fails", b=300, h=500, m=-360.0, v=100.0, ratio=0.3,
+         s=150, **{"as": None}),
+    case("R2_composite_6_bars_4_legs_ok", b=300, h=500, m=-360.0, v=100.0, ratio=0.3,
+         s=150, legs=4, **{"as": None}),
+    case("R2_composite_b450_4_bars_fails", b=450, h=500, m=-680.0, v=100.0, s=150,
+         **{"as": None}),
+    # R5 (6.2.14): x = xi_lim h0 < 2 a's (一级 hogging, xi_lim 0.25)
+    case("R5_x_below_2as_seismic1", seismic=1, concrete=30, b=300, h=300, m=-100.0, v=80.0,
+         stirrup_steel="HRB400", s=100, through_n=2, through_d=14, **{"as": None}),
+    # R9a: least bar diameter 8 (h < 300) or 10 (h >= 300)
+    case("R9a_h250_d8_allowed", b=200, h=250, m=8.0, v=20.0, d_min=6, d_max=12, s=150,
+         **{"as": 35}),
+    case("R9a_h300_d8_excluded", b=200, h=300, m=12.0, v=20.0, d_min=6, d_max=12, s=150,
+         **{"as": 35}),
+    case("R9a_h400_range_below_10_fails", b=200, h=400, m=30.0, v=30.0, d_min=6, d_max=8,
+         s=150),
+    # R9b: concrete grade (4.1.2, 11.2.1); C15 is C15_singly_HPB300 above
+    case("R9b_C20_HRB400_fails", concrete=20, m=120.0, v=80.0),
+    case("R9b_C25_seismic1_fails", seismic=1, concrete=25, b=300, h=600, m=-200.0, v=150.0,
+         stirrup_steel="HRB400", s=100, through_n=2, through_d=16,
+         **{"as": None}),
+    case("R9b_C30_seismic1_ok", seismic=1, concrete=30, b=300, h=600, m=-200.0, v=150.0,
+         stirrup_steel="HRB400", s=100, through_n=2, through_d=16,
+         **{"as": None}),
+    # R9c: through bars at seismic grades (11.3.7)
+    case("R9c_seismic2_2x14_ok", seismic=2, concrete=30, b=250, h=550, m=50.0, v=60.0,
+         through_n=2, through_d=14),
+    case("R9c_seismic2_2x12_fails", seismic=2, concrete=30, b=250, h=550, m=50.0, v=60.0,
+         through_n=2, through_d=12),
+    case("R9c_seismic3_2x12_ok", seismic=3, concrete=30, b=250, h=500, m=40.0, v=60.0,
+         through_n=2, through_d=12),
+    case("R9c_seismic4_1x16_fails", seismic=4, concrete=30, b=250, h=500, m=45.0, v=60.0,
+         through_n=1, through_d=16),
+    # R9d: side bars from h0 = 450 (9.2.13)
+    case("R9d_h0_450_side_bars", b=250, h=490, m=150.0, v=100.0),
+    case("R9d_h0_449_no_side_bars", b=250, h=489, m=150.0, v=100.0),
+    # R3: torsion bars' spacing (first rows) and side bars
+    case("R3_wide_b600_h300_fails", b=600, h=300, m=40.0, v=60.0, t=10.0, s=100),
+    case("R3_b250_h700_side_bars_ok", b=250, h=700, m=150.0, v=100.0, t=15.0, s=100),
+    # R11: table 9.2.9's V > Vc column once torsion is computed
+    case("R11_torsion_computed_s250_fails", m=120.0, v=30.0, t=15.0, s=250),
+    case("R11_torsion_detailing_s250_ok", m=100.0, v=40.0, t=2.0, s=250),
 ]
 
 INPUT_COLUMNS = ["case", "source", "concrete", "steel", "stirrup_steel", "seismic", "b", "h",
@@ -526,7 +722,9 @@ INPUT_COLUMNS = ["case", "source", "concrete", "steel", "stirrup_steel", "seismi
 OUTPUT_COLUMNS = ["xi_b", "xi_lim", "h0", "alpha_s", "xi", "as_flex", "asc", "as_min",
                   "outcome", "v_lim", "vc", "asv_s", "wt", "beta_t", "ast1_s", "astl",
                   "as_total", "asc_total", "stirrup_d", "tension_bars", "compression_bars",
-                  "a_actual", "shear_ok", "spacing_ok", "as_ok", "asc_at", "asc_ok"]
+                  "a_actual", "shear_ok", "spacing_ok", "as_ok", "asc_at", "asc_ok",
+                  "composite_ok", "grade_ok", "through_ok", "torsion_spacing_ok", "n_side",
+                  "side_each"]
 
 
 def fmt(x):
