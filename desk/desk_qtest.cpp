@@ -599,11 +599,11 @@ class DeskTest : public QObject {
       QCOMPARE(form.sketch_view()->sketch().h, f.h);
     }
     run(app, {QStringLiteral("key Escape"), QStringLiteral("edit 4 180"),
-              QStringLiteral("calculate"), QStringLiteral("shot zelkora-desk-beam.png")});
+              QStringLiteral("calculate"), QStringLiteral("shot ") + dir.filePath(QStringLiteral("beam.png"))});
     const QString report = form.report()->toPlainText();
     QVERIFY2(report.contains(QStringLiteral("选用 4C20")), qPrintable(report));
     QVERIFY(form.report()->toHtml().contains(QStringLiteral("vertical-align:sub")));
-    QVERIFY(QFile::exists(QStringLiteral("zelkora-desk-beam.png")));
+    QVERIFY(QFile::exists(dir.filePath(QStringLiteral("beam.png"))));
     QCOMPARE(form.report_sketch().h, 500.0);
     QCOMPARE(form.report_sketch().bars.size(), 6u);  // 4C20 below, 2C16 above
     for (const char* change : {"", "edit 10 300"}) {
