@@ -2,7 +2,7 @@
 """Reference values for the rectangular RC beam design to GB 50010-2010 (2015 edition).
 
 An independent, deliberately plain implementation of the design rules written in
-/work/notes/beam_rules.md (bending 6.2.10, minimum reinforcement 8.5.1 / 11.3.6,
+beam_rules.md (bending 6.2.10, minimum reinforcement 8.5.1 / 11.3.6,
 shear 6.3, torsion 6.4, stirrup and bar detailing 9.2 / 11.3).  Python 3 standard
 library only.  Running it writes beam_cases.csv next to this file.
 
