@@ -40,13 +40,6 @@ constexpr int32_t kProjectItem = 0;
 const QString kProjectFilter = QStringLiteral("Zelkora 原始数据文件 (*.zks *.zel)");
 const QString kReportFilter = QStringLiteral("计算书 (*.txt)");
 
-int32_t layout_id(TextView name, const clsCharacter& chr) {
-  for (int32_t id = text_id::kFirstLayoutName; id <= text_id::kLastLayoutName; ++id) {
-    if (equal_text(chr.tString(id), name, Compare::Text)) return id;
-  }
-  return 0;
-}
-
 // A file name the user gave without an extension gets the default one, so
 // that the open dialog lists the file and the backup copy is made.
 QString with_extension(const QString& file, TextView extension) {
@@ -189,6 +182,8 @@ bool CalcForm::bDisplayPicture() {
 CalcForm::~CalcForm() { grid_->connect_events(nullptr); }
 
 clsGridCell& CalcForm::cell() { return session_->cell(); }
+
+platform::GridEvents& CalcForm::grid_events() { return *session_; }
 
 QAction* CalcForm::action(Action which) const {
   const auto at = static_cast<std::size_t>(which);

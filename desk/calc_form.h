@@ -78,6 +78,9 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   // The section the report was last calculated for (its figure).
   const SectionSketch& report_sketch() const { return report_sketch_; }
   grid::ValueHistory& history() { return *history_; }
+  // The form's handlers of its grid's events (a tester puts a recorder
+  // between them and the grid).
+  platform::GridEvents& grid_events();
   QAction* action(Action which) const;
   // The project file, empty before the first save or open.
   const QString& file() const { return file_; }

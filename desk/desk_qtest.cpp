@@ -27,6 +27,7 @@
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
 #include "desk/main_window.h"
+#include "desk/monkey.h"
 #include "desk/script.h"
 #include "desk/section_sketch.h"
 #include "zelkora/platform/headless/headless.h"
@@ -1056,6 +1057,26 @@ class DeskTest : public QObject {
     QCOMPARE(help->requests.size(), std::size_t{1});
     QCOMPARE(to_qstring(help->requests[0].topic), QStringLiteral("梁的截面宽度 b.htm"));
     QCOMPARE(messages->shown.size(), std::size_t{1});
+  }
+
+  // The scripts of the random tester's findings, kept: each breaks a rule
+  // when its fix is taken back.
+  void keptFindingsHoldEveryRule_data() {
+    QTest::addColumn<QString>("file");
+    for (const QString& name :
+         QDir(QStringLiteral(ZK_SOURCE_DIR "/desk/testdata/monkey")).entryList({"*.txt"})) {
+      QTest::newRow(name.toUtf8().constData()) << name;
+    }
+  }
+  void keptFindingsHoldEveryRule() {
+    QFETCH(QString, file);
+    QFile script(QStringLiteral(ZK_SOURCE_DIR "/desk/testdata/monkey/") + file);
+    QVERIFY(script.open(QIODevice::ReadOnly));
+    QString printed;
+    QTextStream out(&printed), err(&printed);
+    const int status =
+        check_script(QString::fromUtf8(script.readAll()).split(QLatin1Char('\n')), out, err);
+    QVERIFY2(status == 0, qPrintable(printed));
   }
 };
 

@@ -1,18 +1,24 @@
 // zelkora-desk: the suite's desktop program.
 //
-//   zelkora-desk [PROJECTFILE] [--script FILE] [--quit] [--dark]
+//   zelkora-desk [PROJECTFILE] [--script FILE [--check]] [--quit] [--dark]
+//   zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt]
 //
 // Opens the program menu; a project file opens in its program's form; a
 // script of input events runs once the windows are up (desk/script.h), and
 // with --quit the program ends after it; --dark draws it on a dark palette.
+// --check runs the script with the random tester's checks after every step;
+// --monkey runs the random tester (desk/monkey.h).
 #include <QApplication>
 #include <QFile>
 #include <QTextStream>
 #include <QTimer>
+#include <optional>
+#include <type_traits>
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
 #include "desk/main_window.h"
+#include "desk/monkey.h"
 #include "desk/script.h"
 
 int main(int argc, char** argv) {
@@ -23,9 +29,30 @@ int main(int argc, char** argv) {
   QString script;
   QString project;
   bool quit = false;
+  bool check = false;
+  std::optional<zelkora::desk::MonkeyRun> monkey;
   QTextStream err(stderr);
+  const auto number = [&](int& i, auto& value) {
+    bool ok = false;
+    const double n = i + 1 < args.size() ? args[++i].toDouble(&ok) : 0;
+    if (!ok || n < 0) return false;
+    value = static_cast<std::remove_reference_t<decltype(value)>>(n);
+    return true;
+  };
   for (int i = 0; i < args.size(); ++i) {
-    if (args[i] == QLatin1String("--script") && i + 1 < args.size()) {
+    if (args[i] == QLatin1String("--monkey")) {
+      monkey.emplace();
+      if (!number(i, monkey->seed)) monkey.reset();
+      if (!monkey) break;
+    } else if (monkey && args[i] == QLatin1String("--steps")) {
+      if (!number(i, monkey->steps)) monkey.reset();
+    } else if (monkey && args[i] == QLatin1String("--seconds")) {
+      if (!number(i, monkey->seconds)) monkey.reset();
+    } else if (monkey && args[i] == QLatin1String("--host") && i + 1 < args.size()) {
+      monkey->host = args[++i];
+    } else if (args[i] == QLatin1String("--check")) {
+      check = true;
+    } else if (args[i] == QLatin1String("--script") && i + 1 < args.size()) {
       script = args[++i];
     } else if (args[i] == QLatin1String("--quit")) {
       quit = true;
@@ -35,9 +62,20 @@ int main(int argc, char** argv) {
     } else if (!args[i].startsWith(QLatin1String("--")) && project.isEmpty()) {
       project = args[i];
     } else {
-      err << "usage: zelkora-desk [PROJECTFILE] [--script FILE] [--quit] [--dark]\n";
-      return 2;
+      monkey.reset();
+      project = QStringLiteral("--");
+      break;
     }
+  }
+  if (project == QLatin1String("--") || (!monkey && args.contains(QStringLiteral("--monkey"))) ||
+      (check && script.isEmpty())) {
+    err << "usage: zelkora-desk [PROJECTFILE] [--script FILE [--check]] [--quit] [--dark]\n"
+           "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt]\n";
+    return 2;
+  }
+  if (monkey) {
+    QTextStream out(stdout);
+    return zelkora::desk::run_monkey(*monkey, out, err);
   }
   QStringList lines;
   if (!script.isEmpty()) {
@@ -47,6 +85,10 @@ int main(int argc, char** argv) {
       return 2;
     }
     lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+  }
+  if (check) {
+    QTextStream out(stdout);
+    return zelkora::desk::check_script(lines, out, err);
   }
 
   zelkora::desk::DeskApp desk;

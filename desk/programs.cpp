@@ -3,8 +3,16 @@
 
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_numbers.h"
+#include "zelkora/frame/catalogue_ids.h"
 
 namespace zelkora::desk {
+
+int32_t layout_id(TextView name, const clsCharacter& chr) {
+  for (int32_t id = text_id::kFirstLayoutName; id <= text_id::kLastLayoutName; ++id) {
+    if (equal_text(chr.tString(id), name, Compare::Text)) return id;
+  }
+  return 0;
+}
 
 const std::vector<Program>& programs() {
   // Items of the layouts: clsBeamSteel 24 As'/As under 25 考虑受压钢筋;

@@ -25,6 +25,9 @@ struct Program {
   bool calculates;  // the form has a calculation (the beam)
 };
 
+// The catalogue id of the layout named `name` (without regard to case), or 0.
+int32_t layout_id(TextView name, const clsCharacter& chr);
+
 // The programs whose forms this program has.
 const std::vector<Program>& programs();
 

@@ -3,6 +3,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -28,17 +29,20 @@ using platform::qt::QtGridControl;
 using platform::qt::to_qstring;
 using platform::qt::to_text;
 
-// A step that cannot run: the reason.
-struct StepError : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
 void settle() { QApplication::processEvents(); }
 
 // A click on the cell as a user makes it: press and release in its middle.
 void click_cell(QtGridControl& grid, int32_t row, int32_t col) {
-  if (row < 0 || row >= grid.rowCount() || col < 0 || col >= grid.columnCount()) {
+  if (row < 0 || col < 0) {
     throw StepError("the grid has no cell " + std::to_string(row) + ", " + std::to_string(col));
+  }
+  if (row >= grid.rowCount() || col >= grid.columnCount()) {
+    // Past the last row or column: the grid's empty area, where there is one.
+    const QPoint corner(grid.viewport()->width() - 2, grid.viewport()->height() - 2);
+    if (grid.indexAt(corner).isValid()) throw StepError("the grid has no empty area in view");
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, corner);
+    settle();
+    return;
   }
   if (grid.isRowHidden(row) || grid.isColumnHidden(col)) {
     throw StepError("row " + std::to_string(row) + " is not shown");
@@ -99,22 +103,29 @@ KeyPress key_of(const QString& name) {
       {QStringLiteral("F2"), {Qt::Key_F2, Qt::NoModifier}},
       {QStringLiteral("F4"), {Qt::Key_F4, Qt::NoModifier}},
       {QStringLiteral("F8"), {Qt::Key_F8, Qt::NoModifier}},
+      {QStringLiteral("Ctrl+C"), {Qt::Key_C, Qt::ControlModifier}},
+      {QStringLiteral("Ctrl+V"), {Qt::Key_V, Qt::ControlModifier}},
+      {QStringLiteral("Ctrl+Z"), {Qt::Key_Z, Qt::ControlModifier}},
+      {QStringLiteral("Ctrl+Y"), {Qt::Key_Y, Qt::ControlModifier}},
+      {QStringLiteral("Ctrl+F"), {Qt::Key_F, Qt::ControlModifier}},
   };
   const auto it = kKeys.find(name);
   if (it == kKeys.end()) {
-    throw StepError(
-        "unknown key \"" + name.toStdString() +
-        "\" (Enter, Tab, Shift+Tab, Space, Escape, Up, Down, Alt+Down, F1, F2, F4, F8)");
+    throw StepError("unknown key \"" + name.toStdString() +
+                    "\" (Enter, Tab, Shift+Tab, Space, Escape, Up, Down, Alt+Down, F1, F2, F4, F8, "
+                    "Ctrl+C, Ctrl+V, Ctrl+Z, Ctrl+Y, Ctrl+F)");
   }
   return *it;
 }
 
-class Runner {
+}  // namespace
+
+class ScriptRunner::Steps {
  public:
-  Runner(DeskApp& app, QTextStream& out) : app_(app), out_(out) {
+  Steps(DeskApp& app, QTextStream& out) : app_(app), out_(out) {
     app_.messages().on_show = [this](QMessageBox& box) { answer(box); };
   }
-  ~Runner() { app_.messages().on_show = nullptr; }
+  ~Steps() { app_.messages().on_show = nullptr; }
 
   void run(const QString& line) {
     const QString verb = line.section(QLatin1Char(' '), 0, 0);
@@ -139,9 +150,14 @@ class Runner {
     if (verb == QLatin1String("close")) return close_form();
     if (verb == QLatin1String("recent")) return recent(rest);
     if (verb == QLatin1String("answer")) return answer_next(rest);
+    if (verb == QLatin1String("type")) return type_here(line.mid(5));
+    if (verb == QLatin1String("toggle")) return toggle(rest);
+    if (verb == QLatin1String("reset")) return reset_row();
+    if (verb == QLatin1String("clip")) return clip(rest);
     throw StepError("unknown step \"" + verb.toStdString() +
-                    "\" (menu, edit, pick, click, key, defaults, calculate, save, open, shot, "
-                    "undo, redo, filter, copy, paste, new, close, answer, report, recent)");
+                    "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
+                    "shot, undo, redo, filter, toggle, copy, clip, paste, reset, new, close, "
+                    "answer, report, recent)");
   }
 
  private:
@@ -263,6 +279,30 @@ class Runner {
     settle();
   }
 
+  // Characters typed where the focus is, as they stand (blanks too).
+  void type_here(const QString& text) {
+    activate(&grid());
+    type_text(focus_in(&grid()), text);
+  }
+
+  void toggle(const QString& which) {
+    CalcForm& f = form();
+    QCheckBox* box = which == QLatin1String("changed")   ? &f.changed_only()
+                     : which == QLatin1String("refused") ? &f.refused_only()
+                                                         : nullptr;
+    if (!box) throw StepError("toggle takes changed or refused");
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
+    settle();
+  }
+
+  // Edit ▸ Reset to default, chosen from the menu.
+  void reset_row() {
+    QAction* action = form().action(CalcForm::Action::kResetRow);
+    if (!action->isEnabled()) throw StepError("恢复默认值 is off");
+    action->trigger();
+    settle();
+  }
+
   // Ctrl and a letter where the focus is in the form (its grid).
   void chord(Qt::Key letter) {
     activate(&form());
@@ -285,6 +325,13 @@ class Runner {
     if (lines.endsWith(QLatin1Char('\n'))) lines.chop(1);
     out_ << "copied: " << lines.replace(QLatin1Char('\n'), QLatin1Char('|')) << "\n";
     out_.flush();
+  }
+
+  // The texts on the clipboard, one a line (nothing: an empty clipboard).
+  void clip(const QString& args) {
+    const QStringList values = args.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QApplication::clipboard()->setText(
+        values.isEmpty() ? QString() : values.join(QLatin1Char('\n')) + QLatin1Char('\n'));
   }
 
   void paste(const QString& args) {
@@ -378,11 +425,16 @@ class Runner {
   QMessageBox::StandardButton answer_ = QMessageBox::NoButton;
 };
 
-}  // namespace
+ScriptRunner::ScriptRunner(DeskApp& app, QTextStream& out)
+    : steps_(std::make_unique<Steps>(app, out)) {}
+
+ScriptRunner::~ScriptRunner() = default;
+
+void ScriptRunner::run(const QString& line) { steps_->run(line); }
 
 int run_script(DeskApp& app, const QStringList& lines, QTextStream& out, QTextStream& err,
                const QString& project) {
-  Runner runner(app, out);
+  ScriptRunner runner(app, out);
   if (!project.isEmpty()) app.open_project(project);
   for (int i = 0; i < lines.size(); ++i) {
     const QString line = lines[i].trimmed();

@@ -12,7 +12,8 @@
 //   click ROW COL         click a cell of the form's grid (the menu's when no
 //                         form is open)
 //   key NAME              press Enter, Tab, Shift+Tab, Space, Escape, Up,
-//                         Down, Alt+Down, F1, F2, F4 or F8
+//                         Down, Alt+Down, F1, F2, F4, F8, Ctrl+C, Ctrl+V,
+//                         Ctrl+Z, Ctrl+Y or Ctrl+F where the focus is
 //   undo, redo            press Ctrl+Z, Ctrl+Y in the grid
 //   filter [TEXT]         click the filter box, replace its text by typing
 //                         (nothing: clear it)
@@ -24,6 +25,14 @@
 //   calculate             the Calculate button
 //   save FILE, open FILE  the Save As and Open buttons, the file given
 //                         instead of the dialog
+//   type TEXT             type the characters where the focus is, no Enter
+//   clip TEXT...          put the texts on the clipboard, one a line
+//   toggle changed|refused  click the filter's 已修改 or 有错误 box
+//   reset                 Edit ▸ 恢复默认值
+//   new, close            the New button; close the form's window
+//   report FILE           the Save report button, the file given
+//   recent N              entry N of File ▸ Recent projects
+//   answer yes [FILE]|no|cancel  the answer to the next question
 //   shot PNGFILE          the window as a picture
 //
 // Blank lines and lines starting with "#" are passed over. Every message box
@@ -31,12 +40,39 @@
 // the script gave.
 #pragma once
 
+#include <QMessageBox>
 #include <QStringList>
 #include <QTextStream>
+#include <memory>
+#include <stdexcept>
 
 namespace zelkora::desk {
 
+class CalcForm;
 class DeskApp;
+
+// A step that cannot run (a hidden row, a list without the text, a button
+// that is off): the reason.
+struct StepError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// Runs steps one at a time on the program's windows; every message box met
+// is printed on `out` and answered while the runner lives.
+class ScriptRunner {
+ public:
+  ScriptRunner(DeskApp& app, QTextStream& out);
+  ~ScriptRunner();
+  ScriptRunner(const ScriptRunner&) = delete;
+  ScriptRunner& operator=(const ScriptRunner&) = delete;
+
+  // One step; StepError when it cannot run.
+  void run(const QString& line);
+
+ private:
+  class Steps;
+  std::unique_ptr<Steps> steps_;
+};
 
 // Runs the lines; 0 when every step ran, 2 with the reason on `err` (the
 // line's number and text) when one could not.

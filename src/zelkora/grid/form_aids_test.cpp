@@ -108,7 +108,7 @@ TEST(RowFilter, KeepsMatchesWithTheirHeadingsAndGroups) {
   EXPECT_FALSE(rows_kept(row_facts(*f.cell), {u"As'/As"}, {})[kRowRatio]);
 }
 
-TEST(ContainsText, FoldsLatinOnly) {
+TEST(ContainsText, FoldsLatinCaseAndWidthOnly) {
   const struct {
     const char16_t* text;
     const char16_t* part;
@@ -116,6 +116,8 @@ TEST(ContainsText, FoldsLatinOnly) {
   } cases[] = {
       {u"梁的截面宽度 b", u"B", true},
       {u"ＨＲＢ400", u"ｈｒｂ", true},
+      {u"梁的截面宽度 b", u"Ｂ", true},
+      {u"HRB400", u"ｈｒｂ４", false},
       {u"HRB400", u"hrb5", false},
       {u"纵筋", u"", true},
       {u"", u"x", false},

@@ -10,9 +10,12 @@ namespace zelkora::grid {
 
 namespace {
 
+// A Latin letter, half- or full-width (as an input method in full-width
+// mode types it), as the small half-width one.
 char16_t fold_case(char16_t c) {
   if (c >= u'A' && c <= u'Z') return static_cast<char16_t>(c - u'A' + u'a');
-  if (c >= u'\uFF21' && c <= u'\uFF3A') return static_cast<char16_t>(c - u'\uFF21' + u'\uFF41');
+  if (c >= u'\uFF21' && c <= u'\uFF3A') return static_cast<char16_t>(c - u'\uFF21' + u'a');
+  if (c >= u'\uFF41' && c <= u'\uFF5A') return static_cast<char16_t>(c - u'\uFF41' + u'a');
   return c;
 }
 

@@ -22,8 +22,8 @@ struct RowFilter {
   bool active() const;
 };
 
-// Whether `text` contains `part`, Latin letters (also the full-width ones)
-// compared without regard to case. An empty part is in every text.
+// Whether `text` contains `part`, Latin letters compared without regard to
+// case or width ("ｂ" finds "B"). An empty part is in every text.
 bool contains_text(TextView text, TextView part);
 
 // Which rows the filter keeps, indexed by row 0..R. An item row is kept when

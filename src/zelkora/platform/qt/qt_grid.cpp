@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QKeyEvent>
+#include <QWheelEvent>
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -132,6 +134,18 @@ class ListEditor : public QComboBox {
     QComboBox::hidePopup();
     QMetaObject::invokeMethod(this, [this] { closing_popup_ = false; }, Qt::QueuedConnection);
   }
+
+ protected:
+  // The arrows move between rows, as in a text cell, and the wheel scrolls
+  // the grid: neither steps through the list behind the cell's back (only
+  // Alt+Down and F4 open it).
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool step = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
+                      event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+    if (step && !(event->modifiers() & Qt::AltModifier)) return event->ignore();
+    QComboBox::keyPressEvent(event);
+  }
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
  private:
   std::function<std::vector<zelkora::Text>()> fill_;
