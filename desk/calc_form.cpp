@@ -302,9 +302,9 @@ bool CalcForm::show_help() {
 }
 
 QString CalcForm::chosen_file(bool saving, const QString& filter) {
-  if (preset_) {
-    const QString file = *preset_;
-    preset_.reset();
+  if (std::optional<QString>& preset = saving ? preset_save_ : preset_open_) {
+    const QString file = *preset;
+    preset.reset();
     return file;
   }
   return saving ? QFileDialog::getSaveFileName(this, windowTitle(), file_, filter)

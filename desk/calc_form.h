@@ -86,9 +86,12 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   const QString& file() const { return file_; }
   bool changed() const { return changed_; }
 
-  // The file the next Open, Save As or Save report takes instead of asking
-  // (a script's or a test's; cleared when taken).
-  void preset_file(const QString& file) { preset_ = file; }
+  // The file the next Open (or, `saving`, the next Save As, Save report or
+  // save of a project never saved) takes instead of asking (a script's or a
+  // test's; cleared when taken).
+  void preset_file(const QString& file, bool saving) {
+    (saving ? preset_save_ : preset_open_) = file;
+  }
   // Whether closing a changed project asks to save it (not in scripts).
   void ask_before_closing(bool ask) { ask_before_closing_ = ask; }
 
@@ -224,7 +227,7 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   bool report_stale_ = false;
   std::vector<Text> saved_values_;   // the values last saved, opened or begun anew
   QString file_;
-  std::optional<QString> preset_;
+  std::optional<QString> preset_open_, preset_save_;
   bool changed_ = false;
   bool pasting_ = false;  // a column is being pasted: one step at its end
   bool ask_before_closing_ = true;

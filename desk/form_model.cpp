@@ -60,10 +60,8 @@ FormModel::FormModel(std::shared_ptr<const platform::Platform> platform, const P
     : platform_(platform),
       program_(program),
       chr_(platform),
-      checker_(platform),
       rows_(std::move(rows)),
       state_(std::move(opened)) {
-  checker_.bMessageIgnore(true);
   defaults_.resize(state_.values.size());
   for (const ModelRow& row : rows_) {
     if (row.facts.item >= 0)
@@ -148,11 +146,14 @@ bool FormModel::kept_by_filter(int32_t row) const {
 Text FormModel::refusal(int32_t row, TextView value) const {
   const ModelRow* r = row_at(row);
   if (!r || r->facts.item < 0) return {};
-  checker_.tCheckNumberSign(r->check);
-  checker_.tCaption1(chr_.tString(r->caption_id));
-  checker_.TextValue1(value);
-  checker_.lListRes(r->list);
-  return checker_.GenCheckCboEnterNumErrX() != 0 ? checker_.tError_Txt() : Text();
+  // A checker of its own for each value: nothing of an earlier check counts.
+  clsErrChr checker(platform_);
+  checker.bMessageIgnore(true);
+  checker.tCheckNumberSign(r->check);
+  checker.tCaption1(chr_.tString(r->caption_id));
+  checker.TextValue1(value);
+  checker.lListRes(r->list);
+  return checker.GenCheckCboEnterNumErrX() != 0 ? checker.tError_Txt() : Text();
 }
 
 std::vector<int32_t> FormModel::refused_rows() const {

@@ -140,7 +140,6 @@ class FormModel {
   std::shared_ptr<const platform::Platform> platform_;
   const Program& program_;
   clsCharacter chr_;
-  mutable clsErrChr checker_;
   std::vector<ModelRow> rows_;  // rows_[r - 1] is row r
   std::vector<Text> defaults_;
   std::vector<Text> base_defaults_;  // as the form opened

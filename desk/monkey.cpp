@@ -734,7 +734,12 @@ std::optional<Finding> Session::check_copied() {
 void prepare_folder(const QString& folder, const Program& foreign_program,
                     const std::shared_ptr<const platform::Platform>& platform) {
   QDir dir(folder);
-  for (const QString& name : dir.entryList(QDir::Files)) dir.remove(name);
+  for (const QString& name : dir.entryList(QDir::Files)) {
+    // The run's own record stays: its steps and its findings.
+    if (!name.startsWith(QLatin1String("steps")) && !name.startsWith(QLatin1String("finding-"))) {
+      dir.remove(name);
+    }
+  }
   QFile damaged(dir.filePath(QStringLiteral("damaged.zks")));
   if (damaged.open(QIODevice::WriteOnly)) damaged.write("ZKDATA\x01\x02\xff\xfe garbage \x00\x00");
   QFile empty(dir.filePath(QStringLiteral("empty.zks")));

@@ -58,8 +58,10 @@ void click_cell(QtGridControl& grid, int32_t row, int32_t col) {
 // The widget that has the focus in the window of `widget` (the window need
 // not be the active one, as after a message box closed), or `widget`.
 QWidget* focus_in(QWidget* widget) {
+  // An editor just closed may still be the inactive window's focus widget;
+  // keys never reach a widget that is not shown.
   QWidget* focus = widget->window()->focusWidget();
-  return focus ? focus : widget;
+  return focus && focus->isVisible() ? focus : widget;
 }
 
 // Keys go to the active window, as the user's do: the window of `widget` is
@@ -379,7 +381,7 @@ class ScriptRunner::Steps {
     const QString file = args.section(QLatin1Char(' '), 1);
     if (!kReplies.contains(reply)) throw StepError("answer takes yes [FILE], no or cancel");
     answer_ = kReplies.value(reply);
-    if (!file.isEmpty()) form().preset_file(file);
+    if (!file.isEmpty()) form().preset_file(file, true);
   }
 
   // Entry N (from 1) of 文件 ▸ 最近的工程, as a click on it.
@@ -407,7 +409,7 @@ class ScriptRunner::Steps {
 
   void with_file(CalcForm::Action which, const QString& file) {
     if (file.isEmpty()) throw StepError("a file is needed");
-    form().preset_file(file);
+    form().preset_file(file, which != CalcForm::Action::kOpen);
     press(which);
   }
 

@@ -111,6 +111,9 @@ class ListEditor : public QComboBox {
       : QComboBox(parent), fill_(std::move(fill)), picked_(std::move(picked)) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
+    // What is typed is the value: no item of the list completes it behind
+    // the form's back ("8" would show as "800", the item holding "8").
+    setCompleter(nullptr);
     QObject::connect(this, &QComboBox::activated, this, [this](int item) {
       if (closing_popup_) picked_(itemText(item));
     });
@@ -1041,13 +1044,21 @@ void QtGridControl::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void QtGridControl::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
   // While a cell is edited its editor's keys end the edit through
-  // closeEditor, which leaves the cell.
+  // closeEditor, which leaves the cell; the keys that move to another row
+  // (the editor passes them on) leave it through the check first.
   if (state() == QAbstractItemView::EditingState) {
+    const bool moves = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
+                       key == Qt::Key_PageDown;
+    if (moves && !(event->modifiers() & Qt::AltModifier) && !leave_active()) {
+      keep_editing();
+      event->accept();
+      return;
+    }
     QTableWidget::keyPressEvent(event);
     return;
   }
-  const int key = event->key();
   const CellRef at = model_.ActiveCell();
   auto key_down = [&](int16_t code) {
     raise([&](GridEvents& e) {
@@ -1127,7 +1138,10 @@ bool QtGridControl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* 
   if (trigger != QAbstractItemView::AllEditTriggers && !(editTriggers() & trigger)) {
     return QTableWidget::edit(index, trigger, event);
   }
-  if (model_.Locked(index.row())) return false;
+  // A locked row, or one not shown (folded, hidden, or kept out by the
+  // filter while it stays the current row), is not edited: keys typed
+  // there would change a value the user cannot see.
+  if (model_.Locked(index.row()) || !row_shown(index.row())) return false;
   // A click's slow edit after F2 already opened the editor: nothing anew.
   if (state() == QAbstractItemView::EditingState && indexWidget(index)) return true;
   if (trigger != QAbstractItemView::AllEditTriggers) {  // the user's edit, not the control's
