@@ -139,9 +139,14 @@ void HeadlessUser::key(Key key) {
       begin_edit();
       return;
     case kF4:
+    case kAltDown:
       if (view_.grid.CellType(at.row, at.col) != GridControl::kComboCell || !begin_edit()) return;
       if (events()) events()->ComboDropDown();
       return;
+    case kUp:
+    case kDown:
+      if (editing_ || !raise_leave()) return;
+      return move_row(key == kUp ? -1 : 1);
     case kEnter:
     case kTab:
     case kBackTab: {
@@ -169,24 +174,68 @@ void HeadlessUser::pick(TextView text) {
   if (events()) events()->ComboClick();
 }
 
-int32_t HeadlessUser::next_editable_row(int32_t row, int step) const {
-  for (int32_t r = row + step; r >= 1 && r < view_.grid.Rows(); r += step) {
-    if (view_.grid.RowHeight(r) > 0 && !view_.grid.Locked(r)) return r;
-  }
-  return -1;
-}
-
 void HeadlessUser::advance(CellRef from, int step, bool enter) {
-  const int32_t next = next_editable_row(from.row, step);
+  const int32_t next = view_.grid.next_editable_row(from.row, HeadlessForm::kValueCol, step);
   if (next >= 0) {
     make_active(next, HeadlessForm::kValueCol);
     begin_edit();
     return;
   }
   if (!enter) return;
-  for (int32_t r = from.row + 1; r < view_.grid.Rows(); ++r) {
-    if (view_.grid.RowHeight(r) > 0) return make_active(r, from.col);
+  const int32_t below = view_.grid.next_shown_row(from.row);
+  if (below != from.row) make_active(below, from.col);
+}
+
+void HeadlessUser::move_row(int step) {
+  const CellRef at = view_.grid.ActiveCell();
+  const auto [first, last] = view_.grid.merged(at.row);
+  const bool kept = cursor_.row == at.row && last > first && first <= cursor_.col &&
+                    cursor_.col <= last;
+  const int32_t col = kept ? cursor_.col : at.col;
+  int32_t row = at.row;
+  for (int32_t r = at.row + step; r >= 0 && r < view_.grid.Rows(); r += step) {
+    if (view_.grid.row_shown(r)) {
+      row = r;
+      break;
+    }
   }
+  cursor_ = {row, col};
+  const auto [from, to] = view_.grid.merged(row);
+  const int32_t active_col = to > from && from <= col && col <= to ? from : col;
+  if (CellRef{row, active_col} == at) return;
+  make_active(row, active_col);
+}
+
+bool HeadlessUser::edit_cell(int32_t row, int32_t col) {
+  if (row < 0 || row >= view_.grid.Rows() || col < 0 || col >= view_.grid.Cols()) return false;
+  const CellRef active = view_.grid.ActiveCell();
+  const bool same = active == CellRef{row, col};
+  if (same && editing_) return true;
+  if (!same) {
+    if (!raise_leave()) return false;
+    editing_ = false;
+    make_active(row, col);
+  }
+  return begin_edit();
+}
+
+bool HeadlessUser::leave_cell() {
+  if (!raise_leave()) return false;
+  editing_ = false;
+  return true;
+}
+
+bool HeadlessUser::type_into(int32_t row, int32_t col, TextView text) {
+  if (text.size() > kMaxTypedLength || !edit_cell(row, col)) return false;
+  change_text(text);
+  selected_ = false;
+  return leave_cell();
+}
+
+void HeadlessUser::move_to(int32_t row, int32_t col) {
+  if (view_.grid.ActiveCell() == CellRef{row, col}) return;
+  editing_ = false;
+  make_active(row, col);
 }
 
 }  // namespace zelkora::platform::headless

@@ -13,6 +13,7 @@
 //   std::cout << view.grid.render(&view.title);
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "zelkora/platform/grid_control.h"
@@ -72,7 +73,7 @@ class HeadlessForm {
 //   user.key(HeadlessUser::kEnter);
 class HeadlessUser {
  public:
-  enum Key { kEnter, kTab, kBackTab, kEscape, kSpace, kF2, kF4 };
+  enum Key { kEnter, kTab, kBackTab, kEscape, kSpace, kF2, kF4, kUp, kDown, kAltDown };
 
   explicit HeadlessUser(HeadlessForm& view) : view_(view) {}
 
@@ -87,6 +88,26 @@ class HeadlessUser {
   void pick(TextView text);
   bool editing() const { return editing_; }
 
+  // What the form does with the grid on the user's behalf (the desktop
+  // grid's edit_cell, leave_cell and type_into, and a current cell set by
+  // the form): the same events as the user's own actions.
+  // The cell made active (the active one left first) with its editor open;
+  // false when the leave was cancelled or the edit refused.
+  bool edit_cell(int32_t row, int32_t col);
+  // The active cell left as a click elsewhere would; false when refused (the
+  // editor stays open).
+  bool leave_cell();
+  // `text` entered into the cell as if typed: made active, edited, the text
+  // taken (one CellChanging) and left. False when a step was refused or the
+  // text is longer than kMaxTypedLength.
+  bool type_into(int32_t row, int32_t col, TextView text);
+  // The cell made the active one by the form: an open editor closes
+  // unchecked, EnterRow when the row changes.
+  void move_to(int32_t row, int32_t col);
+
+  // The longest value a cell's editor takes as typed or pasted.
+  static constexpr std::size_t kMaxTypedLength = 1024;
+
  private:
   bool raise_leave();
   void make_active(int32_t row, int32_t col);
@@ -95,7 +116,9 @@ class HeadlessUser {
   // After a leave by Tab, Shift+Tab (step 1, -1) or Enter: the next
   // editable row, its editor open; Enter goes on to the next shown row.
   void advance(CellRef from, int step, bool enter);
-  int32_t next_editable_row(int32_t row, int step) const;
+  // Up and Down outside an editor: the next shown row in the column they
+  // move in (kept across a merged range, whose first cell becomes active).
+  void move_row(int step);
   GridEvents* events() const { return view_.events_; }
 
   HeadlessForm& view_;
@@ -103,6 +126,7 @@ class HeadlessUser {
   bool selected_ = false;       // the editor's text is selected: a key replaces it
   bool left_ = false;           // the active cell was left and not entered or edited since
   zelkora::Text entered_text_;  // the active cell's text when it was entered
+  CellRef cursor_{-1, -1};      // where Up and Down last went, their column kept
 };
 
 }  // namespace zelkora::platform::headless

@@ -278,11 +278,6 @@ int32_t QtGridControl::shown_height() const {
   return std::max(height, least_row_height_);
 }
 
-bool QtGridControl::row_shown(int32_t row) const {
-  if (row <= 0 || kept_.empty()) return model_.RowHeight(row) > 0;
-  return static_cast<std::size_t>(row) < kept_.size() && kept_[static_cast<std::size_t>(row)];
-}
-
 void QtGridControl::draw_row(int32_t row) {
   draw_row_height(row);
   const auto [first, last] = model_.merged(row);
@@ -513,7 +508,7 @@ void QtGridControl::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void QtGridControl::show_only(std::vector<bool> kept) {
-  kept_ = std::move(kept);
+  model_.show_only(std::move(kept));
   for (int32_t row = 0; row < model_.Rows(); ++row) draw_row_height(row);
 }
 
@@ -824,21 +819,6 @@ void QtGridControl::keep_editing() {
   }
 }
 
-int32_t QtGridControl::next_shown_row(int32_t row) const {
-  for (int32_t r = row + 1; r < model_.Rows(); ++r) {
-    if (row_shown(r)) return r;
-  }
-  return row;
-}
-
-int32_t QtGridControl::next_editable_row(int32_t row, int32_t col, int step) const {
-  if (col < 0 || col >= model_.Cols() || step == 0) return -1;
-  for (int32_t r = row + step; r >= 1 && r < model_.Rows(); r += step) {
-    if (row_shown(r) && !model_.Locked(r)) return r;
-  }
-  return -1;
-}
-
 bool QtGridControl::edit_cell(int32_t row, int32_t col) {
   if (row < 0 || row >= model_.Rows() || col < 0 || col >= model_.Cols()) return false;
   const CellRef active = model_.ActiveCell();
@@ -921,7 +901,7 @@ void QtGridControl::advance(CellRef from, int step, bool enter) {
   if (next >= 0) {
     edit_cell(next, col);
   } else if (enter) {
-    const int32_t below = next_shown_row(from.row);
+    const int32_t below = model_.next_shown_row(from.row);
     if (below != from.row) setCurrentCell(below, from.col);
   }
 }
