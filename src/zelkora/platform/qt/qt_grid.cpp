@@ -1074,13 +1074,22 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+bool QtGridControl::focus_in_box() const {
+  if (QApplication::activeModalWidget()) return true;
+  // While a modal box is being shown it may not be the active modal widget
+  // yet: the window that has the focus tells.
+  const QWidget* to = QApplication::focusWidget();
+  const QWidget* box = to ? to->window() : QApplication::activeWindow();
+  return box && box != window() && box->isModal();
+}
+
 void QtGridControl::focusOutEvent(QFocusEvent* event) {
   QTableWidget::focusOutEvent(event);
   // The focus going to the grid's own editor, or to a box the form shows,
   // is no loss.
   QWidget* to = QApplication::focusWidget();
   if (to && isAncestorOf(to)) return;
-  if (QApplication::activeModalWidget() || QApplication::activePopupWidget()) return;
+  if (focus_in_box() || QApplication::activePopupWidget()) return;
   raise([](GridEvents& e) { e.LostFocus(); });
 }
 
@@ -1130,6 +1139,11 @@ void QtGridControl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditH
   if (hint == QAbstractItemDelegate::NoHint && !left_ && QApplication::focusWidget() == this) {
     // The focus went from the editor to the grid: a click in the grid, which
     // leaves the cell itself (once, one message if it is refused).
+    return;
+  }
+  if (hint == QAbstractItemDelegate::NoHint && !left_ && focus_in_box()) {
+    // A box the form shows (a question about the project) took the focus:
+    // the editor stays, and has it again when the box closes.
     return;
   }
   if (!leave_active()) {

@@ -234,6 +234,8 @@ class QtGridControl : public QTableWidget, public GridControl {
   // After the active cell was left by Tab, Shift+Tab (`step` 1, -1) or
   // Enter (`enter`): the next editable row, its editor open.
   void advance(CellRef from, int step, bool enter);
+  // Whether a modal box (one the form shows) has the focus.
+  bool focus_in_box() const;
   // F4, Alt+Down: the editor of a list cell with its list open.
   void open_list();
   int32_t shown_height() const;
