@@ -78,6 +78,7 @@ bool HeadlessUser::begin_edit() {
   if (events()) events()->BeforeEdit(at.row, at.col, cancel);
   if (cancel) return false;
   editing_ = selected_ = true;
+  list_open_ = false;
   left_ = false;
   return true;
 }
@@ -102,6 +103,7 @@ void HeadlessUser::click(int32_t row, int32_t col) {
 }
 
 void HeadlessUser::type(TextView text) {
+  if (list_open_ && editing_) return;  // the list's own search
   for (const char16_t c : text) {
     if (!editing_) {
       const int16_t code =
@@ -121,6 +123,11 @@ void HeadlessUser::type(TextView text) {
 
 void HeadlessUser::key(Key key) {
   const CellRef at = view_.grid.ActiveCell();
+  if (list_open_ && editing_) {
+    if (key == kEscape) list_open_ = false;
+    if (key == kEnter) pick(view_.grid.Text(at.row, at.col));
+    return;
+  }
   switch (key) {
     case kEscape:
       if (!editing_) return;
@@ -142,6 +149,7 @@ void HeadlessUser::key(Key key) {
     case kAltDown:
       if (view_.grid.CellType(at.row, at.col) != GridControl::kComboCell || !begin_edit()) return;
       if (events()) events()->ComboDropDown();
+      list_open_ = true;
       return;
     case kUp:
     case kDown:
@@ -168,10 +176,32 @@ void HeadlessUser::key(Key key) {
 
 void HeadlessUser::pick(TextView text) {
   if (!editing_) return;
+  list_open_ = false;
   const CellRef at = view_.grid.ActiveCell();
   view_.grid.Text(at.row, at.col, text);
   left_ = false;
   if (events()) events()->ComboClick();
+}
+
+void HeadlessUser::select_all() {
+  if (editing_) selected_ = true;
+}
+
+void HeadlessUser::paste(TextView text) {
+  if (!editing_) return;
+  const CellRef at = view_.grid.ActiveCell();
+  change_text(selected_ ? zelkora::Text(text) : view_.grid.Text(at.row, at.col) + zelkora::Text(text));
+  selected_ = false;
+}
+
+void HeadlessUser::other_key(int16_t key_code) {
+  if (!editing_ && events()) events()->KeyDown(key_code, 0);
+}
+
+bool HeadlessUser::focus_away() {
+  if (editing_) return leave_cell();
+  if (events()) events()->LostFocus();
+  return true;
 }
 
 void HeadlessUser::advance(CellRef from, int step, bool enter) {

@@ -84,9 +84,25 @@ class HeadlessUser {
   // of the active cell (Space does not), inside it every key changes the text.
   void type(TextView text);
   void key(Key key);
-  // `text` chosen from the open list of the cell being edited.
+  // `text` chosen from the open list of the cell being edited. While the
+  // list is open it takes the keys: Escape closes it (the editor stays),
+  // Enter picks the item the cell shows, other keys only move in it.
   void pick(TextView text);
+  // Ctrl+A in the open editor: its whole text selected, the next key
+  // replaces it.
+  void select_all();
+  // Ctrl+V in the open editor: `text` replaces the selection, one change.
+  void paste(TextView text);
+  // The focus goes to another control of the window (a filter box): the
+  // cell being edited is left (a refusal keeps its editor and the focus:
+  // false), or the grid, which had the focus, raises LostFocus.
+  bool focus_away();
+  // A key the grid does not handle itself (Ctrl+Z, say), outside an
+  // editor: KeyDown.
+  void other_key(int16_t key_code);
   bool editing() const { return editing_; }
+  // Whether the open editor's text is selected (a copy takes it whole).
+  bool selected() const { return editing_ && selected_; }
 
   // What the form does with the grid on the user's behalf (the desktop
   // grid's edit_cell, leave_cell and type_into, and a current cell set by
@@ -127,6 +143,7 @@ class HeadlessUser {
   bool left_ = false;           // the active cell was left and not entered or edited since
   zelkora::Text entered_text_;  // the active cell's text when it was entered
   CellRef cursor_{-1, -1};      // where Up and Down last went, their column kept
+  bool list_open_ = false;      // the editor's list is open: it takes the keys
 };
 
 }  // namespace zelkora::platform::headless

@@ -208,6 +208,9 @@ class GridHostsTest : public QObject {
     QTest::newRow("Alt+Down opens a list, not on a text cell")
         << QStringList{"click 13 3", "key Alt+Down", "click 5 3", "key Alt+Down",
                        "pick HRB335", "key Enter"};
+    QTest::newRow("an open list takes the keys; Escape closes it, not the editor")
+        << QStringList{"click 5 3", "key F4", "type 3", "key Enter", "key Enter", "key F4",
+                       "key Escape", "key Down", "key Escape", "key Down"};
   }
 
   void sameActionsSameEventsValuesAndMarks() {
