@@ -44,6 +44,7 @@ class FormWork : public platform::GridForm {
   static bool shows_section(const Program& program);
 
   const Program& program() const { return program_; }
+  FormView& view() const { return view_; }
   clsGridCell& cell();
   grid::ValueHistory& history() { return *history_; }
   // The form's handlers of the grid's events.
