@@ -224,6 +224,10 @@ QtGridControl::QtGridControl(QWidget* parent) : QTableWidget(parent) {
   setSelectionBehavior(QAbstractItemView::SelectItems);
   QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
   setTabKeyNavigation(true);
+  // Sideways by pixels: scrolled by whole columns, a grid narrower than its
+  // columns (the last one stretched) would put the value column out of
+  // sight when a value cell is scrolled to.
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   // A cell shows one line, elided where it is too narrow: drawn without
   // laying the text out for wrapping.
   setWordWrap(false);
@@ -1007,13 +1011,24 @@ void QtGridControl::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void QtGridControl::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
   // While a cell is edited its editor's keys end the edit through
-  // closeEditor, which leaves the cell.
+  // closeEditor, which leaves the cell. Keys that move about and reach the
+  // grid past the editor (which lost the focus to a click on its cell) would
+  // move on without leaving it: the editor takes the focus back instead.
   if (state() == QAbstractItemView::EditingState) {
-    QTableWidget::keyPressEvent(event);
+    const bool moves = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Left ||
+                       key == Qt::Key_Right || key == Qt::Key_PageUp ||
+                       key == Qt::Key_PageDown || key == Qt::Key_Home || key == Qt::Key_End;
+    QWidget* editor = indexWidget(currentIndex());
+    if (!moves || !editor) {
+      QTableWidget::keyPressEvent(event);
+      return;
+    }
+    editor->setFocus(Qt::OtherFocusReason);
+    event->accept();
     return;
   }
-  const int key = event->key();
   const CellRef at = model_.ActiveCell();
   auto key_down = [&](int16_t code) {
     raise([&](GridEvents& e) {
@@ -1083,6 +1098,14 @@ bool QtGridControl::focus_in_box() const {
   return box && box != window() && box->isModal();
 }
 
+void QtGridControl::focusInEvent(QFocusEvent* event) {
+  QTableWidget::focusInEvent(event);
+  // The window active again (a box closed) while a cell is edited: the
+  // editor has the focus, as before.
+  if (event->reason() != Qt::ActiveWindowFocusReason || !editing()) return;
+  if (QWidget* editor = indexWidget(currentIndex())) editor->setFocus(Qt::ActiveWindowFocusReason);
+}
+
 void QtGridControl::focusOutEvent(QFocusEvent* event) {
   QTableWidget::focusOutEvent(event);
   // The focus going to the grid's own editor, or to a box the form shows,
@@ -1143,7 +1166,7 @@ void QtGridControl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditH
   }
   if (hint == QAbstractItemDelegate::NoHint && !left_ && focus_in_box()) {
     // A box the form shows (a question about the project) took the focus:
-    // the editor stays, and has it again when the box closes.
+    // the editor stays, and has it again when the box closes (focusInEvent).
     return;
   }
   if (!leave_active()) {
