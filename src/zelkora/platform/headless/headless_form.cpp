@@ -98,6 +98,8 @@ void HeadlessUser::click(int32_t row, int32_t col) {
     editing_ = false;
     make_active(row, col);
   }
+  // A click into the open editor puts its cursor there: nothing selected.
+  if (same && editing_) selected_ = false;
   if (events()) events()->Click(row, col);
   if (same && !editing_) begin_edit();
 }
@@ -219,9 +221,10 @@ void HeadlessUser::advance(CellRef from, int step, bool enter) {
 void HeadlessUser::move_row(int step) {
   const CellRef at = view_.grid.ActiveCell();
   const auto [first, last] = view_.grid.merged(at.row);
-  const bool kept = cursor_.row == at.row && last > first && first <= cursor_.col &&
-                    cursor_.col <= last;
-  const int32_t col = kept ? cursor_.col : at.col;
+  // In a merged range the grid's current cell is the range's first.
+  const bool merged = last > first && first <= at.col && at.col <= last;
+  const bool kept = merged && cursor_.row == at.row && first <= cursor_.col && cursor_.col <= last;
+  const int32_t col = kept ? cursor_.col : merged ? first : at.col;
   int32_t row = at.row;
   for (int32_t r = at.row + step; r >= 0 && r < view_.grid.Rows(); r += step) {
     if (view_.grid.row_shown(r)) {

@@ -78,7 +78,8 @@ class HeadlessUser {
   explicit HeadlessUser(HeadlessForm& view) : view_(view) {}
 
   // A click on a cell: another cell is left first (a refusal keeps the
-  // editor and ends the click); a click on the active value cell edits it.
+  // editor and ends the click); a click on the active value cell edits it,
+  // on its open editor places the cursor (nothing is selected).
   void click(int32_t row, int32_t col);
   // Characters typed one key each: outside an editor a key starts the edit
   // of the active cell (Space does not), inside it every key changes the text.

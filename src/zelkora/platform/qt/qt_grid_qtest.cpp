@@ -204,7 +204,9 @@ class GridHostsTest : public QObject {
                        "type x", "key Enter"};
     QTest::newRow("Up and Down through a heading, in an editor, past the first row")
         << QStringList{"click 11 3", "key Down", "key Down", "key Up", "key Up", "key F2",
-                       "key Down", "key Escape", "click 2 3", "key Up", "key Up"};
+                       "key Down", "key Escape", "click 2 3", "key Up", "key Up", "click 12 2",
+                       "key Down", "click 12 3", "key Space", "key Down", "key Up", "click 9 3",
+                       "key F2", "click 9 3", "key Up", "type 5", "key Enter"};
     QTest::newRow("Alt+Down opens a list, not on a text cell")
         << QStringList{"click 13 3", "key Alt+Down", "click 5 3", "key Alt+Down",
                        "pick HRB335", "key Enter"};
