@@ -1070,26 +1070,40 @@ class DeskTest : public QObject {
     QTest::newRow("typing, refusals, Escape, moving about")
         << QStringList{"click 8 3", "key F2", "edit 10 300", "edit 22 1", "key Escape",
                        "edit 11 600", "key Tab", "key Escape", "key Up", "key Down", "key Down",
-                       "click 17 1", "edit 15 3,20", "click 17 3", "key Space", "key Enter"};
-    QTest::newRow("lists and the rows they hide")
+                       "edit 0 某 办公楼", "edit 10", "key Escape", "click 17 1", "edit 15 3,20",
+                       "click 18 3", "key Up", "key Up", "key Space", "key Down", "click 17 2",
+                       "key Space", "key Down", "key Enter", "key Shift+Tab", "edit 15 2,16,3",
+                       "key Escape", "click 26 1", "click 27 3", "key Enter", "key Enter",
+                       "key Down", "key Tab", "key Up", "click 28 3", "key F2", "key Space",
+                       "key Enter", "edit 10 3e2", "edit 11 0x10"};
+    QTest::newRow("lists, folding by Space, the rows a pick hides")
         << QStringList{"click 26 1", "pick 25 否", "pick 25 是", "click 5 3", "key F2",
-                       "key Down", "key Escape", "key Down", "click 3 3", "key Alt+Down"};
-    QTest::newRow("undo, redo, defaults, a row's defaults")
+                       "key Down", "key Escape", "key Down", "click 12 2", "key Space",
+                       "key Down", "key Down", "key Space", "click 17 1", "key Down", "key F4",
+                       "key Enter", "edit 16 9", "click 3 3", "key Alt+Down"};
+    QTest::newRow("undo, redo, defaults, a box over an open editor")
         << QStringList{"undo", "edit 10 300", "edit 11 600", "undo", "redo", "redo",
-                       "defaults cancel", "defaults yes", "undo", "click 8 3", "key F2",
-                       "undo", "undo", "redo"};
-    QTest::newRow("the filter and F8")
+                       "defaults cancel", "defaults yes", "undo", "click 8 3", "key F2", "undo",
+                       "undo", "redo", "click 26 1", "pick 25 否", "undo", "redo", "click 8 3",
+                       "key F2", "defaults cancel", "key Escape", "key F2", "undo", "key Escape"};
+    QTest::newRow("the filter, its box's own keys, F8")
         << QStringList{"edit 10 300", "filter 截面", "key Down", "click 9 3", "key Tab",
-                       "filter", "key F8", "filter zzz", "click 8 3", "filter"};
+                       "filter", "key F8", "filter zzz", "click 8 3", "filter 高度", "key Space",
+                       "undo", "undo", "redo", "redo", "filter 截面", "paste 10 300 600 25 40 50",
+                       "filter", "key F2", "key F8", "click 8 3", "undo", "filter 受压", "redo",
+                       "undo", "pick 25 否", "filter"};
     QTest::newRow("copy and paste")
         << QStringList{"paste 10 300 600 25", "click 8 3", "copy", "key F2", "copy",
                        "paste 10 350 -1 30", "key Escape", "paste 11 280", "key Enter",
-                       "click 13 3", "paste 30 1 2 3 4 5 6 7 8 9"};
+                       "click 13 3", "paste 30 1 2 3 4 5 6 7 8 9", "filter 钢筋", "copy",
+                       "click 18 3", "copy", "paste 10 270", "key Enter"};
     QTest::newRow("projects saved, begun anew, opened, calculated, closed")
-        << QStringList{"edit 0 某办公楼", "save {dir}/a.zks", "edit 10 300", "answer cancel",
-                       "new", "answer no", "new", "open {dir}/a.zks", "open {dir}/none.zks",
-                       "calculate", "edit 10 320", "answer yes {dir}/b.zks", "new",
-                       "edit 11 650", "calculate", "answer no", "close"};
+        << QStringList{"edit 22 1", "new", "calculate", "key Escape", "edit 0 某办公楼",
+                       "save {dir}/a", "edit 10 300", "answer cancel", "new", "answer no",
+                       "new", "open {dir}/a.zks", "open {dir}/none.zks", "calculate",
+                       "edit 10 320", "answer yes {dir}/b.zks", "new", "click 8 3", "key F2",
+                       "save {dir}/c.zks", "edit 11 650", "calculate", "edit 10 abc", "key Tab",
+                       "answer cancel", "close", "answer no", "close"};
   }
 
   void headlessFormGoesAsTheDesktopForm() {
@@ -1147,7 +1161,8 @@ class DeskTest : public QObject {
       int at = 0;
       while (at < std::max(qt.size(), hl.size()) && qt.value(at) == hl.value(at)) ++at;
       QVERIFY2(at == std::max(qt.size(), hl.size()),
-               qPrintable(step.join(QLatin1Char('|')) + QStringLiteral(":\n  desktop:  ") +
+               qPrintable(QString::number(i) + QStringLiteral(" ") + step.join(QLatin1Char('|')) +
+                          QStringLiteral(":\n  desktop:  ") +
                           qt.mid(at, 6).join(QStringLiteral("\n            ")) +
                           QStringLiteral("\n  headless: ") +
                           hl.mid(at, 6).join(QStringLiteral("\n            "))));

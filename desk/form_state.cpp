@@ -35,6 +35,9 @@ std::vector<Text> form_state(FormWork& work) {
                   number(static_cast<int64_t>(work.refused_rows().size())) + u", undo " +
                   yes_no(work.history().can_undo()) + u", redo " +
                   yes_no(work.history().can_redo()));
+  const grid::RowFilter& filter = work.filter();
+  lines.push_back(u"filter \"" + filter.text + u"\"" + (filter.changed ? Text(u" changed") : Text()) +
+                  (filter.refused ? Text(u" refused") : Text()));
   lines.push_back(u"title " + work.window_title());
   lines.push_back(u"notes " + replace_all(view.title_box_control().Text(), u"\r\n", u" / "));
   lines.push_back(u"report " + number(static_cast<int64_t>(work.report_lines().size())) +

@@ -6,6 +6,7 @@
 //   row 7: - | 截面尺寸             a heading has no item
 //   active 8,3 editing
 //   changed yes, refused 0, undo yes, redo no
+//   filter "钢筋" changed          the filter's text and toggles
 //   title 梁配筋计算 - 未命名[*]
 //   notes 梁的截面宽度 b / ... / 默认值：250
 //   report 0 lines

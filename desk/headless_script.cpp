@@ -102,11 +102,13 @@ void HeadlessScriptRunner::run(const QString& line) {
   }
   if (verb == QLatin1String("undo") || verb == QLatin1String("redo")) {
     HeadlessDeskForm& form = open_form();
-    if (focus_ == Focus::kFilter) throw StepError("undo and redo of the filter box's typing");
     const bool back = verb == QLatin1String("undo");
-    // With nothing to undo (redo) the keys reach the grid.
+    // The filter box undoes and redoes its own typing.
+    if (focus_ == Focus::kFilter) return step_filter(back);
+    // With nothing to undo (redo) the keys reach the grid, if it has the focus.
     if (!(back ? form.can_undo() : form.can_redo())) {
-      return form.user().other_key(back ? kKeyZ : kKeyY);
+      if (focus_ == Focus::kGrid) form.user().other_key(back ? kKeyZ : kKeyY);
+      return;
     }
     back ? form.work().undo() : form.work().redo();
     return;
@@ -206,7 +208,7 @@ void HeadlessScriptRunner::key(const QString& name) {
   }
   if (focus_ == Focus::kFilter) {
     // The filter box takes a blank; Tab would go on to its toggles.
-    if (*it == HeadlessUser::kSpace) return filter(to_qstring(form.work().filter().text) + u' ');
+    if (*it == HeadlessUser::kSpace) return type_filter(u" ", false);
     if (*it == HeadlessUser::kTab || *it == HeadlessUser::kBackTab) {
       throw StepError("Tab from the filter box");
     }
@@ -220,9 +222,35 @@ void HeadlessScriptRunner::filter(const QString& text) {
   // The click into the box takes the focus from the grid.
   if (focus_ == Focus::kGrid) form.user().focus_away();
   focus_ = Focus::kFilter;
-  grid::RowFilter filter = form.work().filter();
-  filter.text = to_text(text);
-  form.work().set_filter(std::move(filter));
+  type_filter(to_text(text), true);
+}
+
+void HeadlessScriptRunner::type_filter(const Text& text, bool replace) {
+  FormWork& work = open_form().work();
+  grid::RowFilter filter = work.filter();
+  if (replace && filter.text.empty() && text.empty()) return;
+  // The box's changes join into one that an undo takes back whole, until
+  // Ctrl+A selects some text (or an undo or redo ran).
+  if (!filter_typing_ || (replace && !filter.text.empty())) {
+    filter_undo_.push_back(filter.text);
+    filter_redo_.clear();
+  }
+  if (replace) filter.text.clear();
+  filter.text += text;
+  filter_typing_ = true;
+  if (filter.text != work.filter().text) work.set_filter(std::move(filter));
+}
+
+void HeadlessScriptRunner::step_filter(bool back) {
+  std::vector<Text>& from = back ? filter_undo_ : filter_redo_;
+  if (from.empty()) return;
+  FormWork& work = open_form().work();
+  grid::RowFilter filter = work.filter();
+  (back ? filter_redo_ : filter_undo_).push_back(filter.text);
+  filter.text = from.back();
+  from.pop_back();
+  filter_typing_ = false;
+  work.set_filter(std::move(filter));
 }
 
 void HeadlessScriptRunner::copy() {

@@ -51,6 +51,11 @@ class HeadlessScriptRunner {
   void click(const QString& args);
   void key(const QString& name);
   void filter(const QString& text);
+  // The filter box's own typing: its text replaced (Ctrl+A, Delete, the
+  // keys) or a blank added; its undo and redo (Ctrl+Z, Ctrl+Y while it has
+  // the focus).
+  void type_filter(const Text& text, bool replace);
+  void step_filter(bool back);
   void copy();
   void paste(const QString& args);
   void answer_next(const QString& args);
@@ -62,6 +67,9 @@ class HeadlessScriptRunner {
   std::shared_ptr<Boxes> boxes_;
   std::unique_ptr<HeadlessDeskForm> form_;
   Focus focus_ = Focus::kGrid;
+  std::vector<Text> filter_undo_;  // the filter box's texts before each change
+  std::vector<Text> filter_redo_;  // ... and after each change undone
+  bool filter_typing_ = false;     // its last change was typing: more joins it
 };
 
 }  // namespace zelkora::desk
