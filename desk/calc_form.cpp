@@ -155,8 +155,8 @@ void CalcForm::build_actions() {
   connect(action(Action::kDefaults), &QAction::triggered, this, [this] { load_defaults(); });
   connect(action(Action::kCalculate), &QAction::triggered, this, [this] { calculate(); });
   connect(action(Action::kSaveReport), &QAction::triggered, this, [this] {
-    const Text file = FormWork::with_extension(
-        work_->chosen_file(true, FormWork::kReportFilter), u"txt");
+    const Text file =
+        FormWork::with_extension(work_->chosen_file(true, FormWork::kReportFilter), u"txt");
     if (!file.empty()) save_report(to_qstring(file));
   });
   action(Action::kSaveReport)->setEnabled(false);
@@ -212,11 +212,11 @@ bool CalcForm::show_help() {
 }
 
 Text CalcForm::choose_file(bool saving, TextView title, TextView file, TextView filter) {
-  const QString chosen =
-      saving ? QFileDialog::getSaveFileName(this, to_qstring(title), to_qstring(file),
-                                            to_qstring(filter))
-             : QFileDialog::getOpenFileName(this, to_qstring(title), to_qstring(file),
-                                            to_qstring(filter));
+  const QString chosen = saving
+                             ? QFileDialog::getSaveFileName(this, to_qstring(title),
+                                                            to_qstring(file), to_qstring(filter))
+                             : QFileDialog::getOpenFileName(this, to_qstring(title),
+                                                            to_qstring(file), to_qstring(filter));
   return to_text(chosen);
 }
 

@@ -6,8 +6,8 @@
 #include <QMenu>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QTextEdit>
 #include <QStatusBar>
+#include <QTextEdit>
 #include <QToolBar>
 #include <set>
 
@@ -147,8 +147,8 @@ void CalcForm::describe_values() {
 // ---------------------------------------------------------------------------------------
 
 void CalcForm::apply_filter() {
-  work_->set_filter({to_text(filter_->text()), changed_only_->isChecked(),
-                     refused_only_->isChecked()});
+  work_->set_filter(
+      {to_text(filter_->text()), changed_only_->isChecked(), refused_only_->isChecked()});
 }
 
 void CalcForm::show_filter(const grid::RowFilter& filter) {

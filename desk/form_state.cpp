@@ -36,7 +36,8 @@ std::vector<Text> form_state(FormWork& work) {
                   yes_no(work.history().can_undo()) + u", redo " +
                   yes_no(work.history().can_redo()));
   const grid::RowFilter& filter = work.filter();
-  lines.push_back(u"filter \"" + filter.text + u"\"" + (filter.changed ? Text(u" changed") : Text()) +
+  lines.push_back(u"filter \"" + filter.text + u"\"" +
+                  (filter.changed ? Text(u" changed") : Text()) +
                   (filter.refused ? Text(u" refused") : Text()));
   lines.push_back(u"title " + work.window_title());
   lines.push_back(u"notes " + replace_all(view.title_box_control().Text(), u"\r\n", u" / "));

@@ -183,7 +183,8 @@ Text FormWork::window_title() const {
   const Text project = session_ ? session_->cell().tGetText(kProjectItem) : Text();
   Text name(trimmed(project));
   if (name.empty()) {
-    name = file_.empty() ? Text(u"未命名") : to_text(QFileInfo(to_qstring(file_)).completeBaseName());
+    name =
+        file_.empty() ? Text(u"未命名") : to_text(QFileInfo(to_qstring(file_)).completeBaseName());
   }
   return Text(program_.menu_key) + u" - " + name + u"[*]";
 }
@@ -257,8 +258,8 @@ bool FormWork::save_file(TextView file) {
   // A value still being edited is left first, checked as always.
   if (!view_.leave_cell()) return false;
   if (!session_->cell().bLoadOrSaveData(u"Save", file, Text(program_.layout), {}, add_data_)) {
-    errors_.GenMsgErrorW(error_id::kDataFileNotSaved, to_text(QFileInfo(to_qstring(file)).fileName()),
-                         {}, {}, {}, false);
+    errors_.GenMsgErrorW(error_id::kDataFileNotSaved,
+                         to_text(QFileInfo(to_qstring(file)).fileName()), {}, {}, {}, false);
     return false;
   }
   file_ = Text(file);
@@ -338,8 +339,7 @@ void FormWork::update_refused() {
     }
   }
   refused_ = now;
-  view_.show_refused_count(now.empty() ? Text()
-                                       : number(now.size()) + u" 个数据有错误（F8 转到）");
+  view_.show_refused_count(now.empty() ? Text() : number(now.size()) + u" 个数据有错误（F8 转到）");
 }
 
 void FormWork::show_row_notes() {
@@ -394,8 +394,8 @@ Text FormWork::copied_rows() const {
   Text text;
   for (const int32_t row : rows) {
     if (row < 1 || !view_.row_shown(row)) continue;
-    text += Text(trim(grid.Text(row, grid::kCaptionCol))) + u"\t" + grid.Text(row, grid::kValueCol) +
-            u"\n";
+    text += Text(trim(grid.Text(row, grid::kCaptionCol))) + u"\t" +
+            grid.Text(row, grid::kValueCol) + u"\n";
   }
   return text;
 }
@@ -423,14 +423,13 @@ bool FormWork::paste_values(TextView text) {
   } step_at_end{*this};
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (row < 0) {
-      view_.show_status(u"粘贴停止：下面没有可编辑的行，还有 " + number(lines.size() - i) +
-                            u" 个值未粘贴",
-                        0);
+      view_.show_status(
+          u"粘贴停止：下面没有可编辑的行，还有 " + number(lines.size() - i) + u" 个值未粘贴", 0);
       return false;
     }
     const std::size_t tab = lines[i].rfind(u'\t');
-    const Text value = trimmed(tab == Text::npos ? TextView(lines[i])
-                                                 : TextView(lines[i]).substr(tab + 1));
+    const Text value =
+        trimmed(tab == Text::npos ? TextView(lines[i]) : TextView(lines[i]).substr(tab + 1));
     if (!view_.type_into(row, value)) {
       view_.show_status(u"粘贴停在第 " + number(i + 1) + u" 个值：“" +
                             Text(trim(grid.Text(row, grid::kCaptionCol))) + u"”不接受“" + value +

@@ -32,8 +32,9 @@ class HeadlessScriptRunner {
  public:
   // The program's form opened on `platform` (its message box is replaced
   // by the runner's).
-  HeadlessScriptRunner(const Program& program, QTextStream& out,
-                       std::shared_ptr<platform::Platform> platform = platform::Platform::headless());
+  HeadlessScriptRunner(
+      const Program& program, QTextStream& out,
+      std::shared_ptr<platform::Platform> platform = platform::Platform::headless());
   ~HeadlessScriptRunner();
 
   // One step; a StepError (or another std::runtime_error) when it cannot run.

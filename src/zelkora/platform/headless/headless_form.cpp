@@ -192,7 +192,8 @@ void HeadlessUser::select_all() {
 void HeadlessUser::paste(TextView text) {
   if (!editing_) return;
   const CellRef at = view_.grid.ActiveCell();
-  change_text(selected_ ? zelkora::Text(text) : view_.grid.Text(at.row, at.col) + zelkora::Text(text));
+  change_text(selected_ ? zelkora::Text(text)
+                        : view_.grid.Text(at.row, at.col) + zelkora::Text(text));
   selected_ = false;
 }
 

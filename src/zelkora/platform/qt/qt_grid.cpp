@@ -1018,8 +1018,8 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
   // move on without leaving it: the editor takes the focus back instead.
   if (state() == QAbstractItemView::EditingState) {
     const bool moves = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Left ||
-                       key == Qt::Key_Right || key == Qt::Key_PageUp ||
-                       key == Qt::Key_PageDown || key == Qt::Key_Home || key == Qt::Key_End;
+                       key == Qt::Key_Right || key == Qt::Key_PageUp || key == Qt::Key_PageDown ||
+                       key == Qt::Key_Home || key == Qt::Key_End;
     QWidget* editor = indexWidget(currentIndex());
     if (!moves || !editor) {
       QTableWidget::keyPressEvent(event);
