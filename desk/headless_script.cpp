@@ -3,6 +3,7 @@
 
 #include <QStringList>
 #include <algorithm>
+#include <functional>
 
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/platform/headless/headless.h"
@@ -53,9 +54,11 @@ class HeadlessScriptRunner::Boxes : public platform::headless::RecordingMessageB
   }
 
   Reply reply = Reply::kNone;  // for the next box
+  std::function<void()> on_box;  // each box, as it shows
 
  private:
   Reply met(TextView text, TextView title) {
+    if (on_box) on_box();
     out_ << message_line(title, text) << "\n";
     out_.flush();
     const Reply given = reply;
@@ -73,6 +76,9 @@ HeadlessScriptRunner::HeadlessScriptRunner(const Program& program, QTextStream& 
   form_ = std::make_unique<HeadlessDeskForm>(platform_, program);
   form_->on_save_changes = [this](TextView text, TextView title) {
     return boxes_->save_changes(text, title);
+  };
+  boxes_->on_box = [this] {
+    if (form_) form_->user().box_shown();
   };
 }
 
@@ -219,9 +225,9 @@ void HeadlessScriptRunner::key(const QString& name) {
 
 void HeadlessScriptRunner::filter(const QString& text) {
   HeadlessDeskForm& form = open_form();
-  // The click into the box takes the focus from the grid.
-  if (focus_ == Focus::kGrid) form.user().focus_away();
-  focus_ = Focus::kFilter;
+  // The click into the box takes the focus from the grid (the text is typed
+  // into the box all the same).
+  if (focus_ != Focus::kGrid || form.user().focus_away()) focus_ = Focus::kFilter;
   type_filter(to_text(text), true);
 }
 
@@ -257,7 +263,7 @@ void HeadlessScriptRunner::copy() {
   HeadlessDeskForm& form = open_form();
   QString lines;
   // An open editor copies its own selection, the filter box its (none).
-  if (focus_ == Focus::kGrid && form.user().editing()) {
+  if (focus_ == Focus::kGrid && form.user().editor_focused()) {
     const platform::CellRef at = form.controls().grid.ActiveCell();
     if (form.user().selected()) lines = to_qstring(form.controls().grid.Text(at.row, at.col));
   } else if (focus_ == Focus::kGrid) {
@@ -276,8 +282,11 @@ void HeadlessScriptRunner::paste(const QString& args) {
   const int32_t row = row_of_item(form.work().cell(), form.controls().grid, item);
   click(QStringLiteral("%1 %2").arg(row).arg(grid::kValueCol));
   const QString text = values.join(QLatin1Char('\n')) + QLatin1Char('\n');
-  // One value goes into an open editor; a column is the form's to paste.
-  if (form.user().editing() && values.size() == 1) return form.user().paste(to_text(text));
+  // One value goes into an open editor that has the focus; a column, or a
+  // value where the grid has the focus, is the form's to paste.
+  if (form.user().editor_focused() && values.size() == 1) {
+    return form.user().paste(to_text(text));
+  }
   form.work().paste_values(to_text(text));
 }
 

@@ -58,7 +58,7 @@ bool HeadlessUser::raise_leave() {
   if (events()) events()->LeaveCell(at.row, at.col, cancel);
   left_ = !cancel;
   // A refused value keeps its editor open, showing the cell's text selected.
-  if (cancel && at.col == HeadlessForm::kValueCol) editing_ = selected_ = true;
+  if (cancel && at.col == HeadlessForm::kValueCol) editing_ = selected_ = editor_focused_ = true;
   return !cancel;
 }
 
@@ -77,7 +77,7 @@ bool HeadlessUser::begin_edit() {
   bool cancel = false;
   if (events()) events()->BeforeEdit(at.row, at.col, cancel);
   if (cancel) return false;
-  editing_ = selected_ = true;
+  editing_ = selected_ = editor_focused_ = true;
   list_open_ = false;
   left_ = false;
   return true;
@@ -98,14 +98,14 @@ void HeadlessUser::click(int32_t row, int32_t col) {
     editing_ = false;
     make_active(row, col);
   }
-  // A click into the open editor puts its cursor there: nothing selected.
-  if (same && editing_) selected_ = false;
+  if (same && editing_) selected_ = editor_focused_ = false;
   if (events()) events()->Click(row, col);
   if (same && !editing_) begin_edit();
 }
 
 void HeadlessUser::type(TextView text) {
-  if (list_open_ && editing_) return;  // the list's own search
+  if (list_open_ && editing_) return;        // the list's own search
+  if (editing_ && !editor_focused_) return;  // the grid has the keys
   for (const char16_t c : text) {
     if (!editing_) {
       const int16_t code =
@@ -155,7 +155,11 @@ void HeadlessUser::key(Key key) {
       return;
     case kUp:
     case kDown:
-      if (editing_ || !raise_leave()) return;
+      if (editing_) {
+        editor_focused_ = true;
+        return;
+      }
+      if (!raise_leave()) return;
       return move_row(key == kUp ? -1 : 1);
     case kEnter:
     case kTab:
@@ -202,6 +206,10 @@ void HeadlessUser::other_key(int16_t key_code) {
 }
 
 bool HeadlessUser::focus_away() {
+  if (list_open_ && editing_) {  // the click only closes the list
+    list_open_ = false;
+    return false;
+  }
   if (editing_) return leave_cell();
   if (events()) events()->LostFocus();
   return true;

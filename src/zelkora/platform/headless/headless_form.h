@@ -78,8 +78,10 @@ class HeadlessUser {
   explicit HeadlessUser(HeadlessForm& view) : view_(view) {}
 
   // A click on a cell: another cell is left first (a refusal keeps the
-  // editor and ends the click); a click on the active value cell edits it,
-  // on its open editor places the cursor (nothing is selected).
+  // editor and ends the click); a click on the active value cell edits it.
+  // A click on the cell being edited, past its editor, gives the grid the
+  // focus: the editor stays open, its text no longer selected, and keys
+  // typed are lost until an arrow key gives the editor the focus back.
   void click(int32_t row, int32_t col);
   // Characters typed one key each: outside an editor a key starts the edit
   // of the active cell (Space does not), inside it every key changes the text.
@@ -96,14 +98,20 @@ class HeadlessUser {
   void paste(TextView text);
   // The focus goes to another control of the window (a filter box): the
   // cell being edited is left (a refusal keeps its editor and the focus:
-  // false), or the grid, which had the focus, raises LostFocus.
+  // false), or the grid, which had the focus, raises LostFocus. An open
+  // list is only closed by it (false).
   bool focus_away();
+  // A box the form shows takes the focus: an open list closes, the editor
+  // stays (and has the focus again when the box closes).
+  void box_shown() { list_open_ = false; }
   // A key the grid does not handle itself (Ctrl+Z, say), outside an
   // editor: KeyDown.
   void other_key(int16_t key_code);
   bool editing() const { return editing_; }
   // Whether the open editor's text is selected (a copy takes it whole).
   bool selected() const { return editing_ && selected_; }
+  // Whether the open editor has the focus (else the grid has it).
+  bool editor_focused() const { return editing_ && editor_focused_; }
 
   // What the form does with the grid on the user's behalf (the desktop
   // grid's edit_cell, leave_cell and type_into, and a current cell set by
@@ -145,6 +153,7 @@ class HeadlessUser {
   zelkora::Text entered_text_;  // the active cell's text when it was entered
   CellRef cursor_{-1, -1};      // where Up and Down last went, their column kept
   bool list_open_ = false;      // the editor's list is open: it takes the keys
+  bool editor_focused_ = true;  // the open editor has the focus, not the grid
 };
 
 }  // namespace zelkora::platform::headless
