@@ -3,10 +3,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QResizeEvent>
@@ -20,9 +18,7 @@
 #include <cmath>
 
 #include "desk/beam_design.h"
-#include "desk/beam_report.h"
 #include "zelkora/frame/catalogue_ids.h"
-#include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/row_facts.h"
 #include "zelkora/typeset/markup.h"

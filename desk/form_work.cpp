@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
-#include <set>
 #include <string>
 
 #include "desk/beam_report.h"
