@@ -130,6 +130,9 @@ void HeadlessUser::key(Key key) {
     if (key == kEnter) pick(view_.grid.Text(at.row, at.col));
     return;
   }
+  // The grid has the focus over an open editor: keys that would edit are lost.
+  const bool edits = key == kSpace || key == kF2 || key == kF4 || key == kAltDown;
+  if (editing_ && !editor_focused_ && edits) return;
   switch (key) {
     case kEscape:
       if (!editing_) return;
