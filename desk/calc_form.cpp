@@ -3,10 +3,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QResizeEvent>
@@ -20,9 +18,7 @@
 #include <cmath>
 
 #include "desk/beam_design.h"
-#include "desk/beam_report.h"
 #include "zelkora/frame/catalogue_ids.h"
-#include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/row_facts.h"
 #include "zelkora/typeset/markup.h"
@@ -33,19 +29,6 @@ namespace {
 
 using platform::qt::to_qstring;
 using platform::qt::to_text;
-
-// Item 0 of every form is the project's name.
-constexpr int32_t kProjectItem = 0;
-
-const QString kProjectFilter = QStringLiteral("Zelkora 原始数据文件 (*.zks *.zel)");
-const QString kReportFilter = QStringLiteral("计算书 (*.txt)");
-
-// A file name the user gave without an extension gets the default one, so
-// that the open dialog lists the file and the backup copy is made.
-QString with_extension(const QString& file, TextView extension) {
-  if (file.isEmpty() || !QFileInfo(file).suffix().isEmpty()) return file;
-  return file + QLatin1Char('.') + to_qstring(extension);
-}
 
 int to_twips(int pixels, int dpi) { return dpi > 0 ? pixels * 1440 / dpi : pixels * 15; }
 
@@ -61,49 +44,9 @@ Text with_grade_letters(Text text) {
 
 }  // namespace
 
-// The form's grid events: the session's, and every change of a value marks
-// the project changed.
-class CalcForm::Events : public grid::FormSession {
- public:
-  Events(CalcForm& form, std::shared_ptr<const platform::Platform> platform)
-      : FormSession(std::move(platform), *form.grid_, *form.title_, *form.panel_, form),
-        form_(form) {}
-  void CellChanging() override {
-    FormSession::CellChanging();
-    form_.update_changed();
-    form_.update_sketch();  // the section follows the typing
-    // Escape gave the cell back its text: marks and notes follow it.
-    if (!form_.grid().editing()) {
-      form_.values_changed(false);
-      form_.show_row_notes();
-    }
-  }
-  void ComboClick() override {
-    FormSession::ComboClick();
-    form_.update_changed();
-    form_.update_sketch();
-    // The rows the pick made (not) apply leave (or join) the filtered view.
-    if (form_.grid().filtered()) form_.apply_filter();
-  }
-  void EnterRow() override {
-    FormSession::EnterRow();
-    form_.show_row_notes();
-  }
-  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
-    FormSession::LeaveCell(row, col, cancel);
-    // A refused value is no step: the cell and the item are back at the
-    // text the row had when it was entered. A pasted column is one step.
-    form_.values_changed(!cancel && !form_.pasting_);
-    if (cancel) form_.show_row_notes();
-  }
-
- private:
-  CalcForm& form_;
-};
-
 CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Program& program,
                    QWidget* parent)
-    : QMainWindow(parent), program_(program), platform_(platform), errors_(platform) {
+    : QMainWindow(parent), program_(program), platform_(platform) {
   setAttribute(Qt::WA_DeleteOnClose);
   splitter_ = new QSplitter(Qt::Horizontal, this);
   auto* splitter = splitter_;
@@ -127,7 +70,7 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   // Right of the values: the sketch of the section over the report, each
   // where the form has it.
   QWidget* side = nullptr;
-  if (bDisplayPicture()) {
+  if (FormWork::shows_section(program)) {
     side = side_ = new QSplitter(Qt::Vertical, splitter);
     sketch_view_ = new SectionView(side_);
     side_->addWidget(sketch_view_);
@@ -152,22 +95,13 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   }
   setCentralWidget(splitter);
 
-  session_ = std::make_unique<Events>(*this, platform);
-  session_->check_values_on_leave(true);
-  grid_->connect_events(session_.get());
-  const clsCharacter chr(platform);
-  session_->build(layout_id(program.layout, chr));
   grid_->value_column(grid::kValueCol);
-  grid_->QTableWidget::setSelectionMode(QAbstractItemView::ExtendedSelection);
-  history_ = std::make_unique<grid::ValueHistory>(session_->cell());
   refused_count_ = new QLabel(this);
   statusBar()->addPermanentWidget(refused_count_);
   build_actions();
+  work_ = std::make_unique<FormWork>(platform, program, static_cast<FormView&>(*this));
+  grid_->QTableWidget::setSelectionMode(QAbstractItemView::ExtendedSelection);
   describe_values();
-  update_refused();
-  update_edit_actions();
-  values_saved();
-  update_sketch();
   // The user sets the caption column's width by its edge; it is kept with
   // the view.
   grid_->resizable_column(grid::kCaptionCol);
@@ -175,15 +109,7 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   restore_view();
 }
 
-bool CalcForm::bDisplayPicture() {
-  return equal_text(program_.layout, u"clsBeamSteel", Compare::Text);
-}
-
-CalcForm::~CalcForm() { grid_->connect_events(nullptr); }
-
-clsGridCell& CalcForm::cell() { return session_->cell(); }
-
-platform::GridEvents& CalcForm::grid_events() { return *session_; }
+CalcForm::~CalcForm() = default;
 
 QAction* CalcForm::action(Action which) const {
   const auto at = static_cast<std::size_t>(which);
@@ -218,28 +144,16 @@ void CalcForm::build_actions() {
     (a.action == Action::kCalculate || a.action == Action::kSaveReport ? calc_menu : file_menu)
         ->addAction(action);
   }
-  connect(action(Action::kNew), &QAction::triggered, this, [this] {
-    if (may_discard_changes()) new_project();
-  });
-  connect(action(Action::kOpen), &QAction::triggered, this, [this] {
-    if (!may_discard_changes()) return;
-    const QString file = chosen_file(false, kProjectFilter);
-    if (!file.isEmpty()) open_file(file);
-  });
-  connect(action(Action::kSave), &QAction::triggered, this, [this] {
-    const QString file =
-        file_.isEmpty() ? with_extension(chosen_file(true, kProjectFilter), u"zks") : file_;
-    if (!file.isEmpty()) save_file(file);
-  });
-  connect(action(Action::kSaveAs), &QAction::triggered, this, [this] {
-    const QString file = with_extension(chosen_file(true, kProjectFilter), u"zks");
-    if (!file.isEmpty()) save_file(file);
-  });
+  connect(action(Action::kNew), &QAction::triggered, this, [this] { work_->menu_new(); });
+  connect(action(Action::kOpen), &QAction::triggered, this, [this] { work_->menu_open(); });
+  connect(action(Action::kSave), &QAction::triggered, this, [this] { work_->menu_save(); });
+  connect(action(Action::kSaveAs), &QAction::triggered, this, [this] { work_->menu_save_as(); });
   connect(action(Action::kDefaults), &QAction::triggered, this, [this] { load_defaults(); });
   connect(action(Action::kCalculate), &QAction::triggered, this, [this] { calculate(); });
   connect(action(Action::kSaveReport), &QAction::triggered, this, [this] {
-    const QString file = with_extension(chosen_file(true, kReportFilter), u"txt");
-    if (!file.isEmpty()) save_report(file);
+    const Text file =
+        FormWork::with_extension(work_->chosen_file(true, FormWork::kReportFilter), u"txt");
+    if (!file.empty()) save_report(to_qstring(file));
   });
   action(Action::kSaveReport)->setEnabled(false);
   build_edit_actions(edit_menu, toolbar);
@@ -267,21 +181,13 @@ void CalcForm::fill_recent_menu(QMenu* menu) {
     QString shown = file;  // "&" would mark a shortcut letter
     shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
     QAction* entry = menu->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(shown));
-    connect(entry, &QAction::triggered, this, [this, file] {
-      if (may_discard_changes()) open_file(file);
-    });
+    connect(entry, &QAction::triggered, this, [this, file] { work_->open_recent(to_text(file)); });
   }
   if (files.empty()) menu->addAction(QStringLiteral("（无）"))->setEnabled(false);
 }
 
 std::vector<Text> CalcForm::recent_files() const {
   return clsCharacter(platform_).tHistoryFiles(Text(program_.menu_key));
-}
-
-void CalcForm::remember_file(const QString& file) {
-  const QString path = QFileInfo(file).absoluteFilePath();
-  clsCharacter(platform_).bHistoryAdd(Text(program_.menu_key),
-                                      to_text(QDir::toNativeSeparators(path)));
 }
 
 bool CalcForm::show_help() {
@@ -301,17 +207,14 @@ bool CalcForm::show_help() {
   return false;
 }
 
-QString CalcForm::chosen_file(bool saving, const QString& filter) {
-  if (std::optional<QString>& preset = saving ? preset_save_ : preset_open_) {
-    const QString file = *preset;
-    preset.reset();
-    return file;
-  }
-  return saving ? QFileDialog::getSaveFileName(this, windowTitle(), file_, filter)
-                : QFileDialog::getOpenFileName(this, windowTitle(), file_, filter);
+Text CalcForm::choose_file(bool saving, TextView title, TextView file, TextView filter) {
+  const QString chosen = saving
+                             ? QFileDialog::getSaveFileName(this, to_qstring(title),
+                                                            to_qstring(file), to_qstring(filter))
+                             : QFileDialog::getOpenFileName(this, to_qstring(title),
+                                                            to_qstring(file), to_qstring(filter));
+  return to_text(chosen);
 }
-
-Text CalcForm::form_name() const { return Text(program_.layout); }
 
 // ---- Layout of the grid ------------------------------------------------------------
 
@@ -324,7 +227,7 @@ void CalcForm::place_grid() {
   // The grid and the title box are placed by the form's rule, in twips.
   const int width = to_twips(panel_->width(), panel_->logicalDpiX());
   const int height = to_twips(panel_->height(), panel_->logicalDpiY());
-  session_->cell().Form_Resize(0, width, height);
+  cell().Form_Resize(0, width, height);
   title_rule_ = title_->geometry();
   grid_rule_ = grid_->geometry();
   fit_title_box();
@@ -355,142 +258,58 @@ void CalcForm::fit_title_box() {
 
 // ---- The project ---------------------------------------------------------------------
 
-void CalcForm::update_changed() {
-  std::vector<Text> now;
-  if (session_) session_->cell().GetCurrentText(now);
-  const bool changed = now != saved_values_;
-  if (changed == changed_) return;
-  changed_ = changed;
-  update_title();
+void CalcForm::show_title(TextView title, bool changed) {
+  setWindowTitle(to_qstring(title));
+  setWindowModified(changed);
 }
 
-void CalcForm::values_saved() {
-  saved_values_.clear();
-  session_->cell().GetCurrentText(saved_values_);
-  changed_ = false;
-  update_title();
+void CalcForm::show_status(TextView text, int32_t milliseconds) {
+  statusBar()->showMessage(to_qstring(text), milliseconds);
 }
 
-bool CalcForm::may_discard_changes() {
-  update_changed();
-  if (!changed_ || !ask_before_closing_) return true;
+void CalcForm::clear_status() { statusBar()->clearMessage(); }
+
+FormView::SaveChanges CalcForm::ask_save_changes(TextView text, TextView title) {
   auto* boxes = dynamic_cast<platform::qt::QtMessageBox*>(platform_->messages.get());
   const QMessageBox::StandardButton answer =
-      boxes ? boxes->choose(QMessageBox::Question, u"项目已修改，是否保存？", to_text(windowTitle()),
+      boxes ? boxes->choose(QMessageBox::Question, text, title,
                             QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel)
             : QMessageBox::Discard;
-  if (answer == QMessageBox::Discard) return true;
-  if (answer != QMessageBox::Save) return false;
-  const QString file =
-      file_.isEmpty() ? with_extension(chosen_file(true, kProjectFilter), u"zks") : file_;
-  return !file.isEmpty() && save_file(file);
-}
-
-void CalcForm::update_title() {
-  const Text project = session_ ? session_->cell().tGetText(kProjectItem) : Text();
-  QString name = to_qstring(trim(project));
-  if (name.isEmpty()) {
-    name = file_.isEmpty() ? QStringLiteral("未命名") : QFileInfo(file_).completeBaseName();
-  }
-  setWindowTitle(to_qstring(program_.menu_key) + QStringLiteral(" - ") + name +
-                 QStringLiteral("[*]"));
-  setWindowModified(changed_);
-}
-
-void CalcForm::new_project() {
-  session_->cell().LoadDefaultEnterA(false);
-  history_->clear();
-  values_changed();
-  file_.clear();
-  report_lines_.clear();
-  report_sketch_ = {};
-  if (report_) report_->clear();
-  action(Action::kSaveReport)->setEnabled(false);
-  values_saved();
-}
-
-bool CalcForm::open_file(const QString& file) {
-  if (!session_->cell().bLoadOrSaveData(u"Load", to_text(file), form_name(), {}, add_data_)) {
-    const ProjectFileKind kind = project_file_kind(platform_, to_text(file));
-    if (kind.layout && !equal_text(*kind.layout, program_.layout, Compare::Text)) {
-      platform_->messages->warning(why_not_opened(kind, to_text(file), &program_),
-                                   to_text(windowTitle()));
-      return false;
-    }
-    const int32_t error = kind.exists ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
-    errors_.GenMsgErrorW(error, to_text(QFileInfo(file).fileName()), {}, {}, {}, false);
-    return false;
-  }
-  session_->cell().ControlEnableA(0);
-  history_->clear();
-  values_changed();
-  file_ = file;
-  values_saved();
-  remember_file(file);
-  statusBar()->showMessage(QStringLiteral("已打开 ") + file, 5000);
-  return true;
-}
-
-bool CalcForm::save_file(const QString& file) {
-  // A value still being edited is left first, checked as always.
-  if (!grid_->leave_cell()) return false;
-  if (!session_->cell().bLoadOrSaveData(u"Save", to_text(file), form_name(), {}, add_data_)) {
-    errors_.GenMsgErrorW(error_id::kDataFileNotSaved, to_text(QFileInfo(file).fileName()), {}, {},
-                         {}, false);
-    return false;
-  }
-  file_ = file;
-  values_saved();
-  remember_file(file);
-  statusBar()->showMessage(QStringLiteral("已保存 ") + file, 5000);
-  return true;
-}
-
-void CalcForm::load_defaults() {
-  std::vector<Text> before;
-  session_->cell().GetCurrentText(before);
-  session_->cell().LoadDefaultEnterA(true);
-  std::vector<Text> after;
-  session_->cell().GetCurrentText(after);
-  values_changed();  // one step of the history
+  if (answer == QMessageBox::Discard) return SaveChanges::kDiscard;
+  return answer == QMessageBox::Save ? SaveChanges::kSave : SaveChanges::kCancel;
 }
 
 // ---- Calculation ---------------------------------------------------------------------
 
-void CalcForm::calculate() {
-  if (!program_.calculates) {
-    platform_->messages->warning(u"本表单只输入、检查、保存和打开数据，没有计算。",
-                                 to_text(windowTitle()));
+void CalcForm::show_report(const std::vector<Text>& lines, const std::vector<Text>& values) {
+  report_sketch_ = {};
+  if (!report_) return;
+  if (lines.empty()) {
+    report_->clear();
+    report_html_.clear();
+    action(Action::kSaveReport)->setEnabled(false);
     return;
   }
-  if (!grid_->leave_cell()) return;
-  std::vector<Text> values;
-  session_->cell().GetCurrentText(values);
-  clsCharacter chr(platform_);
-  chr.bSuperSub(true);  // squares and cubes of units as superscripts
-  report_lines_ = beam_report(values, chr);
-  report_values_ = values;
-  report_stale_ = false;
   Text html;
-  for (const Text& line : report_lines_) {
+  for (const Text& line : lines) {
     // Blanks centre the title and indent continuation lines: they are kept.
     html += u"<p style=\"white-space:pre-wrap\">" +
             typeset::markup_to_html(with_grade_letters(line)) + u"</p>";
   }
   report_html_ = to_qstring(html);
-  report_sketch_ = {};
   if (bDisplayPicture()) {
+    clsCharacter chr(platform_);
     try {
       report_sketch_ = beam_sketch(values, chr);
     } catch (const std::exception&) {
       // No figure rather than no report.
     }
   }
-  show_report(report_html_);
+  show_report_page(report_html_);
   action(Action::kSaveReport)->setEnabled(true);
 }
 
-void CalcForm::show_report(const QString& html) {
+void CalcForm::show_report_page(const QString& html) {
   // The figure is a resource of the document, which setHtml clears: it is
   // added after.
   const QUrl figure(QStringLiteral("zelkora:section.png"));
@@ -514,10 +333,8 @@ void CalcForm::show_report(const QString& html) {
   }
 }
 
-void CalcForm::update_sketch() {
-  if (!sketch_view_ || !session_) return;
-  std::vector<Text> values;
-  session_->cell().GetCurrentText(values);
+void CalcForm::show_values(const std::vector<Text>& values) {
+  if (!sketch_view_) return;
   clsCharacter chr(platform_);
   SectionSketch sketch;
   try {
@@ -528,27 +345,23 @@ void CalcForm::update_sketch() {
   sketch_view_->set_sketch(sketch);
 }
 
-void CalcForm::mark_report_stale() {
-  if (!report_ || report_lines_.empty() || report_stale_) return;
-  std::vector<Text> now;
-  session_->cell().GetCurrentText(now);
-  if (now == report_values_) return;
-  report_stale_ = true;
-  show_report(QStringLiteral("<p style=\"color:#b00000\"><b>计算书已过期：数据已修改，"
-                             "请再次单击“计算”。</b></p>") +
-              report_html_);
+void CalcForm::show_report_stale() {
+  if (!report_) return;
+  show_report_page(QStringLiteral("<p style=\"color:#b00000\"><b>计算书已过期：数据已修改，"
+                                  "请再次单击“计算”。</b></p>") +
+                   report_html_);
   action(Action::kSaveReport)->setEnabled(false);
 }
 
 bool CalcForm::save_report(const QString& file) {
-  if (report_lines_.empty() || report_stale_) {
+  if (work_->report_lines().empty() || work_->report_stale()) {
     platform_->messages->warning(u"计算书已过期或尚未计算：请先单击“计算”。", u"保存计算书");
     return false;
   }
   clsCharacter chr(platform_);
   QSaveFile out(file);
   if (out.open(QIODevice::WriteOnly)) {
-    for (const Text& line : report_lines_) {
+    for (const Text& line : work_->report_lines()) {
       out.write(to_utf8(with_grade_letters(chr.tDelSuperSubSign(line))).c_str());
       out.write("\n");
     }
@@ -563,27 +376,10 @@ bool CalcForm::save_report(const QString& file) {
   return false;
 }
 
-// ---- The form object ------------------------------------------------------------------
-
-void CalcForm::ControlEnable(std::vector<bool>& hidden) {
-  const clsCharacter chr(platform_);
-  apply_rules(program_, texts_, hidden, chr);
-  update_title();
-}
-
-void CalcForm::ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool>& hidden) {
-  texts_ = texts;
-  ControlEnable(hidden);
-}
+// ---- The window ----------------------------------------------------------------------
 
 void CalcForm::closeEvent(QCloseEvent* event) {
-  // A value still being typed is left, and checked, first.
-  if (!grid_->leave_cell()) {
-    event->ignore();
-    return;
-  }
-  values_changed();
-  if (!may_discard_changes()) {
+  if (!work_->may_close()) {
     event->ignore();
     return;
   }

@@ -23,19 +23,18 @@
 #include <QSplitter>
 #include <QTextBrowser>
 #include <memory>
-#include <optional>
 
+#include "desk/form_view.h"
+#include "desk/form_work.h"
 #include "desk/programs.h"
 #include "desk/section_sketch.h"
-#include "zelkora/checking/cls_err_chr.h"
-#include "zelkora/grid/form_session.h"
 #include "zelkora/grid/value_history.h"
 #include "zelkora/platform/qt/qt_controls.h"
 #include "zelkora/platform/qt/qt_grid.h"
 
 namespace zelkora::desk {
 
-class CalcForm : public QMainWindow, public platform::GridForm {
+class CalcForm : public QMainWindow, private FormView {
   Q_OBJECT
 
  public:
@@ -62,45 +61,48 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   ~CalcForm() override;
 
   const Program& program() const { return program_; }
+  FormWork& work() { return *work_; }
   platform::qt::QtGridControl& grid() { return *grid_; }
   platform::qt::QtRichTextBox& title_box() { return *title_; }
-  clsGridCell& cell();
+  clsGridCell& cell() { return work_->cell(); }
   QTextBrowser* report() { return report_; }
   QLineEdit& filter_box() { return *filter_; }
   QCheckBox& changed_only() { return *changed_only_; }
   QCheckBox& refused_only() { return *refused_only_; }
   QLabel& refused_count() { return *refused_count_; }
   QSplitter& panes() { return *splitter_; }
-  // The sketch of the section beside the values, where the form has one
-  // (bDisplayPicture), and the pane it shares with the report; else null.
+  // The sketch of the section beside the values, where the form has one,
+  // and the pane it shares with the report; else null.
   SectionView* sketch_view() { return sketch_view_; }
   QSplitter* side_panes() { return side_; }
   // The section the report was last calculated for (its figure).
   const SectionSketch& report_sketch() const { return report_sketch_; }
-  grid::ValueHistory& history() { return *history_; }
+  grid::ValueHistory& history() { return work_->history(); }
   // The form's handlers of its grid's events (a tester puts a recorder
   // between them and the grid).
-  platform::GridEvents& grid_events();
+  platform::GridEvents& grid_events() { return work_->events(); }
   QAction* action(Action which) const;
   // The project file, empty before the first save or open.
-  const QString& file() const { return file_; }
-  bool changed() const { return changed_; }
+  QString file() const { return platform::qt::to_qstring(work_->file()); }
+  bool changed() const { return work_->changed(); }
+  // The beam's form shows a sketch of its section.
+  bool bDisplayPicture() const { return FormWork::shows_section(program_); }
 
   // The file the next Open (or, `saving`, the next Save As, Save report or
   // save of a project never saved) takes instead of asking (a script's or a
   // test's; cleared when taken).
   void preset_file(const QString& file, bool saving) {
-    (saving ? preset_save_ : preset_open_) = file;
+    work_->preset_file(platform::qt::to_text(file), saving);
   }
   // Whether closing a changed project asks to save it (not in scripts).
-  void ask_before_closing(bool ask) { ask_before_closing_ = ask; }
+  void ask_before_closing(bool ask) { work_->ask_before_closing(ask); }
 
   // What the actions do.
-  void new_project();
-  bool open_file(const QString& file);
-  bool save_file(const QString& file);
-  void load_defaults();
-  void calculate();
+  void new_project() { work_->new_project(); }
+  bool open_file(const QString& file) { return work_->open_file(platform::qt::to_text(file)); }
+  bool save_file(const QString& file) { return work_->save_file(platform::qt::to_text(file)); }
+  void load_defaults() { work_->load_defaults(); }
+  void calculate() { work_->calculate(); }
   bool save_report(const QString& file);
   // The program's recent project files, newest first, as the File menu
   // lists them.
@@ -111,62 +113,29 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   // line and a message say so; false then.
   bool show_help();
 
-  // The Edit menu.
-  bool undo();
-  bool redo();
-  // The selected rows (or the current one) as "caption<TAB>value" lines.
-  QString copied_rows() const;
-  // One value into the current cell, or a column of values (one a line;
-  // of a "caption<TAB>value" line the value) into the editable rows from
-  // the current one down, each entered as if typed. The first refusal stops
-  // it and names its row on the status line; false then.
-  bool paste_values(const QString& text);
-  // The current row's value, a group's values or a heading's back at their
-  // defaults.
-  void reset_current();
-  // The next row whose value is refused, after the current one (and round),
-  // its editor open; false when there is none.
-  bool next_refused();
-  // The shown rows whose values their checks refuse, as last counted.
-  const std::vector<int32_t>& refused_rows() const { return refused_; }
+  // The Edit menu (FormWork's).
+  bool undo() { return work_->undo(); }
+  bool redo() { return work_->redo(); }
+  QString copied_rows() const { return platform::qt::to_qstring(work_->copied_rows()); }
+  bool paste_values(const QString& text) {
+    return work_->paste_values(platform::qt::to_text(text));
+  }
+  void reset_current() { work_->reset_current(); }
+  bool next_refused() { return work_->next_refused(); }
+  const std::vector<int32_t>& refused_rows() const { return work_->refused_rows(); }
   // Applies the filter box and its toggles to the grid.
   void apply_filter();
-
-  // ---- GridForm ----
-  int32_t LabelColWidth() override { return kLabelColWidth; }
-  void ControlEnable(std::vector<bool>& hidden) override;
-  void ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool>& hidden) override;
-  // The beam's form shows a sketch of its section.
-  bool bDisplayPicture() override;
-  void Let_Text(std::vector<zelkora::Text>& texts) override { texts_ = texts; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  class Events;
-  static constexpr int32_t kLabelColWidth = 150;
-
   void build_actions();
   void build_edit_actions(QMenu* menu, QToolBar* toolbar);
   // Fills the recent-projects menu from the history as it is now.
   void fill_recent_menu(QMenu* menu);
-  // Puts the project file at the top of the program's history.
-  void remember_file(const QString& file);
   QWidget* build_filter_bar(QWidget* parent);
-  // After a value changed: the undo step (unless `step` is false), the
-  // marks of refused values and their count, the filter and the actions'
-  // states.
-  void values_changed(bool step = true);
-  // Undo (`back`) or redo: the cell is left first; the row of the step's
-  // first item becomes the current one.
-  bool step_history(bool back);
-  void update_refused();
-  void update_edit_actions();
-  // Caption, default and refusal of the current row in the title box, under
-  // its caption and help.
-  void show_row_notes();
   // What a screen reader is told of each value: its caption and help.
   void describe_values();
   // The view kept in the user's settings.
@@ -178,28 +147,43 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   // (at most half the panel, the grid keeping four rows); the grid takes the
   // rest.
   void fit_title_box();
-  // The sketch drawn anew from the current values.
-  void update_sketch();
   // The report's HTML with the figure of its section at the end.
-  void show_report(const QString& html);
-  // The changed mark follows the values: changed while they differ from
-  // those last saved, opened or begun anew.
-  void update_changed();
-  void values_saved();
-  // Before the values are replaced (New, Open, a recent project) or the form
-  // closes: a changed project asks Save, Discard or Cancel; false to stop.
-  bool may_discard_changes();
-  // A report of values that have changed since is marked out of date and
-  // cannot be saved until it is calculated again.
-  void mark_report_stale();
-  void update_title();
-  // The file of an action: the preset one, or the user's choice.
-  QString chosen_file(bool saving, const QString& filter);
-  Text form_name() const;
+  void show_report_page(const QString& html);
+
+  // ---- FormView ----
+  platform::GridControl& grid_control() override { return *grid_; }
+  platform::RichTextBox& title_box_control() override { return *title_; }
+  platform::Panel& panel_control() override { return *panel_; }
+  void connect_events(platform::GridEvents* events) override { grid_->connect_events(events); }
+  bool leave_cell() override { return grid_->leave_cell(); }
+  bool type_into(int32_t row, TextView text) override;
+  bool edit_cell(int32_t row) override;
+  void make_current(int32_t row) override;
+  bool editing() const override { return grid_->editing(); }
+  int32_t current_row() const override { return grid_->currentRow(); }
+  std::vector<int32_t> selected_rows() const override;
+  void clear_selection() override { grid_->clearSelection(); }
+  void show_only(std::vector<bool> kept) override { grid_->show_only(std::move(kept)); }
+  bool filtered() const override { return grid_->filtered(); }
+  bool row_shown(int32_t row) const override { return grid_->row_shown(row); }
+  int32_t next_editable_row(int32_t row, int step) const override;
+  void mark_refused(int32_t row, TextView note) override;
+  bool marked(int32_t row) const override;
+  void show_title(TextView title, bool changed) override;
+  void show_status(TextView text, int32_t milliseconds) override;
+  void clear_status() override;
+  void show_refused_count(TextView text) override;
+  void show_history(bool can_undo, bool can_redo) override;
+  void show_filter(const grid::RowFilter& filter) override;
+  void show_values(const std::vector<Text>& values) override;
+  void show_report(const std::vector<Text>& lines, const std::vector<Text>& values) override;
+  void show_report_stale() override;
+  void fit_title_box(bool grows) override;
+  Text choose_file(bool saving, TextView title, TextView file, TextView filter) override;
+  SaveChanges ask_save_changes(TextView text, TextView title) override;
 
   const Program& program_;
   std::shared_ptr<const platform::Platform> platform_;
-  clsErrChr errors_;
   platform::qt::QtPanel* panel_ = nullptr;
   QLabel* heading_ = nullptr;
   platform::qt::QtGridControl* grid_ = nullptr;
@@ -215,22 +199,9 @@ class CalcForm : public QMainWindow, public platform::GridForm {
   QCheckBox* changed_only_ = nullptr;
   QCheckBox* refused_only_ = nullptr;
   QLabel* refused_count_ = nullptr;
-  std::unique_ptr<grid::ValueHistory> history_;
-  std::vector<int32_t> refused_;
-  std::unique_ptr<Events> session_;
-  Text add_data_;  // the form's additional text in its data file
-  std::vector<zelkora::Text> texts_;
   std::vector<QAction*> actions_;
-  std::vector<Text> report_lines_;
-  std::vector<Text> report_values_;  // the values the report was calculated from
   QString report_html_;
-  bool report_stale_ = false;
-  std::vector<Text> saved_values_;   // the values last saved, opened or begun anew
-  QString file_;
-  std::optional<QString> preset_open_, preset_save_;
-  bool changed_ = false;
-  bool pasting_ = false;  // a column is being pasted: one step at its end
-  bool ask_before_closing_ = true;
+  std::unique_ptr<FormWork> work_;
 };
 
 }  // namespace zelkora::desk

@@ -1,12 +1,13 @@
-// A calculation form's Edit menu, its filter, the marks of refused values
-// and the view it keeps.
+// A calculation form's Edit menu, its filter, the marks of refused values,
+// the title box and the view it keeps.
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QScrollBar>
-#include <QTextEdit>
+#include <QSignalBlocker>
 #include <QStatusBar>
+#include <QTextEdit>
 #include <QToolBar>
 #include <set>
 
@@ -25,14 +26,6 @@ using platform::qt::to_qstring;
 using platform::qt::to_text;
 
 constexpr TextView kViewSection = u"View";
-// The colour of a refusal in the title box (dark red).
-constexpr uint32_t kRefusalColour = 0x0000B0;
-
-const grid::RowFacts* facts_of(const std::vector<grid::RowFacts>& rows, int32_t row) {
-  return row >= 1 && static_cast<std::size_t>(row) <= rows.size()
-             ? &rows[static_cast<std::size_t>(row - 1)]
-             : nullptr;
-}
 
 }  // namespace
 
@@ -103,66 +96,44 @@ void CalcForm::build_edit_actions(QMenu* menu, QToolBar* toolbar) {
   });
 }
 
-// ---- After a change -----------------------------------------------------------------------
+// ---- What the work shows -----------------------------------------------------------------
 
-void CalcForm::values_changed(bool step) {
-  if (!history_) return;
-  if (step) history_->record();
-  update_changed();
-  update_sketch();
-  mark_report_stale();
-  update_refused();
-  if (grid_->filtered()) apply_filter();
-  update_edit_actions();
+void CalcForm::show_history(bool can_undo, bool can_redo) {
+  action(Action::kUndo)->setEnabled(can_undo);
+  action(Action::kRedo)->setEnabled(can_redo);
 }
 
-void CalcForm::update_edit_actions() {
-  if (!action(Action::kUndo)) return;
-  action(Action::kUndo)->setEnabled(history_->can_undo());
-  action(Action::kRedo)->setEnabled(history_->can_redo());
+void CalcForm::mark_refused(int32_t row, TextView note) {
+  grid_->mark_cell(row, grid::kValueCol, to_qstring(note));
 }
 
-void CalcForm::update_refused() {
-  const std::vector<Text> messages = grid::refusals(cell());
-  std::vector<int32_t> now;
-  for (const grid::RowFacts& row : grid::row_facts(cell())) {
-    const Text& message = messages[static_cast<std::size_t>(row.row - 1)];
-    if (row.item >= 0 && !row.hidden && !message.empty()) {
-      now.push_back(row.row);
-      grid_->mark_cell(row.row, grid::kValueCol, to_qstring(message));
-    } else if (grid_->marked(row.row, grid::kValueCol)) {
-      grid_->mark_cell(row.row, grid::kValueCol, QString());
-    }
-  }
-  refused_ = now;
-  refused_count_->setText(
-      now.empty() ? QString() : QStringLiteral("%1 个数据有错误（F8 转到）").arg(now.size()));
-}
+bool CalcForm::marked(int32_t row) const { return grid_->marked(row, grid::kValueCol); }
 
-void CalcForm::show_row_notes() {
-  clsGridCell& form_cell = cell();
-  const int32_t row = form_cell.lCurrentRow();
-  const std::vector<grid::RowFacts> rows = grid::row_facts(form_cell);
-  const grid::RowFacts* facts = facts_of(rows, row);
-  if (!facts || facts->item < 0) {
-    title_grows_ = false;
-    fit_title_box();
-    return;
-  }
-  form_cell.tShowRowTitle();  // the notes follow the caption and help once
-  platform::RichTextBox& box = *title_;
-  const auto append = [&box](TextView text, uint32_t colour) {
-    box.SelStart(static_cast<int32_t>(box.Text().size()));
-    box.SelLength(0);
-    box.SelColor(colour);
-    box.SelText(text);
-  };
-  // The refusal first, then the default; the box grows to show them.
-  const Text refused = grid::refusal(form_cell, row);
-  if (!refused.empty()) append(u"\r\n" + refused, kRefusalColour);
-  append(u"\r\n默认值：" + facts->default_value, platform::kColourButtonText);
-  title_grows_ = !refused.empty();
+void CalcForm::show_refused_count(TextView text) { refused_count_->setText(to_qstring(text)); }
+
+void CalcForm::fit_title_box(bool grows) {
+  title_grows_ = grows;
   fit_title_box();
+}
+
+bool CalcForm::type_into(int32_t row, TextView text) {
+  return grid_->type_into(row, grid::kValueCol, to_qstring(text));
+}
+
+bool CalcForm::edit_cell(int32_t row) { return grid_->edit_cell(row, grid::kValueCol); }
+
+void CalcForm::make_current(int32_t row) { grid_->setCurrentCell(row, grid::kValueCol); }
+
+int32_t CalcForm::next_editable_row(int32_t row, int step) const {
+  return grid_->next_editable_row(row, grid::kValueCol, step);
+}
+
+std::vector<int32_t> CalcForm::selected_rows() const {
+  std::set<int32_t> rows;
+  for (const QModelIndex& index : grid_->selectionModel()->selectedIndexes()) {
+    rows.insert(index.row());
+  }
+  return {rows.begin(), rows.end()};
 }
 
 void CalcForm::describe_values() {
@@ -172,141 +143,20 @@ void CalcForm::describe_values() {
   }
 }
 
-// ---- Undo and redo ---------------------------------------------------------------------------
-
-bool CalcForm::undo() { return step_history(true); }
-
-bool CalcForm::redo() { return step_history(false); }
-
-bool CalcForm::step_history(bool back) {
-  if (!grid_->leave_cell()) return false;
-  statusBar()->clearMessage();
-  grid_->clearSelection();
-  values_changed();
-  if (!(back ? history_->undo() : history_->redo())) return false;
-  const int32_t item = back ? history_->redo_item() : history_->undo_item();
-  const int32_t row = cell().lGetRowByIndex(item);
-  values_changed();
-  if (row > 0 && grid_->row_shown(row)) grid_->setCurrentCell(row, grid::kValueCol);
-  return true;
-}
-
-// ---- Copy and paste
-// ------------------------------------------------------------------------------
-
-QString CalcForm::copied_rows() const {
-  std::set<int> rows;
-  for (const QModelIndex& index : grid_->selectionModel()->selectedIndexes()) {
-    rows.insert(index.row());
-  }
-  if (rows.empty() && grid_->currentRow() > 0) rows.insert(grid_->currentRow());
-  QString text;
-  for (const int row : rows) {
-    if (row < 1 || !grid_->row_shown(row)) continue;
-    text += to_qstring(trim(grid_->Text(row, grid::kCaptionCol))) + QLatin1Char('\t') +
-            to_qstring(grid_->Text(row, grid::kValueCol)) + QLatin1Char('\n');
-  }
-  return text;
-}
-
-bool CalcForm::paste_values(const QString& text) {
-  QStringList lines = text.split(QLatin1Char('\n'));
-  for (QString& line : lines) {
-    if (line.endsWith(QLatin1Char('\r'))) line.chop(1);
-  }
-  while (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
-  if (lines.isEmpty()) return false;
-  int32_t row = grid_->currentRow();
-  if (row < 1 || !grid_->row_shown(row) || grid_->Locked(row)) {
-    row = grid_->next_editable_row(std::max(row, 0), grid::kValueCol, 1);
-  }
-  // The whole column is one step of the history, whatever stops it.
-  pasting_ = true;
-  struct StepAtEnd {
-    CalcForm& form;
-    ~StepAtEnd() {
-      form.pasting_ = false;
-      form.values_changed();
-    }
-  } step_at_end{*this};
-  for (int i = 0; i < lines.size(); ++i) {
-    if (row < 0) {
-      statusBar()->showMessage(
-          QStringLiteral("粘贴停止：下面没有可编辑的行，还有 %1 个值未粘贴").arg(lines.size() - i));
-      return false;
-    }
-    const QString value = lines[i].section(QLatin1Char('\t'), -1).trimmed();
-    if (!grid_->type_into(row, grid::kValueCol, value)) {
-      statusBar()->showMessage(QStringLiteral("粘贴停在第 %1 个值：“%2”不接受“%3”")
-                                   .arg(i + 1)
-                                   .arg(to_qstring(trim(grid_->Text(row, grid::kCaptionCol))))
-                                   .arg(value));
-      return false;
-    }
-    row = grid_->next_editable_row(row, grid::kValueCol, 1);
-  }
-  return true;
-}
-
-// ---- Defaults of a row, the next refused value
-// -----------------------------------------------------
-
-void CalcForm::reset_current() {
-  if (!grid_->leave_cell()) return;
-  values_changed();
-  const std::vector<grid::ItemValue> values = grid::defaults_of(cell(), grid_->currentRow());
-  if (values.empty()) return;
-  grid::write_values(cell(), values);
-  values_changed();
-}
-
-bool CalcForm::next_refused() {
-  update_refused();
-  if (refused_.empty()) return false;
-  const int32_t current = grid_->currentRow();
-  int32_t row = refused_.front();
-  for (const int32_t r : refused_) {
-    if (r > current) {
-      row = r;
-      break;
-    }
-  }
-  // A row folded away is unfolded; one the filter hides brings every row back.
-  const std::vector<grid::RowFacts> rows = grid::row_facts(cell());
-  if (const grid::RowFacts* facts = facts_of(rows, row); facts && facts->folded) {
-    if (facts->heading > 0) cell().ExpandHeadingGroup(facts->heading, true);
-    if (facts->group > 0) cell().ExpandGroupMembers(facts->group, true);
-  }
-  if (!grid_->row_shown(row)) {
-    filter_->clear();
-    changed_only_->setChecked(false);
-    refused_only_->setChecked(false);
-  }
-  return grid_->edit_cell(row, grid::kValueCol);
-}
-
 // ---- The filter
 // ---------------------------------------------------------------------------------------
 
 void CalcForm::apply_filter() {
-  const grid::RowFilter filter{to_text(filter_->text()), changed_only_->isChecked(),
-                               refused_only_->isChecked()};
-  if (!filter.active()) {
-    grid_->show_only({});
-    grid::show_kept_rows(cell(), {});
-    return;
-  }
-  const std::vector<grid::RowFacts> rows = grid::row_facts(cell());
-  std::vector<bool> refused(rows.size(), false);
-  for (const int32_t row : refused_) {
-    if (row >= 1 && static_cast<std::size_t>(row) <= refused.size()) {
-      refused[static_cast<std::size_t>(row - 1)] = true;
-    }
-  }
-  std::vector<bool> kept = grid::rows_kept(rows, filter, refused);
-  // A folded row the filter shows is edited and checked like any other.
-  grid::show_kept_rows(cell(), kept);
-  grid_->show_only(std::move(kept));
+  work_->set_filter(
+      {to_text(filter_->text()), changed_only_->isChecked(), refused_only_->isChecked()});
+}
+
+void CalcForm::show_filter(const grid::RowFilter& filter) {
+  const QSignalBlocker quiet_text(filter_), quiet_changed(changed_only_),
+      quiet_refused(refused_only_);
+  filter_->setText(to_qstring(filter.text));
+  changed_only_->setChecked(filter.changed);
+  refused_only_->setChecked(filter.refused);
 }
 
 // ---- The view kept between sessions

@@ -26,12 +26,15 @@
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
+#include "desk/form_state.h"
+#include "desk/headless_script.h"
 #include "desk/main_window.h"
 #include "desk/monkey.h"
 #include "desk/script.h"
 #include "desk/section_sketch.h"
 #include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/memory_settings.h"
+#include "zelkora/platform/headless/recording_events.h"
 
 namespace zelkora::desk {
 
@@ -1077,6 +1080,128 @@ class DeskTest : public QObject {
     const int status =
         check_script(QString::fromUtf8(script.readAll()).split(QLatin1Char('\n')), out, err);
     QVERIFY2(status == 0, qPrintable(printed));
+  }
+
+  // The desktop form and the headless one, driven by the same script step
+  // by step, print the same boxes and copies, raise the same grid events and
+  // hold the same values, cells, marks, history and changed mark. An
+  // "answer" runs with the step after it; "{dir}" is a scratch folder.
+  void headlessFormGoesAsTheDesktopForm_data() {
+    QTest::addColumn<QStringList>("steps");
+    QTest::newRow("typing, refusals, Escape, moving about")
+        << QStringList{"click 8 3", "key F2", "edit 10 300", "edit 22 1", "key Escape",
+                       "edit 11 600", "key Tab", "key Escape", "key Up", "key Down", "key Down",
+                       "edit 0 某 办公楼", "edit 10", "key Escape", "click 17 1", "edit 15 3,20",
+                       "click 18 3", "key Up", "key Up", "key Space", "key Down", "click 17 2",
+                       "key Space", "key Down", "key Enter", "key Shift+Tab", "edit 15 2,16,3",
+                       "key Escape", "click 26 1", "click 27 3", "key Enter", "key Enter",
+                       "key Down", "key Tab", "key Up", "click 28 3", "key F2", "key Space",
+                       "key Enter", "edit 10 3e2", "edit 11 0x10"};
+    QTest::newRow("lists, folding by Space, the rows a pick hides")
+        << QStringList{"click 26 1", "pick 25 否", "pick 25 是", "click 5 3", "key F2",
+                       "key Down", "key Escape", "key Down", "click 12 2", "key Space",
+                       "key Down", "key Down", "key Space", "click 17 1", "key Down", "key F4",
+                       "key Enter", "edit 16 9", "click 3 3", "key Alt+Down"};
+    QTest::newRow("undo, redo, defaults, a box over an open editor")
+        << QStringList{"undo", "edit 10 300", "edit 11 600", "undo", "redo", "redo",
+                       "defaults cancel", "defaults yes", "undo", "click 8 3", "key F2", "undo",
+                       "undo", "redo", "click 26 1", "pick 25 否", "undo", "redo", "click 8 3",
+                       "key F2", "defaults cancel", "key Escape", "key F2", "undo", "key Escape"};
+    QTest::newRow("the filter, its box's own keys, F8")
+        << QStringList{"edit 10 300", "filter 截面", "key Down", "click 9 3", "key Tab",
+                       "filter", "key F8", "filter zzz", "click 8 3", "filter 高度", "key Space",
+                       "undo", "undo", "redo", "redo", "filter 截面", "paste 10 300 600 25 40 50",
+                       "filter", "key F2", "key F8", "click 8 3", "undo", "filter 受压", "redo",
+                       "undo", "pick 25 否", "filter"};
+    QTest::newRow("a refusal, an open list, then the filter or a box")
+        << QStringList{"edit 11 -5", "filter 钢筋", "click 5 3", "key Alt+Down", "filter 截面",
+                       "click 9 3", "key F4", "defaults yes", "edit 11 -5", "edit 10 300",
+                       "paste 11 450", "key Enter"};
+    QTest::newRow("copy and paste")
+        << QStringList{"paste 10 300 600 25", "click 8 3", "copy", "key F2", "copy",
+                       "paste 10 350 -1 30", "key Escape", "paste 11 280", "key Enter",
+                       "click 13 3", "paste 30 1 2 3 4 5 6 7 8 9", "filter 钢筋", "copy",
+                       "click 18 3", "copy", "paste 10 270", "key Enter"};
+    QTest::newRow("projects saved, begun anew, opened, calculated, closed")
+        << QStringList{"edit 22 1", "new", "calculate", "key Escape", "edit 0 某办公楼",
+                       "save {dir}/a", "edit 10 300", "answer cancel", "new", "answer no",
+                       "new", "open {dir}/a.zks", "open {dir}/none.zks", "calculate",
+                       "edit 10 320", "answer yes {dir}/b.zks", "new", "click 8 3", "key F2",
+                       "save {dir}/c.zks", "edit 11 650", "calculate", "edit 10 abc", "key Tab",
+                       "answer cancel", "close", "answer no", "close"};
+  }
+
+  void headlessFormGoesAsTheDesktopForm() {
+    QFETCH(QStringList, steps);
+    QTemporaryDir dir;
+    // What a host shows after a step: what it printed, its events, its state.
+    const auto seen = [](QString& out, platform::headless::RecordingEvents* log,
+                         FormWork* work) {
+      QStringList lines = out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+      out.clear();
+      for (const std::string& line : log ? log->lines : std::vector<std::string>{}) {
+        lines << QString::fromStdString(line);
+      }
+      if (log) log->lines.clear();
+      for (const Text& line : work ? form_state(*work) : std::vector<Text>{u"closed"}) {
+        lines << to_qstring(line);
+      }
+      return lines;
+    };
+    DeskApp app;
+    QPointer<CalcForm> form = app.open_program(u"梁配筋计算");
+    QVERIFY(form);
+    QApplication::processEvents();
+    platform::headless::RecordingEvents qt_log(form->work().events());
+    form->work().record_events(&qt_log);
+    QString qt_out, headless_out;
+    QTextStream headless_stream(&headless_out);
+    HeadlessScriptRunner headless(*program_of(u"梁配筋计算"), headless_stream);
+    platform::headless::RecordingEvents headless_log(headless.form()->work().events());
+    headless.form()->work().record_events(&headless_log);
+
+    QStringList step{QStringLiteral("(opened)")};
+    for (int i = 0; i <= steps.size(); ++i) {
+      if (i > 0) {
+        step = {QString(steps[i - 1]).replace(QStringLiteral("{dir}"), dir.path())};
+        while (step.last().startsWith(QLatin1String("answer")) && i < steps.size()) {
+          step << QString(steps[i++]).replace(QStringLiteral("{dir}"), dir.path());
+        }
+        // The form's window active again after a box closed, as the system
+        // makes it (offscreen, nothing does).
+        if (form && !form->isActiveWindow()) {
+          form->activateWindow();
+          QApplication::processEvents();
+        }
+        // A step that cannot run says why, on either host.
+        QString err;
+        QTextStream qt_stream(&qt_out), err_stream(&err);
+        if (run_script(app, step, qt_stream, err_stream) != 0) {
+          qt_out += QStringLiteral("cannot: ") + err.section(QStringLiteral("\": "), 1).trimmed();
+        }
+        try {
+          for (const QString& line : step) headless.run(line);
+        } catch (const std::exception& e) {
+          headless_out += QStringLiteral("cannot: ") + QString::fromUtf8(e.what());
+        }
+      }
+      const QStringList qt = seen(qt_out, form ? &qt_log : nullptr, form ? &form->work() : nullptr);
+      const QStringList hl = seen(headless_out, headless.form() ? &headless_log : nullptr,
+                                  headless.form() ? &headless.form()->work() : nullptr);
+      // From the first line that differs, a few of each.
+      int at = 0;
+      while (at < std::max(qt.size(), hl.size()) && qt.value(at) == hl.value(at)) ++at;
+      QVERIFY2(at == std::max(qt.size(), hl.size()),
+               qPrintable(QString::number(i) + QStringLiteral(" ") + step.join(QLatin1Char('|')) +
+                          QStringLiteral(":\n  desktop:  ") +
+                          qt.mid(at, 6).join(QStringLiteral("\n            ")) +
+                          QStringLiteral("\n  headless: ") +
+                          hl.mid(at, 6).join(QStringLiteral("\n            "))));
+    }
+    if (form) {
+      form->work().record_events(nullptr);
+      form->ask_before_closing(false);
+    }
   }
 };
 

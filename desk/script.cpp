@@ -130,8 +130,7 @@ class ScriptRunner::Steps {
   ~Steps() { app_.messages().on_show = nullptr; }
 
   void run(const QString& line) {
-    const QString verb = line.section(QLatin1Char(' '), 0, 0);
-    const QString rest = line.section(QLatin1Char(' '), 1).trimmed();
+    const auto [verb, rest] = parse_step(line);
     if (verb == QLatin1String("menu")) return menu(rest);
     if (verb == QLatin1String("edit")) return edit(rest, false);
     if (verb == QLatin1String("pick")) return edit(rest, true);
@@ -165,8 +164,7 @@ class ScriptRunner::Steps {
  private:
   // Prints the box and clicks its button once its modal loop runs.
   void answer(QMessageBox& box) {
-    out_ << "message: " << box.windowTitle() << " | "
-         << box.text().replace(QLatin1Char('\n'), QLatin1Char(' ')).simplified() << "\n";
+    out_ << message_line(to_text(box.windowTitle()), to_text(box.text())) << "\n";
     out_.flush();
     QMessageBox::StandardButton wanted = answer_;
     answer_ = QMessageBox::NoButton;
@@ -204,20 +202,8 @@ class ScriptRunner::Steps {
     click_cell(window.grid(), row, 2);
   }
 
-  // The row of an item given by its index or its caption.
   int32_t row_of_item(CalcForm& form, const QString& item) {
-    bool numeric = false;
-    const int index = item.toInt(&numeric);
-    if (numeric) {
-      if (index < 0 || index > form.cell().lMaxTextIndex()) {
-        throw StepError("the form has no item " + item.toStdString());
-      }
-      return form.cell().lGetRowByIndex(index);
-    }
-    for (int32_t row = 1; row < form.grid().Rows(); ++row) {
-      if (trim(form.grid().Text(row, 2)) == to_text(item)) return row;
-    }
-    throw StepError("the form has no row \"" + item.toStdString() + "\"");
+    return zelkora::desk::row_of_item(form.cell(), form.grid(), item);
   }
 
   void edit(const QString& args, bool pick) {
@@ -323,9 +309,7 @@ class ScriptRunner::Steps {
   void copy() {
     QApplication::clipboard()->clear();
     chord(Qt::Key_C);
-    QString lines = QApplication::clipboard()->text();
-    if (lines.endsWith(QLatin1Char('\n'))) lines.chop(1);
-    out_ << "copied: " << lines.replace(QLatin1Char('\n'), QLatin1Char('|')) << "\n";
+    out_ << copied_line(QApplication::clipboard()->text()) << "\n";
     out_.flush();
   }
 

@@ -44,18 +44,13 @@
 #include <QStringList>
 #include <QTextStream>
 #include <memory>
-#include <stdexcept>
+
+#include "desk/script_steps.h"
 
 namespace zelkora::desk {
 
 class CalcForm;
 class DeskApp;
-
-// A step that cannot run (a hidden row, a list without the text, a button
-// that is off): the reason.
-struct StepError : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
 
 // Runs steps one at a time on the program's windows; every message box met
 // is printed on `out` and answered while the runner lives.

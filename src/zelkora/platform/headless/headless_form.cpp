@@ -58,7 +58,7 @@ bool HeadlessUser::raise_leave() {
   if (events()) events()->LeaveCell(at.row, at.col, cancel);
   left_ = !cancel;
   // A refused value keeps its editor open, showing the cell's text selected.
-  if (cancel && at.col == HeadlessForm::kValueCol) editing_ = selected_ = true;
+  if (cancel && at.col == HeadlessForm::kValueCol) editing_ = selected_ = editor_focused_ = true;
   return !cancel;
 }
 
@@ -73,11 +73,14 @@ void HeadlessUser::make_active(int32_t row, int32_t col) {
 bool HeadlessUser::begin_edit() {
   const CellRef at = view_.grid.ActiveCell();
   if (editing_) return true;
-  if (view_.grid.Locked(at.row)) return false;
+  // A row not shown (folded, hidden, or kept out by the filter while it
+  // stays current) is not edited: keys there would change what is not seen.
+  if (view_.grid.Locked(at.row) || !view_.grid.row_shown(at.row)) return false;
   bool cancel = false;
   if (events()) events()->BeforeEdit(at.row, at.col, cancel);
   if (cancel) return false;
-  editing_ = selected_ = true;
+  editing_ = selected_ = editor_focused_ = true;
+  list_open_ = false;
   left_ = false;
   return true;
 }
@@ -97,11 +100,14 @@ void HeadlessUser::click(int32_t row, int32_t col) {
     editing_ = false;
     make_active(row, col);
   }
+  if (same && editing_) selected_ = editor_focused_ = false;
   if (events()) events()->Click(row, col);
   if (same && !editing_) begin_edit();
 }
 
 void HeadlessUser::type(TextView text) {
+  if (list_open_ && editing_) return;        // the list's own search
+  if (editing_ && !editor_focused_) return;  // the grid has the keys
   for (const char16_t c : text) {
     if (!editing_) {
       const int16_t code =
@@ -121,6 +127,14 @@ void HeadlessUser::type(TextView text) {
 
 void HeadlessUser::key(Key key) {
   const CellRef at = view_.grid.ActiveCell();
+  if (list_open_ && editing_) {
+    if (key == kEscape) list_open_ = false;
+    if (key == kEnter) pick(view_.grid.Text(at.row, at.col));
+    return;
+  }
+  // The grid has the focus over an open editor: keys that would edit are lost.
+  const bool edits = key == kSpace || key == kF2 || key == kF4 || key == kAltDown;
+  if (editing_ && !editor_focused_ && edits) return;
   switch (key) {
     case kEscape:
       if (!editing_) return;
@@ -139,9 +153,17 @@ void HeadlessUser::key(Key key) {
       begin_edit();
       return;
     case kF4:
+    case kAltDown:
       if (view_.grid.CellType(at.row, at.col) != GridControl::kComboCell || !begin_edit()) return;
       if (events()) events()->ComboDropDown();
+      list_open_ = true;
       return;
+    case kUp:
+    case kDown:
+      // Out of an editor too: the cell is left through the check, as by Enter.
+      if (!raise_leave()) return;
+      editing_ = false;
+      return move_row(key == kUp ? -1 : 1);
     case kEnter:
     case kTab:
     case kBackTab: {
@@ -163,30 +185,102 @@ void HeadlessUser::key(Key key) {
 
 void HeadlessUser::pick(TextView text) {
   if (!editing_) return;
+  list_open_ = false;
   const CellRef at = view_.grid.ActiveCell();
   view_.grid.Text(at.row, at.col, text);
   left_ = false;
   if (events()) events()->ComboClick();
 }
 
-int32_t HeadlessUser::next_editable_row(int32_t row, int step) const {
-  for (int32_t r = row + step; r >= 1 && r < view_.grid.Rows(); r += step) {
-    if (view_.grid.RowHeight(r) > 0 && !view_.grid.Locked(r)) return r;
+void HeadlessUser::select_all() {
+  if (editing_) selected_ = true;
+}
+
+void HeadlessUser::paste(TextView text) {
+  if (!editing_) return;
+  const CellRef at = view_.grid.ActiveCell();
+  change_text(selected_ ? zelkora::Text(text)
+                        : view_.grid.Text(at.row, at.col) + zelkora::Text(text));
+  selected_ = false;
+}
+
+void HeadlessUser::other_key(int16_t key_code) {
+  if (!editing_ && events()) events()->KeyDown(key_code, 0);
+}
+
+bool HeadlessUser::focus_away() {
+  if (list_open_ && editing_) {  // the click only closes the list
+    list_open_ = false;
+    return false;
   }
-  return -1;
+  if (editing_) return leave_cell();
+  if (events()) events()->LostFocus();
+  return true;
 }
 
 void HeadlessUser::advance(CellRef from, int step, bool enter) {
-  const int32_t next = next_editable_row(from.row, step);
+  const int32_t next = view_.grid.next_editable_row(from.row, HeadlessForm::kValueCol, step);
   if (next >= 0) {
     make_active(next, HeadlessForm::kValueCol);
     begin_edit();
     return;
   }
   if (!enter) return;
-  for (int32_t r = from.row + 1; r < view_.grid.Rows(); ++r) {
-    if (view_.grid.RowHeight(r) > 0) return make_active(r, from.col);
+  const int32_t below = view_.grid.next_shown_row(from.row);
+  if (below != from.row) make_active(below, from.col);
+}
+
+void HeadlessUser::move_row(int step) {
+  const CellRef at = view_.grid.ActiveCell();
+  const auto [first, last] = view_.grid.merged(at.row);
+  // In a merged range the grid's current cell is the range's first.
+  const bool merged = last > first && first <= at.col && at.col <= last;
+  const bool kept = merged && cursor_.row == at.row && first <= cursor_.col && cursor_.col <= last;
+  const int32_t col = kept ? cursor_.col : merged ? first : at.col;
+  int32_t row = at.row;
+  for (int32_t r = at.row + step; r >= 0 && r < view_.grid.Rows(); r += step) {
+    if (view_.grid.row_shown(r)) {
+      row = r;
+      break;
+    }
   }
+  cursor_ = {row, col};
+  const auto [from, to] = view_.grid.merged(row);
+  const int32_t active_col = to > from && from <= col && col <= to ? from : col;
+  if (CellRef{row, active_col} == at) return;
+  make_active(row, active_col);
+}
+
+bool HeadlessUser::edit_cell(int32_t row, int32_t col) {
+  if (row < 0 || row >= view_.grid.Rows() || col < 0 || col >= view_.grid.Cols()) return false;
+  const CellRef active = view_.grid.ActiveCell();
+  const bool same = active == CellRef{row, col};
+  if (same && editing_) return true;
+  if (!same) {
+    if (!raise_leave()) return false;
+    editing_ = false;
+    make_active(row, col);
+  }
+  return begin_edit();
+}
+
+bool HeadlessUser::leave_cell() {
+  if (!raise_leave()) return false;
+  editing_ = false;
+  return true;
+}
+
+bool HeadlessUser::type_into(int32_t row, int32_t col, TextView text) {
+  if (text.size() > kMaxTypedLength || !edit_cell(row, col)) return false;
+  change_text(text);
+  selected_ = false;
+  return leave_cell();
+}
+
+void HeadlessUser::move_to(int32_t row, int32_t col) {
+  if (view_.grid.ActiveCell() == CellRef{row, col}) return;
+  editing_ = false;
+  make_active(row, col);
 }
 
 }  // namespace zelkora::platform::headless

@@ -13,6 +13,7 @@
 //   std::cout << view.grid.render(&view.title);
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "zelkora/platform/grid_control.h"
@@ -72,20 +73,65 @@ class HeadlessForm {
 //   user.key(HeadlessUser::kEnter);
 class HeadlessUser {
  public:
-  enum Key { kEnter, kTab, kBackTab, kEscape, kSpace, kF2, kF4 };
+  enum Key { kEnter, kTab, kBackTab, kEscape, kSpace, kF2, kF4, kUp, kDown, kAltDown };
 
   explicit HeadlessUser(HeadlessForm& view) : view_(view) {}
 
   // A click on a cell: another cell is left first (a refusal keeps the
   // editor and ends the click); a click on the active value cell edits it.
+  // A click on the cell being edited, past its editor, gives the grid the
+  // focus: the editor stays open, its text no longer selected, and keys
+  // typed are lost until an arrow key gives the editor the focus back.
   void click(int32_t row, int32_t col);
   // Characters typed one key each: outside an editor a key starts the edit
   // of the active cell (Space does not), inside it every key changes the text.
   void type(TextView text);
   void key(Key key);
-  // `text` chosen from the open list of the cell being edited.
+  // `text` chosen from the open list of the cell being edited. While the
+  // list is open it takes the keys: Escape closes it (the editor stays),
+  // Enter picks the item the cell shows, other keys only move in it.
   void pick(TextView text);
+  // Ctrl+A in the open editor: its whole text selected, the next key
+  // replaces it.
+  void select_all();
+  // Ctrl+V in the open editor: `text` replaces the selection, one change.
+  void paste(TextView text);
+  // The focus goes to another control of the window (a filter box): the
+  // cell being edited is left (a refusal keeps its editor and the focus:
+  // false), or the grid, which had the focus, raises LostFocus. An open
+  // list is only closed by it (false).
+  bool focus_away();
+  // A box the form shows takes the focus: an open list closes, the editor
+  // stays (and has the focus again when the box closes).
+  void box_shown() { list_open_ = false; }
+  // A key the grid does not handle itself (Ctrl+Z, say), outside an
+  // editor: KeyDown.
+  void other_key(int16_t key_code);
   bool editing() const { return editing_; }
+  // Whether the open editor's text is selected (a copy takes it whole).
+  bool selected() const { return editing_ && selected_; }
+  // Whether the open editor has the focus (else the grid has it).
+  bool editor_focused() const { return editing_ && editor_focused_; }
+
+  // What the form does with the grid on the user's behalf (the desktop
+  // grid's edit_cell, leave_cell and type_into, and a current cell set by
+  // the form): the same events as the user's own actions.
+  // The cell made active (the active one left first) with its editor open;
+  // false when the leave was cancelled or the edit refused.
+  bool edit_cell(int32_t row, int32_t col);
+  // The active cell left as a click elsewhere would; false when refused (the
+  // editor stays open).
+  bool leave_cell();
+  // `text` entered into the cell as if typed: made active, edited, the text
+  // taken (one CellChanging) and left. False when a step was refused or the
+  // text is longer than kMaxTypedLength.
+  bool type_into(int32_t row, int32_t col, TextView text);
+  // The cell made the active one by the form: an open editor closes
+  // unchecked, EnterRow when the row changes.
+  void move_to(int32_t row, int32_t col);
+
+  // The longest value a cell's editor takes as typed or pasted.
+  static constexpr std::size_t kMaxTypedLength = 1024;
 
  private:
   bool raise_leave();
@@ -95,7 +141,9 @@ class HeadlessUser {
   // After a leave by Tab, Shift+Tab (step 1, -1) or Enter: the next
   // editable row, its editor open; Enter goes on to the next shown row.
   void advance(CellRef from, int step, bool enter);
-  int32_t next_editable_row(int32_t row, int step) const;
+  // Up and Down outside an editor: the next shown row in the column they
+  // move in (kept across a merged range, whose first cell becomes active).
+  void move_row(int step);
   GridEvents* events() const { return view_.events_; }
 
   HeadlessForm& view_;
@@ -103,6 +151,9 @@ class HeadlessUser {
   bool selected_ = false;       // the editor's text is selected: a key replaces it
   bool left_ = false;           // the active cell was left and not entered or edited since
   zelkora::Text entered_text_;  // the active cell's text when it was entered
+  CellRef cursor_{-1, -1};      // where Up and Down last went, their column kept
+  bool list_open_ = false;      // the editor's list is open: it takes the keys
+  bool editor_focused_ = true;  // the open editor has the focus, not the grid
 };
 
 }  // namespace zelkora::platform::headless

@@ -459,6 +459,26 @@ void MemoryGrid::ActiveCell(int32_t row, int32_t col) {
   active_ = {row, col};
 }
 
+bool MemoryGrid::row_shown(int32_t row) const {
+  if (row <= 0 || kept_.empty()) return RowHeight(row) > 0;
+  return static_cast<std::size_t>(row) < kept_.size() && kept_[static_cast<std::size_t>(row)];
+}
+
+int32_t MemoryGrid::next_editable_row(int32_t row, int32_t col, int step) const {
+  if (col < 0 || col >= cols_ || step == 0) return -1;
+  for (int32_t r = row + step; r >= 1 && r < Rows(); r += step) {
+    if (row_shown(r) && !Locked(r)) return r;
+  }
+  return -1;
+}
+
+int32_t MemoryGrid::next_shown_row(int32_t row) const {
+  for (int32_t r = row + 1; r < Rows(); ++r) {
+    if (row_shown(r)) return r;
+  }
+  return row;
+}
+
 int32_t MemoryGrid::BottomRow() const {
   return bottom_row >= 0 ? std::min(bottom_row, Rows() - 1) : Rows() - 1;
 }

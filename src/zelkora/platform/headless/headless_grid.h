@@ -159,6 +159,21 @@ class MemoryGrid : public MemoryWindow<GridControl> {
   void DisplayClientBorder(bool d) override { display_client_border = d; }
   void SelectionMode(int16_t m) override { selection_mode = m; }
 
+  // -- A filter over the rows (the form's, not the control's): only the rows
+  // with kept[row] true show, also those the grid has folded away; an empty
+  // vector, the rows as the grid has them.
+  void show_only(std::vector<bool> kept) { kept_ = std::move(kept); }
+  bool filtered() const { return !kept_.empty(); }
+  // Whether the user sees the row: kept by the filter, or, without one (and
+  // for row 0), of a height above 0.
+  bool row_shown(int32_t row) const;
+  // The next row after `row` (`step` 1) or before it (-1) whose cell in
+  // `col` is shown and not locked, or -1; the row Tab, Shift+Tab and Enter
+  // go to.
+  int32_t next_editable_row(int32_t row, int32_t col, int step) const;
+  // The next shown row below `row`, or `row` when there is none.
+  int32_t next_shown_row(int32_t row) const;
+
   // The whole state of a cell (throws for a cell outside the grid).
   const Cell& cell(int32_t row, int32_t col) const;
   // The merged range of the row as {col1, col2}; {0, -1} when it has none.
@@ -210,6 +225,7 @@ class MemoryGrid : public MemoryWindow<GridControl> {
   bool auto_redraw_ = true;
   CellRef active_;
   std::vector<std::pair<zelkora::Text, Picture>> pictures_;
+  std::vector<bool> kept_;  // the rows a filter keeps; empty: no filter
 };
 
 // The title box. It keeps the text with a format per character.

@@ -241,6 +241,10 @@ QtGridControl::QtGridControl(QWidget* parent) : QTableWidget(parent) {
   setSelectionBehavior(QAbstractItemView::SelectItems);
   QTableWidget::setSelectionMode(QAbstractItemView::SingleSelection);
   setTabKeyNavigation(true);
+  // Sideways by pixels: scrolled by whole columns, a grid narrower than its
+  // columns (the last one stretched) would put the value column out of
+  // sight when a value cell is scrolled to.
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   // A cell shows one line, elided where it is too narrow: drawn without
   // laying the text out for wrapping.
   setWordWrap(false);
@@ -293,11 +297,6 @@ int32_t QtGridControl::shown_height() const {
     height = model_.RowHeight(row);
   }
   return std::max(height, least_row_height_);
-}
-
-bool QtGridControl::row_shown(int32_t row) const {
-  if (row <= 0 || kept_.empty()) return model_.RowHeight(row) > 0;
-  return static_cast<std::size_t>(row) < kept_.size() && kept_[static_cast<std::size_t>(row)];
 }
 
 void QtGridControl::draw_row(int32_t row) {
@@ -530,7 +529,7 @@ void QtGridControl::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void QtGridControl::show_only(std::vector<bool> kept) {
-  kept_ = std::move(kept);
+  model_.show_only(std::move(kept));
   for (int32_t row = 0; row < model_.Rows(); ++row) draw_row_height(row);
 }
 
@@ -841,21 +840,6 @@ void QtGridControl::keep_editing() {
   }
 }
 
-int32_t QtGridControl::next_shown_row(int32_t row) const {
-  for (int32_t r = row + 1; r < model_.Rows(); ++r) {
-    if (row_shown(r)) return r;
-  }
-  return row;
-}
-
-int32_t QtGridControl::next_editable_row(int32_t row, int32_t col, int step) const {
-  if (col < 0 || col >= model_.Cols() || step == 0) return -1;
-  for (int32_t r = row + step; r >= 1 && r < model_.Rows(); r += step) {
-    if (row_shown(r) && !model_.Locked(r)) return r;
-  }
-  return -1;
-}
-
 bool QtGridControl::edit_cell(int32_t row, int32_t col) {
   if (row < 0 || row >= model_.Rows() || col < 0 || col >= model_.Cols()) return false;
   const CellRef active = model_.ActiveCell();
@@ -938,7 +922,7 @@ void QtGridControl::advance(CellRef from, int step, bool enter) {
   if (next >= 0) {
     edit_cell(next, col);
   } else if (enter) {
-    const int32_t below = next_shown_row(from.row);
+    const int32_t below = model_.next_shown_row(from.row);
     if (below != from.row) setCurrentCell(below, from.col);
   }
 }
@@ -1046,17 +1030,32 @@ void QtGridControl::mouseDoubleClickEvent(QMouseEvent* event) {
 void QtGridControl::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   // While a cell is edited its editor's keys end the edit through
-  // closeEditor, which leaves the cell; the keys that move to another row
-  // (the editor passes them on) leave it through the check first.
+  // closeEditor, which leaves the cell. The keys that move to another row
+  // (the editor passes them on) leave it through the check first and move,
+  // as Enter does; keys that move within a line and reach the grid past the
+  // editor (which lost the focus to a click on its cell) give the editor the
+  // focus back.
   if (state() == QAbstractItemView::EditingState) {
-    const bool moves = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
-                       key == Qt::Key_PageDown;
-    if (moves && !(event->modifiers() & Qt::AltModifier) && !leave_active()) {
-      keep_editing();
-      event->accept();
+    const bool rows = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
+                      key == Qt::Key_PageDown;
+    const bool within = key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Home ||
+                        key == Qt::Key_End;
+    QWidget* editor = indexWidget(currentIndex());
+    if (rows && !(event->modifiers() & Qt::AltModifier)) {
+      if (!leave_active()) {
+        keep_editing();
+        event->accept();
+        return;
+      }
+      QTableWidget::keyPressEvent(event);
       return;
     }
-    QTableWidget::keyPressEvent(event);
+    if (!within || !editor) {
+      QTableWidget::keyPressEvent(event);
+      return;
+    }
+    editor->setFocus(Qt::OtherFocusReason);
+    event->accept();
     return;
   }
   const CellRef at = model_.ActiveCell();
@@ -1119,13 +1118,30 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+bool QtGridControl::focus_in_box() const {
+  if (QApplication::activeModalWidget()) return true;
+  // While a modal box is being shown it may not be the active modal widget
+  // yet: the window that has the focus tells.
+  const QWidget* to = QApplication::focusWidget();
+  const QWidget* box = to ? to->window() : QApplication::activeWindow();
+  return box && box != window() && box->isModal();
+}
+
+void QtGridControl::focusInEvent(QFocusEvent* event) {
+  QTableWidget::focusInEvent(event);
+  // The window active again (a box closed) while a cell is edited: the
+  // editor has the focus, as before.
+  if (event->reason() != Qt::ActiveWindowFocusReason || !editing()) return;
+  if (QWidget* editor = indexWidget(currentIndex())) editor->setFocus(Qt::ActiveWindowFocusReason);
+}
+
 void QtGridControl::focusOutEvent(QFocusEvent* event) {
   QTableWidget::focusOutEvent(event);
   // The focus going to the grid's own editor, or to a box the form shows,
   // is no loss.
   QWidget* to = QApplication::focusWidget();
   if (to && isAncestorOf(to)) return;
-  if (QApplication::activeModalWidget() || QApplication::activePopupWidget()) return;
+  if (focus_in_box() || QApplication::activePopupWidget()) return;
   raise([](GridEvents& e) { e.LostFocus(); });
 }
 
@@ -1178,6 +1194,11 @@ void QtGridControl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditH
   if (hint == QAbstractItemDelegate::NoHint && !left_ && QApplication::focusWidget() == this) {
     // The focus went from the editor to the grid: a click in the grid, which
     // leaves the cell itself (once, one message if it is refused).
+    return;
+  }
+  if (hint == QAbstractItemDelegate::NoHint && !left_ && focus_in_box()) {
+    // A box the form shows (a question about the project) took the focus:
+    // the editor stays, and has it again when the box closes (focusInEvent).
     return;
   }
   if (!leave_active()) {

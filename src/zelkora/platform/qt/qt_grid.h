@@ -39,6 +39,7 @@
 #include <QTableWidget>
 
 #include "zelkora/platform/grid_control.h"
+#include "zelkora/platform/headless/headless_form.h"
 #include "zelkora/platform/headless/headless_grid.h"
 
 namespace zelkora::platform::qt {
@@ -48,7 +49,7 @@ class QtGridControl : public QTableWidget, public GridControl {
 
  public:
   // The longest value a cell's editor takes as typed or pasted.
-  static constexpr int kMaxTypedLength = 1024;
+  static constexpr int kMaxTypedLength = static_cast<int>(headless::HeadlessUser::kMaxTypedLength);
 
   explicit QtGridControl(QWidget* parent = nullptr);
   ~QtGridControl() override;
@@ -66,7 +67,9 @@ class QtGridControl : public QTableWidget, public GridControl {
   void value_column(int32_t col) { value_col_ = col; }
   // The next row after `row` (`step` 1) or before it (-1) whose cell in
   // `col` is shown and not locked, or -1.
-  int32_t next_editable_row(int32_t row, int32_t col, int step) const;
+  int32_t next_editable_row(int32_t row, int32_t col, int step) const {
+    return model_.next_editable_row(row, col, step);
+  }
   // Makes the cell active, as a click on it would (the active cell is left
   // first), and opens its editor as F2 does. False when the leave was
   // cancelled or the edit refused.
@@ -84,10 +87,10 @@ class QtGridControl : public QTableWidget, public GridControl {
   // folded away show too, at the height of the others), or, with an empty
   // vector, the rows as the grid has them.
   void show_only(std::vector<bool> kept);
-  bool filtered() const { return !kept_.empty(); }
+  bool filtered() const { return model_.filtered(); }
   // Whether a cell's editor is open.
   bool editing() const { return state() == QAbstractItemView::EditingState; }
-  bool row_shown(int32_t row) const;
+  bool row_shown(int32_t row) const { return model_.row_shown(row); }
   // Marks a cell, a refused value: drawn on a ground of the palette's base
   // tinted red, `note` its tooltip and part of its description to a screen
   // reader. An empty note clears the mark.
@@ -187,6 +190,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
@@ -228,11 +232,11 @@ class QtGridControl : public QTableWidget, public GridControl {
   // shows the cell's text and has the focus.
   void keep_editing();
   void move_active(int32_t row, int32_t col);
-  // The next shown row below `row` (or `row` when there is none).
-  int32_t next_shown_row(int32_t row) const;
   // After the active cell was left by Tab, Shift+Tab (`step` 1, -1) or
   // Enter (`enter`): the next editable row, its editor open.
   void advance(CellRef from, int step, bool enter);
+  // Whether a modal box (one the form shows) has the focus.
+  bool focus_in_box() const;
   // F4, Alt+Down: the editor of a list cell with its list open.
   void open_list();
   int32_t shown_height() const;
@@ -263,7 +267,6 @@ class QtGridControl : public QTableWidget, public GridControl {
   int least_width_ = 40;
   bool resizing_ = false;    // the edge of the resizable column is being dragged
   int grip_ = 0;             // where on the edge it was taken
-  std::vector<bool> kept_;   // the rows a filter keeps; empty: no filter
   std::vector<uint64_t> stale_;  // per row, the columns changed while drawing was off
   bool stale_all_ = false;   // ... or the size or the font
   QMap<QPair<int32_t, int32_t>, QString> marks_;

@@ -10,6 +10,7 @@
 #include "zelkora/grid/form_session.h"
 #include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/headless_form.h"
+#include "zelkora/platform/headless/recording_events.h"
 #include "zelkora/platform/qt/qt_controls.h"
 #include "zelkora/platform/qt/qt_grid.h"
 
@@ -19,56 +20,14 @@ namespace {
 constexpr int32_t kBeamSteel = 63706;
 constexpr int32_t kValueCol = 3;
 
-// Passes the grid's events on to the form and writes each down.
-class EventLog : public GridEvents {
- public:
-  explicit EventLog(GridEvents& to) : to_(to) {}
-  QStringList lines;
+using EventLog = headless::RecordingEvents;
 
-  void EnterRow() override {
-    lines << QStringLiteral("EnterRow");
-    to_.EnterRow();
-  }
-  void BeforeEdit(int32_t row, int32_t col, bool& cancel) override {
-    to_.BeforeEdit(row, col, cancel);
-    lines << QStringLiteral("BeforeEdit %1,%2%3").arg(row).arg(col).arg(cancel ? " cancel" : "");
-  }
-  void CellChanging() override {
-    lines << QStringLiteral("CellChanging");
-    to_.CellChanging();
-  }
-  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
-    to_.LeaveCell(row, col, cancel);
-    lines << QStringLiteral("LeaveCell %1,%2%3").arg(row).arg(col).arg(cancel ? " cancel" : "");
-  }
-  void ComboDropDown() override {
-    lines << QStringLiteral("ComboDropDown");
-    to_.ComboDropDown();
-  }
-  void ComboClick() override {
-    lines << QStringLiteral("ComboClick");
-    to_.ComboClick();
-  }
-  void Click(int32_t row, int32_t col) override {
-    lines << QStringLiteral("Click %1,%2").arg(row).arg(col);
-    to_.Click(row, col);
-  }
-  void DblClick() override {
-    lines << QStringLiteral("DblClick");
-    to_.DblClick();
-  }
-  void KeyDown(int16_t& key_code, int16_t shift) override {
-    lines << QStringLiteral("KeyDown %1").arg(key_code);
-    to_.KeyDown(key_code, shift);
-  }
-  void LostFocus() override {
-    lines << QStringLiteral("LostFocus");
-    to_.LostFocus();
-  }
-
- private:
-  GridEvents& to_;
-};
+// The lines written down, one string.
+QString joined(const std::vector<std::string>& lines) {
+  QStringList all;
+  for (const std::string& line : lines) all << QString::fromStdString(line);
+  return all.join(QLatin1Char('\n'));
+}
 
 // A platform whose message box writes down what it shows.
 std::shared_ptr<Platform> recording_platform() {
@@ -82,7 +41,7 @@ std::size_t shown_messages(const Platform& platform) {
 }
 
 // What a form holds after the actions: per row its item's text, the value
-// cell's text and its bold mark; then the messages shown.
+// cell's text and its bold mark; then the active cell and the messages shown.
 QStringList state_of(grid::FormSession& session, const GridControl& grid, const Platform& p) {
   QStringList rows;
   clsGridCell& cell = session.cell();
@@ -94,6 +53,7 @@ QStringList state_of(grid::FormSession& session, const GridControl& grid, const 
                 .arg(to_qstring(grid.Text(row, kValueCol)))
                 .arg(grid.FontBold(row, kValueCol) ? QStringLiteral(" bold") : QString());
   }
+  rows << QStringLiteral("active: %1,%2").arg(grid.ActiveCell().row).arg(grid.ActiveCell().col);
   rows << QStringLiteral("messages: %1").arg(shown_messages(p));
   return rows;
 }
@@ -146,9 +106,13 @@ struct QtHost {
           {QStringLiteral("Enter"), Qt::Key_Return}, {QStringLiteral("Tab"), Qt::Key_Tab},
           {QStringLiteral("Backtab"), Qt::Key_Backtab}, {QStringLiteral("Escape"), Qt::Key_Escape},
           {QStringLiteral("Space"), Qt::Key_Space},     {QStringLiteral("F2"), Qt::Key_F2},
-          {QStringLiteral("F4"), Qt::Key_F4}};
-      QTest::keyClick(focus(), kKeys.value(rest),
-                      rest == QLatin1String("Backtab") ? Qt::ShiftModifier : Qt::NoModifier);
+          {QStringLiteral("F4"), Qt::Key_F4},           {QStringLiteral("Up"), Qt::Key_Up},
+          {QStringLiteral("Down"), Qt::Key_Down},       {QStringLiteral("Alt+Down"), Qt::Key_Down}};
+      const Qt::KeyboardModifiers modifiers =
+          rest == QLatin1String("Backtab")    ? Qt::ShiftModifier
+          : rest == QLatin1String("Alt+Down") ? Qt::AltModifier
+                                              : Qt::NoModifier;
+      QTest::keyClick(focus(), kKeys.value(rest), modifiers);
     } else if (verb == QLatin1String("pick")) {
       auto* combo = qobject_cast<QComboBox*>(grid->indexWidget(grid->currentIndex()));
       QVERIFY2(combo && combo->view()->isVisible(), qPrintable(action));
@@ -192,7 +156,10 @@ struct HeadlessHost {
           {QStringLiteral("Escape"), headless::HeadlessUser::kEscape},
           {QStringLiteral("Space"), headless::HeadlessUser::kSpace},
           {QStringLiteral("F2"), headless::HeadlessUser::kF2},
-          {QStringLiteral("F4"), headless::HeadlessUser::kF4}};
+          {QStringLiteral("F4"), headless::HeadlessUser::kF4},
+          {QStringLiteral("Up"), headless::HeadlessUser::kUp},
+          {QStringLiteral("Down"), headless::HeadlessUser::kDown},
+          {QStringLiteral("Alt+Down"), headless::HeadlessUser::kAltDown}};
       user.key(kKeys.value(rest));
     } else if (verb == QLatin1String("pick")) {
       user.pick(to_text(rest));
@@ -235,6 +202,17 @@ class GridHostsTest : public QObject {
     QTest::newRow("Space folds a heading, typing on it edits nothing")
         << QStringList{"click 1 2", "key Space", "type 2", "key Space", "click 13 3",
                        "type x", "key Enter"};
+    QTest::newRow("Up and Down through a heading, in an editor, past the first row")
+        << QStringList{"click 11 3", "key Down", "key Down", "key Up", "key Up", "key F2",
+                       "key Down", "key Escape", "click 2 3", "key Up", "key Up", "click 12 2",
+                       "key Down", "click 12 3", "key Space", "key Down", "key Up", "click 9 3",
+                       "key F2", "click 9 3", "key Up", "type 5", "key Enter"};
+    QTest::newRow("Alt+Down opens a list, not on a text cell")
+        << QStringList{"click 13 3", "key Alt+Down", "click 5 3", "key Alt+Down",
+                       "pick HRB335", "key Enter"};
+    QTest::newRow("an open list takes the keys; Escape closes it, not the editor")
+        << QStringList{"click 5 3", "key F4", "type 3", "key Enter", "key Enter", "key F4",
+                       "key Escape", "key Down", "key Escape", "key Down"};
   }
 
   void sameActionsSameEventsValuesAndMarks() {
@@ -246,10 +224,10 @@ class GridHostsTest : public QObject {
     for (const QString& action : actions) {
       qt.run(action);
       headless.run(action);
-      qt.log.lines << QStringLiteral("-- ") + action;
-      headless.log.lines << QStringLiteral("-- ") + action;
+      qt.log.lines.push_back("-- " + action.toStdString());
+      headless.log.lines.push_back("-- " + action.toStdString());
     }
-    QCOMPARE(qt.log.lines.join(QLatin1Char('\n')), headless.log.lines.join(QLatin1Char('\n')));
+    QCOMPARE(joined(qt.log.lines), joined(headless.log.lines));
     QCOMPARE(state_of(qt.session, *qt.grid, *qt.platform).join(QLatin1Char('\n')),
              state_of(headless.session, headless.view.grid, *headless.platform)
                  .join(QLatin1Char('\n')));

@@ -1,0 +1,498 @@
+// What a calculation form does, whatever shows it.
+#include "desk/form_work.h"
+
+#include <QChar>
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+#include <string>
+
+#include "desk/beam_report.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/frame/error_numbers.h"
+#include "zelkora/grid/grid_appearance.h"
+#include "zelkora/grid/row_facts.h"
+#include "zelkora/platform/qt/qt_controls.h"
+
+namespace zelkora::desk {
+
+namespace {
+
+using platform::qt::to_qstring;
+using platform::qt::to_text;
+
+// Item 0 of every form is the project's name.
+constexpr int32_t kProjectItem = 0;
+// The colour of a refusal in the title box (dark red).
+constexpr uint32_t kRefusalColour = 0x0000B0;
+
+Text number(std::size_t n) { return from_utf8(std::to_string(n)); }
+
+// The text without the blanks (of any kind) around it.
+Text trimmed(TextView text) {
+  std::size_t first = 0, last = text.size();
+  while (first < last && QChar(text[first]).isSpace()) ++first;
+  while (last > first && QChar(text[last - 1]).isSpace()) --last;
+  return Text(text.substr(first, last - first));
+}
+
+const grid::RowFacts* facts_of(const std::vector<grid::RowFacts>& rows, int32_t row) {
+  return row >= 1 && static_cast<std::size_t>(row) <= rows.size()
+             ? &rows[static_cast<std::size_t>(row - 1)]
+             : nullptr;
+}
+
+}  // namespace
+
+// The form's grid events: the session's, and every change of a value marks
+// the project changed.
+class FormWork::Events : public grid::FormSession {
+ public:
+  Events(FormWork& work, std::shared_ptr<const platform::Platform> platform)
+      : FormSession(std::move(platform), work.view_.grid_control(), work.view_.title_box_control(),
+                    work.view_.panel_control(), work),
+        work_(work) {}
+  void CellChanging() override {
+    FormSession::CellChanging();
+    work_.update_changed();
+    work_.view_.show_values(work_.values());  // the section follows the typing
+    // Escape gave the cell back its text: marks and notes follow it.
+    if (!work_.view_.editing()) {
+      work_.values_changed(false);
+      work_.show_row_notes();
+    }
+  }
+  void ComboClick() override {
+    FormSession::ComboClick();
+    work_.update_changed();
+    work_.view_.show_values(work_.values());
+    // The rows the pick made (not) apply leave (or join) the filtered view.
+    if (work_.view_.filtered()) work_.apply_filter();
+  }
+  void EnterRow() override {
+    FormSession::EnterRow();
+    work_.show_row_notes();
+  }
+  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
+    FormSession::LeaveCell(row, col, cancel);
+    // A refused value is no step: the cell and the item are back at the
+    // text the row had when it was entered. A pasted column is one step.
+    work_.values_changed(!cancel && !work_.pasting_);
+    if (cancel) work_.show_row_notes();
+  }
+
+ private:
+  FormWork& work_;
+};
+
+FormWork::FormWork(std::shared_ptr<const platform::Platform> platform, const Program& program,
+                   FormView& view)
+    : program_(program), platform_(platform), view_(view), errors_(platform) {
+  session_ = std::make_unique<Events>(*this, platform);
+  session_->check_values_on_leave(true);
+  view_.connect_events(session_.get());
+  const clsCharacter chr(platform);
+  session_->build(layout_id(program.layout, chr));
+  history_ = std::make_unique<grid::ValueHistory>(session_->cell());
+  update_refused();
+  update_history();
+  values_saved();
+  view_.show_values(values());
+}
+
+FormWork::~FormWork() { view_.connect_events(nullptr); }
+
+bool FormWork::shows_section(const Program& program) {
+  return equal_text(program.layout, u"clsBeamSteel", Compare::Text);
+}
+
+clsGridCell& FormWork::cell() { return session_->cell(); }
+
+platform::GridEvents& FormWork::events() { return *session_; }
+
+void FormWork::record_events(platform::GridEvents* recorder) {
+  view_.connect_events(recorder ? recorder : session_.get());
+}
+
+std::vector<Text> FormWork::values() {
+  std::vector<Text> now;
+  if (session_) session_->cell().GetCurrentText(now);
+  return now;
+}
+
+Text FormWork::with_extension(TextView file, TextView extension) {
+  if (file.empty() || !QFileInfo(to_qstring(file)).suffix().isEmpty()) return Text(file);
+  return Text(file) + u"." + Text(extension);
+}
+
+Text FormWork::chosen_file(bool saving, TextView filter) {
+  if (std::optional<Text>& preset = saving ? preset_save_ : preset_open_) {
+    Text file = std::move(*preset);
+    preset.reset();
+    return file;
+  }
+  return view_.choose_file(saving, window_title(), file_, filter);
+}
+
+void FormWork::remember_file(TextView file) {
+  const QString path = QFileInfo(to_qstring(file)).absoluteFilePath();
+  clsCharacter(platform_).bHistoryAdd(Text(program_.menu_key),
+                                      to_text(QDir::toNativeSeparators(path)));
+}
+
+// ---- The project ---------------------------------------------------------------------
+
+void FormWork::update_changed() {
+  const bool changed = values() != saved_values_;
+  if (changed == changed_) return;
+  changed_ = changed;
+  update_title();
+}
+
+void FormWork::values_saved() {
+  saved_values_ = values();
+  changed_ = false;
+  update_title();
+}
+
+bool FormWork::may_discard_changes() {
+  update_changed();
+  if (!changed_ || !ask_before_closing_) return true;
+  switch (view_.ask_save_changes(u"项目已修改，是否保存？", window_title())) {
+    case FormView::SaveChanges::kDiscard:
+      return true;
+    case FormView::SaveChanges::kCancel:
+      return false;
+    case FormView::SaveChanges::kSave:
+      break;
+  }
+  const Text file =
+      file_.empty() ? with_extension(chosen_file(true, kProjectFilter), u"zks") : file_;
+  return !file.empty() && save_file(file);
+}
+
+Text FormWork::window_title() const {
+  const Text project = session_ ? session_->cell().tGetText(kProjectItem) : Text();
+  Text name(trimmed(project));
+  if (name.empty()) {
+    name =
+        file_.empty() ? Text(u"未命名") : to_text(QFileInfo(to_qstring(file_)).completeBaseName());
+  }
+  return Text(program_.menu_key) + u" - " + name + u"[*]";
+}
+
+void FormWork::update_title() { view_.show_title(window_title(), changed_); }
+
+void FormWork::menu_new() {
+  if (may_discard_changes()) new_project();
+}
+
+void FormWork::menu_open() {
+  if (!may_discard_changes()) return;
+  const Text file = chosen_file(false, kProjectFilter);
+  if (!file.empty()) open_file(file);
+}
+
+void FormWork::open_recent(TextView file) {
+  if (may_discard_changes()) open_file(file);
+}
+
+void FormWork::menu_save() {
+  const Text file =
+      file_.empty() ? with_extension(chosen_file(true, kProjectFilter), u"zks") : file_;
+  if (!file.empty()) save_file(file);
+}
+
+void FormWork::menu_save_as() {
+  const Text file = with_extension(chosen_file(true, kProjectFilter), u"zks");
+  if (!file.empty()) save_file(file);
+}
+
+bool FormWork::may_close() {
+  // A value still being typed is left, and checked, first.
+  if (!view_.leave_cell()) return false;
+  values_changed();
+  return may_discard_changes();
+}
+
+void FormWork::new_project() {
+  session_->cell().LoadDefaultEnterA(false);
+  history_->clear();
+  values_changed();
+  file_.clear();
+  report_lines_.clear();
+  view_.show_report({}, {});
+  values_saved();
+}
+
+bool FormWork::open_file(TextView file) {
+  if (!session_->cell().bLoadOrSaveData(u"Load", file, Text(program_.layout), {}, add_data_)) {
+    const ProjectFileKind kind = project_file_kind(platform_, file);
+    if (kind.layout && !equal_text(*kind.layout, program_.layout, Compare::Text)) {
+      platform_->messages->warning(why_not_opened(kind, file, &program_), window_title());
+      return false;
+    }
+    const int32_t error = kind.exists ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
+    errors_.GenMsgErrorW(error, to_text(QFileInfo(to_qstring(file)).fileName()), {}, {}, {}, false);
+    return false;
+  }
+  session_->cell().ControlEnableA(0);
+  history_->clear();
+  values_changed();
+  file_ = Text(file);
+  values_saved();
+  remember_file(file);
+  view_.show_status(u"已打开 " + Text(file), 5000);
+  return true;
+}
+
+bool FormWork::save_file(TextView file) {
+  // A value still being edited is left first, checked as always.
+  if (!view_.leave_cell()) return false;
+  if (!session_->cell().bLoadOrSaveData(u"Save", file, Text(program_.layout), {}, add_data_)) {
+    errors_.GenMsgErrorW(error_id::kDataFileNotSaved,
+                         to_text(QFileInfo(to_qstring(file)).fileName()), {}, {}, {}, false);
+    return false;
+  }
+  file_ = Text(file);
+  values_saved();
+  remember_file(file);
+  view_.show_status(u"已保存 " + Text(file), 5000);
+  return true;
+}
+
+void FormWork::load_defaults() {
+  session_->cell().LoadDefaultEnterA(true);
+  values_changed();  // one step of the history
+}
+
+// ---- Calculation ---------------------------------------------------------------------
+
+void FormWork::calculate() {
+  if (!program_.calculates) {
+    platform_->messages->warning(u"本表单只输入、检查、保存和打开数据，没有计算。", window_title());
+    return;
+  }
+  if (!view_.leave_cell()) return;
+  const std::vector<Text> now = values();
+  clsCharacter chr(platform_);
+  chr.bSuperSub(true);  // squares and cubes of units as superscripts
+  report_lines_ = beam_report(now, chr);
+  report_values_ = now;
+  report_stale_ = false;
+  view_.show_report(report_lines_, report_values_);
+}
+
+void FormWork::mark_report_stale() {
+  if (!program_.calculates || report_lines_.empty() || report_stale_) return;
+  if (values() == report_values_) return;
+  report_stale_ = true;
+  view_.show_report_stale();
+}
+
+// ---- The form object ------------------------------------------------------------------
+
+void FormWork::ControlEnable(std::vector<bool>& hidden) {
+  const clsCharacter chr(platform_);
+  apply_rules(program_, texts_, hidden, chr);
+  update_title();
+}
+
+void FormWork::ControlEnable(std::vector<zelkora::Text>& texts, std::vector<bool>& hidden) {
+  texts_ = texts;
+  ControlEnable(hidden);
+}
+
+// ---- After a change -----------------------------------------------------------------------
+
+void FormWork::values_changed(bool step) {
+  if (!history_) return;
+  if (step) history_->record();
+  update_changed();
+  view_.show_values(values());
+  mark_report_stale();
+  update_refused();
+  if (view_.filtered()) apply_filter();
+  update_history();
+}
+
+void FormWork::update_history() { view_.show_history(history_->can_undo(), history_->can_redo()); }
+
+void FormWork::update_refused() {
+  const std::vector<Text> messages = grid::refusals(cell());
+  std::vector<int32_t> now;
+  for (const grid::RowFacts& row : grid::row_facts(cell())) {
+    const Text& message = messages[static_cast<std::size_t>(row.row - 1)];
+    if (row.item >= 0 && !row.hidden && !message.empty()) {
+      now.push_back(row.row);
+      view_.mark_refused(row.row, message);
+    } else if (view_.marked(row.row)) {
+      view_.mark_refused(row.row, {});
+    }
+  }
+  refused_ = now;
+  view_.show_refused_count(now.empty() ? Text() : number(now.size()) + u" 个数据有错误（F8 转到）");
+}
+
+void FormWork::show_row_notes() {
+  clsGridCell& form_cell = cell();
+  const int32_t row = form_cell.lCurrentRow();
+  const std::vector<grid::RowFacts> rows = grid::row_facts(form_cell);
+  const grid::RowFacts* facts = facts_of(rows, row);
+  if (!facts || facts->item < 0) {
+    view_.fit_title_box(false);
+    return;
+  }
+  form_cell.tShowRowTitle();  // the notes follow the caption and help once
+  platform::RichTextBox& box = view_.title_box_control();
+  const auto append = [&box](TextView text, uint32_t colour) {
+    box.SelStart(static_cast<int32_t>(box.Text().size()));
+    box.SelLength(0);
+    box.SelColor(colour);
+    box.SelText(text);
+  };
+  // The refusal first, then the default; the box grows to show them.
+  const Text refused = grid::refusal(form_cell, row);
+  if (!refused.empty()) append(u"\r\n" + refused, kRefusalColour);
+  append(u"\r\n默认值：" + facts->default_value, platform::kColourButtonText);
+  view_.fit_title_box(!refused.empty());
+}
+
+// ---- Undo and redo ---------------------------------------------------------------------------
+
+bool FormWork::undo() { return step_history(true); }
+
+bool FormWork::redo() { return step_history(false); }
+
+bool FormWork::step_history(bool back) {
+  if (!view_.leave_cell()) return false;
+  view_.clear_status();
+  view_.clear_selection();
+  values_changed();
+  if (!(back ? history_->undo() : history_->redo())) return false;
+  const int32_t item = back ? history_->redo_item() : history_->undo_item();
+  const int32_t row = cell().lGetRowByIndex(item);
+  values_changed();
+  if (row > 0 && view_.row_shown(row)) view_.make_current(row);
+  return true;
+}
+
+// ---- Copy and paste ------------------------------------------------------------------------
+
+Text FormWork::copied_rows() const {
+  std::vector<int32_t> rows = view_.selected_rows();
+  if (rows.empty() && view_.current_row() > 0) rows.push_back(view_.current_row());
+  platform::GridControl& grid = view_.grid_control();
+  Text text;
+  for (const int32_t row : rows) {
+    if (row < 1 || !view_.row_shown(row)) continue;
+    text += Text(trim(grid.Text(row, grid::kCaptionCol))) + u"\t" +
+            grid.Text(row, grid::kValueCol) + u"\n";
+  }
+  return text;
+}
+
+bool FormWork::paste_values(TextView text) {
+  std::vector<Text> lines = split_text(text, u"\n");
+  for (Text& line : lines) {
+    if (!line.empty() && line.back() == u'\r') line.pop_back();
+  }
+  while (!lines.empty() && lines.back().empty()) lines.pop_back();
+  if (lines.empty()) return false;
+  platform::GridControl& grid = view_.grid_control();
+  int32_t row = view_.current_row();
+  if (row < 1 || !view_.row_shown(row) || grid.Locked(row)) {
+    row = view_.next_editable_row(std::max(row, 0), 1);
+  }
+  // The whole column is one step of the history, whatever stops it.
+  pasting_ = true;
+  struct StepAtEnd {
+    FormWork& work;
+    ~StepAtEnd() {
+      work.pasting_ = false;
+      work.values_changed();
+    }
+  } step_at_end{*this};
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (row < 0) {
+      view_.show_status(
+          u"粘贴停止：下面没有可编辑的行，还有 " + number(lines.size() - i) + u" 个值未粘贴", 0);
+      return false;
+    }
+    const std::size_t tab = lines[i].rfind(u'\t');
+    const Text value =
+        trimmed(tab == Text::npos ? TextView(lines[i]) : TextView(lines[i]).substr(tab + 1));
+    if (!view_.type_into(row, value)) {
+      view_.show_status(u"粘贴停在第 " + number(i + 1) + u" 个值：“" +
+                            Text(trim(grid.Text(row, grid::kCaptionCol))) + u"”不接受“" + value +
+                            u"”",
+                        0);
+      return false;
+    }
+    row = view_.next_editable_row(row, 1);
+  }
+  return true;
+}
+
+// ---- Defaults of a row, the next refused value ---------------------------------------------
+
+void FormWork::reset_current() {
+  if (!view_.leave_cell()) return;
+  values_changed();
+  const std::vector<grid::ItemValue> defaults = grid::defaults_of(cell(), view_.current_row());
+  if (defaults.empty()) return;
+  grid::write_values(cell(), defaults);
+  values_changed();
+}
+
+bool FormWork::next_refused() {
+  update_refused();
+  if (refused_.empty()) return false;
+  const int32_t current = view_.current_row();
+  int32_t row = refused_.front();
+  for (const int32_t r : refused_) {
+    if (r > current) {
+      row = r;
+      break;
+    }
+  }
+  // A row folded away is unfolded; one the filter hides brings every row back.
+  const std::vector<grid::RowFacts> rows = grid::row_facts(cell());
+  if (const grid::RowFacts* facts = facts_of(rows, row); facts && facts->folded) {
+    if (facts->heading > 0) cell().ExpandHeadingGroup(facts->heading, true);
+    if (facts->group > 0) cell().ExpandGroupMembers(facts->group, true);
+  }
+  if (!view_.row_shown(row)) {
+    set_filter({});
+    view_.show_filter(filter_);
+  }
+  return view_.edit_cell(row);
+}
+
+// ---- The filter ---------------------------------------------------------------------------
+
+void FormWork::set_filter(grid::RowFilter filter) {
+  filter_ = std::move(filter);
+  apply_filter();
+}
+
+void FormWork::apply_filter() {
+  if (!filter_.active()) {
+    view_.show_only({});
+    grid::show_kept_rows(cell(), {});
+    return;
+  }
+  const std::vector<grid::RowFacts> rows = grid::row_facts(cell());
+  std::vector<bool> refused(rows.size(), false);
+  for (const int32_t row : refused_) {
+    if (row >= 1 && static_cast<std::size_t>(row) <= refused.size()) {
+      refused[static_cast<std::size_t>(row - 1)] = true;
+    }
+  }
+  std::vector<bool> kept = grid::rows_kept(rows, filter_, refused);
+  // A folded row the filter shows is edited and checked like any other.
+  grid::show_kept_rows(cell(), kept);
+  view_.show_only(std::move(kept));
+}
+
+}  // namespace zelkora::desk

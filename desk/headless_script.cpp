@@ -1,0 +1,312 @@
+// The desktop program's scripts on a headless form.
+#include "desk/headless_script.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <functional>
+
+#include "zelkora/grid/grid_appearance.h"
+#include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/qt/qt_controls.h"
+
+namespace zelkora::desk {
+
+namespace {
+
+using platform::headless::HeadlessUser;
+using platform::qt::to_qstring;
+using platform::qt::to_text;
+
+// The keys Ctrl+Z and Ctrl+Y go to the grid as when the form has nothing
+// to undo or redo.
+constexpr int16_t kKeyZ = 'Z';
+constexpr int16_t kKeyY = 'Y';
+
+}  // namespace
+
+// The boxes met, printed and answered as the desktop run answers them.
+class HeadlessScriptRunner::Boxes : public platform::headless::RecordingMessageBox {
+ public:
+  enum class Reply { kNone, kYes, kNo, kCancel };
+
+  explicit Boxes(QTextStream& out) : out_(out) {}
+
+  void warning(TextView text, TextView title) override {
+    RecordingMessageBox::warning(text, title);
+    met(text, title);
+  }
+  // Yes and Cancel: Yes unless the script said cancel.
+  int32_t question(TextView text, TextView title) override {
+    answer = met(text, title) == Reply::kCancel ? kCancel : kYes;
+    return RecordingMessageBox::question(text, title);
+  }
+  // Save, Discard and Cancel: yes saves, no discards, else Cancel.
+  FormView::SaveChanges save_changes(TextView text, TextView title) {
+    asked.push_back({Text(text), Text(title)});
+    switch (met(text, title)) {
+      case Reply::kYes:
+        return FormView::SaveChanges::kSave;
+      case Reply::kNo:
+        return FormView::SaveChanges::kDiscard;
+      default:
+        return FormView::SaveChanges::kCancel;
+    }
+  }
+
+  Reply reply = Reply::kNone;  // for the next box
+  std::function<void()> on_box;  // each box, as it shows
+
+ private:
+  Reply met(TextView text, TextView title) {
+    if (on_box) on_box();
+    out_ << message_line(title, text) << "\n";
+    out_.flush();
+    const Reply given = reply;
+    reply = Reply::kNone;
+    return given;
+  }
+
+  QTextStream& out_;
+};
+
+HeadlessScriptRunner::HeadlessScriptRunner(const Program& program, QTextStream& out,
+                                           std::shared_ptr<platform::Platform> platform)
+    : out_(out), platform_(std::move(platform)), boxes_(std::make_shared<Boxes>(out)) {
+  platform_->messages = boxes_;
+  form_ = std::make_unique<HeadlessDeskForm>(platform_, program);
+  form_->on_save_changes = [this](TextView text, TextView title) {
+    return boxes_->save_changes(text, title);
+  };
+  boxes_->on_box = [this] {
+    if (form_) form_->user().box_shown();
+  };
+}
+
+HeadlessScriptRunner::~HeadlessScriptRunner() = default;
+
+void HeadlessScriptRunner::run(const QString& line) {
+  const auto [verb, rest] = parse_step(line);
+  if (verb == QLatin1String("edit")) return edit(rest, false);
+  if (verb == QLatin1String("pick")) return edit(rest, true);
+  if (verb == QLatin1String("click")) return click(rest);
+  if (verb == QLatin1String("key")) return key(rest);
+  if (verb == QLatin1String("defaults")) {
+    if (rest != QLatin1String("yes") && rest != QLatin1String("cancel")) {
+      throw StepError("defaults takes yes or cancel");
+    }
+    boxes_->reply = rest == QLatin1String("yes") ? Boxes::Reply::kYes : Boxes::Reply::kCancel;
+    return open_form().work().load_defaults();
+  }
+  if (verb == QLatin1String("calculate")) return open_form().work().calculate();
+  if (verb == QLatin1String("save")) {
+    preset(rest, true);
+    return open_form().work().menu_save_as();
+  }
+  if (verb == QLatin1String("open")) {
+    preset(rest, false);
+    return open_form().work().menu_open();
+  }
+  if (verb == QLatin1String("undo") || verb == QLatin1String("redo")) {
+    HeadlessDeskForm& form = open_form();
+    const bool back = verb == QLatin1String("undo");
+    // The filter box undoes and redoes its own typing.
+    if (focus_ == Focus::kFilter) return step_filter(back);
+    // With nothing to undo (redo) the keys reach the grid, if it has the focus.
+    if (!(back ? form.can_undo() : form.can_redo())) {
+      if (focus_ == Focus::kGrid) form.user().other_key(back ? kKeyZ : kKeyY);
+      return;
+    }
+    back ? form.work().undo() : form.work().redo();
+    return;
+  }
+  if (verb == QLatin1String("filter")) return filter(rest);
+  if (verb == QLatin1String("copy")) return copy();
+  if (verb == QLatin1String("paste")) return paste(rest);
+  if (verb == QLatin1String("new")) return open_form().work().menu_new();
+  if (verb == QLatin1String("close")) return close_form();
+  if (verb == QLatin1String("answer")) return answer_next(rest);
+  throw StepError("unknown step \"" + verb.toStdString() +
+                  "\" (edit, pick, click, key, defaults, calculate, save, open, undo, redo, "
+                  "filter, copy, paste, new, close, answer)");
+}
+
+HeadlessDeskForm& HeadlessScriptRunner::open_form() {
+  if (!form_) throw StepError("no calculation form is open");
+  return *form_;
+}
+
+void HeadlessScriptRunner::preset(const QString& file, bool saving) {
+  if (file.isEmpty()) throw StepError("a file is needed");
+  open_form().work().preset_file(to_text(file), saving);
+}
+
+void HeadlessScriptRunner::edit(const QString& args, bool pick) {
+  const QString item = args.section(QLatin1Char(' '), 0, 0);
+  const QString text = args.section(QLatin1Char(' '), 1);
+  HeadlessDeskForm& form = open_form();
+  platform::GridControl& grid = form.controls().grid;
+  HeadlessUser& user = form.user();
+  const int32_t row = row_of_item(form.work().cell(), grid, item);
+  // An editor the form kept open on the cell (after a refused value) is
+  // typed into as it is; otherwise the cell is clicked and F2 opens one.
+  if (!(user.editing() && grid.ActiveCell() == platform::CellRef{row, grid::kValueCol})) {
+    click(QStringLiteral("%1 %2").arg(row).arg(grid::kValueCol));
+    user.key(HeadlessUser::kF2);
+  }
+  if (!user.editing()) throw StepError("the cell cannot be edited");
+  user.select_all();
+  if (pick) {
+    const platform::CellRef at = grid.ActiveCell();
+    if (grid.CellType(at.row, at.col) != platform::GridControl::kComboCell) {
+      throw StepError("the cell has no list");
+    }
+    user.key(HeadlessUser::kF4);  // the list opens, filled as it opens
+    const std::vector<Text> items = grid.ComboList(at.row, at.col);
+    if (std::find(items.begin(), items.end(), to_text(text)) == items.end()) {
+      throw StepError("the list has no \"" + text.toStdString() + "\"");
+    }
+    user.pick(to_text(text));
+  } else {
+    user.type(to_text(text));
+  }
+  user.key(HeadlessUser::kEnter);
+}
+
+void HeadlessScriptRunner::click(const QString& args) {
+  bool row_ok = false, col_ok = false;
+  const int row = args.section(QLatin1Char(' '), 0, 0).toInt(&row_ok);
+  const int col = args.section(QLatin1Char(' '), 1, 1).toInt(&col_ok);
+  if (!row_ok || !col_ok) throw StepError("click takes ROW COL");
+  HeadlessDeskForm& form = open_form();
+  const platform::headless::MemoryGrid& grid = form.controls().grid;
+  if (row < 0 || row >= grid.Rows() || col < 0 || col >= grid.Cols()) {
+    throw StepError("the grid has no cell " + std::to_string(row) + ", " + std::to_string(col));
+  }
+  if (!grid.row_shown(row) || grid.ColWidth(col) <= 0) {
+    throw StepError("row " + std::to_string(row) + " is not shown");
+  }
+  focus_ = Focus::kGrid;
+  form.user().click(row, col);
+}
+
+void HeadlessScriptRunner::key(const QString& name) {
+  static const QMap<QString, HeadlessUser::Key> kKeys = {
+      {QStringLiteral("Enter"), HeadlessUser::kEnter},
+      {QStringLiteral("Tab"), HeadlessUser::kTab},
+      {QStringLiteral("Shift+Tab"), HeadlessUser::kBackTab},
+      {QStringLiteral("Space"), HeadlessUser::kSpace},
+      {QStringLiteral("Escape"), HeadlessUser::kEscape},
+      {QStringLiteral("Up"), HeadlessUser::kUp},
+      {QStringLiteral("Down"), HeadlessUser::kDown},
+      {QStringLiteral("Alt+Down"), HeadlessUser::kAltDown},
+      {QStringLiteral("F2"), HeadlessUser::kF2},
+      {QStringLiteral("F4"), HeadlessUser::kF4},
+  };
+  HeadlessDeskForm& form = open_form();
+  if (name == QLatin1String("F8")) {  // the window's key, wherever the focus is
+    if (form.work().next_refused()) focus_ = Focus::kGrid;
+    return;
+  }
+  const auto it = kKeys.find(name);
+  if (it == kKeys.end()) {
+    throw StepError("unknown key \"" + name.toStdString() +
+                    "\" (Enter, Tab, Shift+Tab, Space, Escape, Up, Down, Alt+Down, F2, F4, F8)");
+  }
+  if (focus_ == Focus::kFilter) {
+    // The filter box takes a blank; Tab would go on to its toggles.
+    if (*it == HeadlessUser::kSpace) return type_filter(u" ", false);
+    if (*it == HeadlessUser::kTab || *it == HeadlessUser::kBackTab) {
+      throw StepError("Tab from the filter box");
+    }
+    return;
+  }
+  form.user().key(*it);
+}
+
+void HeadlessScriptRunner::filter(const QString& text) {
+  HeadlessDeskForm& form = open_form();
+  // The click into the box takes the focus from the grid (the text is typed
+  // into the box all the same).
+  if (focus_ != Focus::kGrid || form.user().focus_away()) focus_ = Focus::kFilter;
+  type_filter(to_text(text), true);
+}
+
+void HeadlessScriptRunner::type_filter(const Text& text, bool replace) {
+  FormWork& work = open_form().work();
+  grid::RowFilter filter = work.filter();
+  if (replace && filter.text.empty() && text.empty()) return;
+  // The box's changes join into one that an undo takes back whole, until
+  // Ctrl+A selects some text (or an undo or redo ran).
+  if (!filter_typing_ || (replace && !filter.text.empty())) {
+    filter_undo_.push_back(filter.text);
+    filter_redo_.clear();
+  }
+  if (replace) filter.text.clear();
+  filter.text += text;
+  filter_typing_ = true;
+  if (filter.text != work.filter().text) work.set_filter(std::move(filter));
+}
+
+void HeadlessScriptRunner::step_filter(bool back) {
+  std::vector<Text>& from = back ? filter_undo_ : filter_redo_;
+  if (from.empty()) return;
+  FormWork& work = open_form().work();
+  grid::RowFilter filter = work.filter();
+  (back ? filter_redo_ : filter_undo_).push_back(filter.text);
+  filter.text = from.back();
+  from.pop_back();
+  filter_typing_ = false;
+  work.set_filter(std::move(filter));
+}
+
+void HeadlessScriptRunner::copy() {
+  HeadlessDeskForm& form = open_form();
+  QString lines;
+  // An open editor copies its own selection, the filter box its (none).
+  if (focus_ == Focus::kGrid && form.user().editor_focused()) {
+    const platform::CellRef at = form.controls().grid.ActiveCell();
+    if (form.user().selected()) lines = to_qstring(form.controls().grid.Text(at.row, at.col));
+  } else if (focus_ == Focus::kGrid) {
+    lines = to_qstring(form.work().copied_rows());
+  }
+  out_ << copied_line(lines) << "\n";
+  out_.flush();
+}
+
+void HeadlessScriptRunner::paste(const QString& args) {
+  const QString item = args.section(QLatin1Char(' '), 0, 0);
+  const QStringList values =
+      args.section(QLatin1Char(' '), 1).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  if (item.isEmpty() || values.isEmpty()) throw StepError("paste takes ITEM TEXT...");
+  HeadlessDeskForm& form = open_form();
+  const int32_t row = row_of_item(form.work().cell(), form.controls().grid, item);
+  click(QStringLiteral("%1 %2").arg(row).arg(grid::kValueCol));
+  const QString text = values.join(QLatin1Char('\n')) + QLatin1Char('\n');
+  // One value goes into an open editor that has the focus; a column, or a
+  // value where the grid has the focus, is the form's to paste.
+  if (form.user().editor_focused() && values.size() == 1) {
+    return form.user().paste(to_text(text));
+  }
+  form.work().paste_values(to_text(text));
+}
+
+void HeadlessScriptRunner::answer_next(const QString& args) {
+  const QString reply = args.section(QLatin1Char(' '), 0, 0);
+  const QString file = args.section(QLatin1Char(' '), 1);
+  if (reply == QLatin1String("yes")) {
+    boxes_->reply = Boxes::Reply::kYes;
+  } else if (reply == QLatin1String("no")) {
+    boxes_->reply = Boxes::Reply::kNo;
+  } else if (reply == QLatin1String("cancel")) {
+    boxes_->reply = Boxes::Reply::kCancel;
+  } else {
+    throw StepError("answer takes yes [FILE], no or cancel");
+  }
+  if (!file.isEmpty()) open_form().work().preset_file(to_text(file), true);
+}
+
+void HeadlessScriptRunner::close_form() {
+  if (open_form().work().may_close()) form_.reset();
+}
+
+}  // namespace zelkora::desk

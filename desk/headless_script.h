@@ -1,0 +1,76 @@
+// The desktop program's scripts (desk/script.h) run on a headless form
+// (desk/headless_desk_form.h): the same steps, each a whole user action on
+// the in-memory grid or the form's work, printing what the desktop run
+// prints ("message: TITLE | TEXT" for every box met, "copied: ..."):
+//
+//   edit ITEM TEXT, pick ITEM TEXT, click ROW COL,
+//   key Enter|Tab|Shift+Tab|Space|Escape|Up|Down|Alt+Down|F2|F4|F8,
+//   undo, redo, filter [TEXT], copy, paste ITEM TEXT..., defaults yes|cancel,
+//   calculate, save FILE, open FILE, new, close, answer yes [FILE]|no|cancel
+//
+// Boxes are answered as the desktop run answers them: the answer the script
+// gave for the next box, else OK or Yes, and Cancel for the question about
+// a changed project. The files are the platform's (in memory on
+// Platform::headless()).
+//
+//   QTextStream out(stdout);
+//   HeadlessScriptRunner runner(*program_of(u"梁配筋计算"), out);
+//   runner.run("edit 10 300");   // a StepError when the step cannot run
+#pragma once
+
+#include <QString>
+#include <QTextStream>
+#include <memory>
+
+#include "desk/headless_desk_form.h"
+#include "desk/script_steps.h"
+#include "zelkora/platform/platform.h"
+
+namespace zelkora::desk {
+
+class HeadlessScriptRunner {
+ public:
+  // The program's form opened on `platform` (its message box is replaced
+  // by the runner's).
+  HeadlessScriptRunner(
+      const Program& program, QTextStream& out,
+      std::shared_ptr<platform::Platform> platform = platform::Platform::headless());
+  ~HeadlessScriptRunner();
+
+  // One step; a StepError (or another std::runtime_error) when it cannot run.
+  void run(const QString& line);
+
+  // The form; null after a `close` that closed it.
+  HeadlessDeskForm* form() { return form_.get(); }
+
+ private:
+  class Boxes;
+  enum class Focus { kGrid, kFilter, kElsewhere };
+
+  HeadlessDeskForm& open_form();
+  void edit(const QString& args, bool pick);
+  void click(const QString& args);
+  void key(const QString& name);
+  void filter(const QString& text);
+  // The filter box's own typing: its text replaced (Ctrl+A, Delete, the
+  // keys) or a blank added; its undo and redo (Ctrl+Z, Ctrl+Y while it has
+  // the focus).
+  void type_filter(const Text& text, bool replace);
+  void step_filter(bool back);
+  void copy();
+  void paste(const QString& args);
+  void answer_next(const QString& args);
+  void close_form();
+  void preset(const QString& file, bool saving);
+
+  QTextStream& out_;
+  std::shared_ptr<platform::Platform> platform_;
+  std::shared_ptr<Boxes> boxes_;
+  std::unique_ptr<HeadlessDeskForm> form_;
+  Focus focus_ = Focus::kGrid;
+  std::vector<Text> filter_undo_;  // the filter box's texts before each change
+  std::vector<Text> filter_redo_;  // ... and after each change undone
+  bool filter_typing_ = false;     // its last change was typing: more joins it
+};
+
+}  // namespace zelkora::desk
