@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test format clean
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test format clean monkey
 
 all: build
 
@@ -60,6 +60,21 @@ asan: deps
 	@cmake --build $(ASAN_BUILD) -j$(JOBS)
 	@cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
 	  ctest --output-on-failure -j$(JOBS)
+
+# The desktop program under a random user checked against a model of its
+# form (README, "The desktop program under a random user"), built with the
+# sanitizers: MONKEY_SECONDS from seed MONKEY_SEED, MONKEY_HOST qt or both.
+MONKEY_SECONDS ?= 60
+MONKEY_SEED ?= 1
+MONKEY_HOST ?= qt
+monkey: deps
+	@cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DZELKORA_SANITIZE=ON \
+	  -DZELKORA_BENCH=OFF >/dev/null
+	@cmake --build $(ASAN_BUILD) -j$(JOBS) --target zelkora_desk_app
+	@QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='*.warning=false' \
+	  ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	  $(ASAN_BUILD)/zelkora-desk --monkey $(MONKEY_SEED) --steps 500 \
+	  --seconds $(MONKEY_SECONDS) --host $(MONKEY_HOST)
 
 fuzz:
 	@scripts/install-deps.sh fuzz

@@ -53,7 +53,7 @@ class HeadlessScriptRunner::Boxes : public platform::headless::RecordingMessageB
     }
   }
 
-  Reply reply = Reply::kNone;  // for the next box
+  Reply reply = Reply::kNone;    // for the next box
   std::function<void()> on_box;  // each box, as it shows
 
  private:
@@ -125,9 +125,27 @@ void HeadlessScriptRunner::run(const QString& line) {
   if (verb == QLatin1String("new")) return open_form().work().menu_new();
   if (verb == QLatin1String("close")) return close_form();
   if (verb == QLatin1String("answer")) return answer_next(rest);
+  if (verb == QLatin1String("type")) return type(line.mid(5));
+  if (verb == QLatin1String("clip")) {
+    const QStringList values = rest.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    clipboard_ = values.isEmpty() ? QString() : values.join(QLatin1Char('\n')) + QLatin1Char('\n');
+    return;
+  }
+  if (verb == QLatin1String("reset")) return open_form().work().reset_current();
+  if (verb == QLatin1String("toggle")) {
+    if (rest != QLatin1String("changed") && rest != QLatin1String("refused")) {
+      throw StepError("toggle takes changed or refused");
+    }
+    FormWork& work = open_form().work();
+    grid::RowFilter filter = work.filter();
+    bool& toggle = rest == QLatin1String("changed") ? filter.changed : filter.refused;
+    toggle = !toggle;
+    focus_ = Focus::kElsewhere;  // the box clicked has the focus
+    return work.set_filter(std::move(filter));
+  }
   throw StepError("unknown step \"" + verb.toStdString() +
-                  "\" (edit, pick, click, key, defaults, calculate, save, open, undo, redo, "
-                  "filter, copy, paste, new, close, answer)");
+                  "\" (edit, pick, click, key, type, clip, defaults, calculate, save, open, "
+                  "undo, redo, filter, toggle, copy, paste, reset, new, close, answer)");
 }
 
 HeadlessDeskForm& HeadlessScriptRunner::open_form() {
@@ -207,6 +225,25 @@ void HeadlessScriptRunner::key(const QString& name) {
     if (form.work().next_refused()) focus_ = Focus::kGrid;
     return;
   }
+  // The window's keys.
+  if (name == QLatin1String("Ctrl+Z")) return run(QStringLiteral("undo"));
+  if (name == QLatin1String("Ctrl+Y")) return run(QStringLiteral("redo"));
+  if (name == QLatin1String("Ctrl+F")) {
+    // The filter box takes the focus from the grid (its cell left first).
+    if (focus_ == Focus::kGrid && !form.user().focus_away()) return;
+    focus_ = Focus::kFilter;
+    filter_selected_ = true;
+    return;
+  }
+  if (name == QLatin1String("Ctrl+C")) {
+    clipboard_ = copied_text();
+    return;
+  }
+  if (name == QLatin1String("Ctrl+V")) return paste_clipboard();
+  // Keys on another control of the window (a toggle) are not the grid's.
+  if (focus_ == Focus::kElsewhere) {
+    throw StepError("unknown: the key \"" + name.toStdString() + "\" outside the grid");
+  }
   const auto it = kKeys.find(name);
   if (it == kKeys.end()) {
     throw StepError("unknown key \"" + name.toStdString() +
@@ -259,18 +296,45 @@ void HeadlessScriptRunner::step_filter(bool back) {
   work.set_filter(std::move(filter));
 }
 
-void HeadlessScriptRunner::copy() {
+QString HeadlessScriptRunner::copied_text() {
   HeadlessDeskForm& form = open_form();
-  QString lines;
   // An open editor copies its own selection, the filter box its (none).
   if (focus_ == Focus::kGrid && form.user().editor_focused()) {
     const platform::CellRef at = form.controls().grid.ActiveCell();
-    if (form.user().selected()) lines = to_qstring(form.controls().grid.Text(at.row, at.col));
-  } else if (focus_ == Focus::kGrid) {
-    lines = to_qstring(form.work().copied_rows());
+    return form.user().selected() ? to_qstring(form.controls().grid.Text(at.row, at.col))
+                                  : QString();
   }
-  out_ << copied_line(lines) << "\n";
+  return focus_ == Focus::kGrid ? to_qstring(form.work().copied_rows()) : QString();
+}
+
+void HeadlessScriptRunner::copy() {
+  clipboard_ = copied_text();
+  out_ << copied_line(clipboard_) << "\n";
   out_.flush();
+}
+
+void HeadlessScriptRunner::type(const QString& text) {
+  HeadlessDeskForm& form = open_form();
+  if (focus_ == Focus::kFilter) {
+    type_filter(to_text(text), filter_selected_);
+    filter_selected_ = false;
+  } else if (focus_ == Focus::kGrid) {
+    form.user().type(to_text(text));
+  } else if (!text.isEmpty()) {
+    throw StepError("unknown: typing outside the grid");
+  }
+}
+
+// Ctrl+V: the form's paste wherever the focus is, but in a text box: an
+// editor with the focus takes one line itself (a column is the form's).
+void HeadlessScriptRunner::paste_clipboard() {
+  HeadlessDeskForm& form = open_form();
+  if (focus_ == Focus::kFilter) throw StepError("unknown: a paste into the filter box");
+  const bool column = clipboard_.trimmed().contains(QLatin1Char('\n'));
+  if (focus_ == Focus::kGrid && form.user().editor_focused() && !column) {
+    return form.user().paste(to_text(clipboard_));
+  }
+  if (!clipboard_.isEmpty()) form.work().paste_values(to_text(clipboard_));
 }
 
 void HeadlessScriptRunner::paste(const QString& args) {

@@ -58,6 +58,9 @@ class HeadlessScriptRunner {
   void type_filter(const Text& text, bool replace);
   void step_filter(bool back);
   void copy();
+  QString copied_text();
+  void type(const QString& text);
+  void paste_clipboard();
   void paste(const QString& args);
   void answer_next(const QString& args);
   void close_form();
@@ -71,6 +74,8 @@ class HeadlessScriptRunner {
   std::vector<Text> filter_undo_;  // the filter box's texts before each change
   std::vector<Text> filter_redo_;  // ... and after each change undone
   bool filter_typing_ = false;     // its last change was typing: more joins it
+  bool filter_selected_ = false;   // Ctrl+F selected the box's text
+  QString clipboard_;              // what a copy and the clip step put there
 };
 
 }  // namespace zelkora::desk

@@ -1,7 +1,7 @@
 // zelkora-desk: the suite's desktop program.
 //
 //   zelkora-desk [PROJECTFILE] [--script FILE [--check]] [--quit] [--dark]
-//   zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt]
+//   zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both]
 //
 // Opens the program menu; a project file opens in its program's form; a
 // script of input events runs once the windows are up (desk/script.h), and
@@ -70,7 +70,7 @@ int main(int argc, char** argv) {
   if (project == QLatin1String("--") || (!monkey && args.contains(QStringLiteral("--monkey"))) ||
       (check && script.isEmpty())) {
     err << "usage: zelkora-desk [PROJECTFILE] [--script FILE [--check]] [--quit] [--dark]\n"
-           "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt]\n";
+           "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both]\n";
     return 2;
   }
   if (monkey) {

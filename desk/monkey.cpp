@@ -26,11 +26,14 @@
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
 #include "desk/form_model.h"
+#include "desk/form_state.h"
+#include "desk/headless_script.h"
 #include "desk/main_window.h"
 #include "desk/script.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/layout.h"
 #include "zelkora/platform/headless/headless_form.h"
+#include "zelkora/platform/headless/recording_events.h"
 
 namespace zelkora::desk {
 
@@ -71,13 +74,16 @@ QString row_name(CalcForm& form, int32_t row) {
 
 class Recorder : public platform::GridEvents {
  public:
-  Recorder(CalcForm& form, FormModel& model) : form_(&form), model_(model) {
-    form.grid().connect_events(this);
+  Recorder(CalcForm& form, FormModel& model)
+      : form_(&form), model_(model), log_(form.work().events()) {
+    form.work().record_events(this);
   }
   ~Recorder() override {
-    if (form_) form_->grid().connect_events(&form_->grid_events());
+    if (form_) form_->work().record_events(nullptr);
   }
   std::optional<Finding> finding;
+  // The events as the form's handlers got them, written down.
+  std::vector<std::string>& log() { return log_.lines; }
 
   void EnterRow() override {
     const platform::CellRef at = grid().ActiveCell();
@@ -135,10 +141,11 @@ class Recorder : public platform::GridEvents {
 
  private:
   QtGridControl& grid() { return form_->grid(); }
-  platform::GridEvents& to() { return form_->grid_events(); }
+  platform::GridEvents& to() { return log_; }
 
   QPointer<CalcForm> form_;
   FormModel& model_;
+  platform::headless::RecordingEvents log_;
 };
 
 // ---- One run of the program ---------------------------------------------------------------
@@ -157,8 +164,13 @@ struct Before {
 
 class Session {
  public:
-  Session(const QString& folder, uint64_t seed, int form_kind)
-      : folder_(folder), rng_(seed), out_(&printed_), runner_(app_, out_), form_kind_(form_kind) {
+  Session(const QString& folder, uint64_t seed, int form_kind, bool compare_hosts)
+      : folder_(folder),
+        rng_(seed),
+        out_(&printed_),
+        runner_(app_, out_),
+        form_kind_(form_kind),
+        compare_hosts_(compare_hosts) {
     QApplication::clipboard()->clear();  // what an earlier run copied is not this one's
   }
   ~Session() {
@@ -198,6 +210,8 @@ class Session {
   std::unique_ptr<FormModel> model_;
   std::unique_ptr<Recorder> recorder_;
   int form_kind_;
+  bool compare_hosts_;
+  bool twin_started_ = false;
   QString pending_answer_;  // "yes FILE", "no", "cancel" or empty
   // Boxes expected in the step beyond the refusals, and questions.
   int32_t expected_boxes_ = 0;
@@ -207,9 +221,20 @@ class Session {
   // The projects saved in this run and their values.
   std::map<QString, std::vector<Text>> files_;
   int64_t skipped_ = 0;
+  // The same steps on the headless form, compared with the desktop one step
+  // by step while it can take them (until the form closes, or a step only
+  // the desktop script has).
+  QString twin_printed_;
+  QTextStream twin_out_{&twin_printed_};
+  std::unique_ptr<HeadlessScriptRunner> twin_;
+  std::unique_ptr<platform::headless::RecordingEvents> twin_log_;
+  int64_t compared_ = 0;
+  void start_twin(CalcForm& form);
+  std::optional<Finding> step_twin(const QString& line, bool ran);
 
  public:
   int64_t skipped() const { return skipped_; }
+  int64_t compared() const { return compared_; }
 
  private:
   void saved_to(const QString& file) {
@@ -422,6 +447,7 @@ void Session::attach() {
                                        std::move(state));
   model_->enter_row(cell.lCurrentRow());
   recorder_ = std::make_unique<Recorder>(*form, *model_);
+  if (compare_hosts_ && !twin_started_) start_twin(*form);
 }
 
 QString Session::consume_answer(bool question) {
@@ -443,8 +469,24 @@ std::optional<Finding> Session::step(const QString& line) {
     before.changed = model_->changed();
     before.current_row = form_->grid().currentRow();
   }
-  const bool form_paste =
-      form_ && line == QLatin1String("key Ctrl+V") && before.focus_in_grid && !before.editing;
+  // The form's window active again after a box closed, as the system makes
+  // it (offscreen, nothing does).
+  if (form_ && !form_->isActiveWindow()) {
+    form_->activateWindow();
+    QApplication::processEvents();
+  }
+  // Ctrl+V is the form's paste wherever the focus is, but in a text box: the
+  // filter box pastes into itself, a cell's editor too unless the clipboard
+  // holds a column.
+  bool form_paste = false;
+  if (form_ && line == QLatin1String("key Ctrl+V")) {
+    QWidget* focus = form_->focusWidget();
+    const auto* combo = qobject_cast<QComboBox*>(focus);
+    const bool text_box = focus && focus->isVisible() &&
+                          (qobject_cast<QLineEdit*>(focus) || (combo && combo->isEditable()));
+    const bool column = QApplication::clipboard()->text().trimmed().contains(QLatin1Char('\n'));
+    form_paste = !text_box || (before.focus_in_grid && column);
+  }
   if (form_paste) model_->paste_begins();
   printed_.clear();
   expected_boxes_ = 0;
@@ -460,6 +502,11 @@ std::optional<Finding> Session::step(const QString& line) {
     ++skipped_;
   }
   if (form_paste && model_) model_->paste_ends();
+  // A box closed: the system makes the form's window active again at once.
+  if (form_ && !form_->isActiveWindow()) {
+    form_->activateWindow();
+    QApplication::processEvents();
+  }
   if (!before.form) {
     attach();
     return std::nullopt;
@@ -472,12 +519,84 @@ std::optional<Finding> Session::step(const QString& line) {
                    form_->refused_only().isChecked());
   }
   if (!form_) {
-    // The form closed: its model and recorder go with it.
+    // The form closed: its model, recorder and twin go with it.
     recorder_.reset();
     model_.reset();
+    twin_.reset();
     return std::nullopt;
   }
-  return check(line);
+  if (std::optional<Finding> finding = check(line)) {
+    // The events of the step, for whoever looks into it.
+    QStringList events;
+    for (const std::string& event : recorder_->log()) events << QString::fromStdString(event);
+    finding->detail += QStringLiteral("\n  events: ") + events.join(QStringLiteral(", "));
+    return finding;
+  }
+  if (qEnvironmentVariableIsSet("ZELKORA_MONKEY_TRACE")) {
+    // Each step with its events, on the error stream.
+    QStringList events;
+    for (const std::string& event : recorder_->log()) events << QString::fromStdString(event);
+    std::fprintf(stderr, "%s: %s\n", line.toUtf8().constData(),
+                 events.join(QStringLiteral(", ")).toUtf8().constData());
+  }
+  if (!twin_) recorder_->log().clear();
+  return step_twin(line, ran);
+}
+
+void Session::start_twin(CalcForm& form) {
+  twin_started_ = true;
+  // The system's files and settings, as the desktop form has them.
+  twin_ = std::make_unique<HeadlessScriptRunner>(
+      form.program(), twin_out_,
+      std::make_shared<platform::Platform>(*platform::Platform::environment_default()));
+  twin_log_ = std::make_unique<platform::headless::RecordingEvents>(twin_->form()->work().events());
+  twin_->form()->work().record_events(twin_log_.get());
+  recorder_->log().clear();
+}
+
+// The headless form takes the step too; both print the same, raise the same
+// events and show the same state.
+std::optional<Finding> Session::step_twin(const QString& line, bool ran) {
+  if (!twin_ || !twin_->form()) return std::nullopt;
+  twin_printed_.clear();
+  bool twin_ran = true;
+  try {
+    twin_->run(line);
+  } catch (const std::exception& e) {
+    twin_ran = false;
+    // A step of the desktop script alone (a step or key the headless runner
+    // lacks, a click beyond the grid's cells) ends the comparison.
+    const QString why = QString::fromUtf8(e.what());
+    if (why.startsWith(QLatin1String("unknown")) ||
+        (why.startsWith(QLatin1String("the grid has no cell")) && ran)) {
+      twin_.reset();
+      return std::nullopt;
+    }
+  }
+  if (!twin_->form()) {
+    twin_.reset();
+    return std::nullopt;
+  }
+  const auto seen = [](const QString& printed, std::vector<std::string>& log, FormWork& work,
+                       bool took) {
+    QStringList lines = printed.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    if (!took) lines << QStringLiteral("(not taken)");
+    for (const std::string& event : log) lines << QString::fromStdString(event);
+    log.clear();
+    for (const Text& state : form_state(work)) lines << to_qstring(state);
+    return lines;
+  };
+  const QStringList desktop = seen(printed_, recorder_->log(), form_->work(), ran);
+  const QStringList headless =
+      seen(twin_printed_, twin_log_->lines, twin_->form()->work(), twin_ran);
+  ++compared_;
+  int at = 0;
+  while (at < std::max(desktop.size(), headless.size()) && desktop.value(at) == headless.value(at))
+    ++at;
+  if (at == std::max(desktop.size(), headless.size())) return std::nullopt;
+  return Finding{0, QStringLiteral("both hosts alike"),
+                 QStringLiteral("desktop \"%1\", headless \"%2\"")
+                     .arg(desktop.value(at).left(160), headless.value(at).left(160))};
 }
 
 void Session::take_form_actions(const QString& line, const Before& before, int32_t) {
@@ -520,9 +639,12 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
     pending_answer_.clear();
     model_->defaults();
   } else if (line == QLatin1String("defaults cancel")) {
+    // A value picked and not yet left becomes a step all the same.
     ++expected_boxes_;
     pending_answer_.clear();
+    model_->record_pending();
   } else if (verb == QLatin1String("reset") && refusals == 0) {
+    model_->record_pending();
     model_->reset_row(before.current_row);
   } else if (line == QLatin1String("key F8")) {
     model_->next_refused(before.current_row);
@@ -797,19 +919,26 @@ struct Play {
   QString folder;
   uint64_t seed = 1;
   int form_kind = 0;
+  bool compare_hosts = false;
   Watchdog* watchdog = nullptr;
   QFile* steps_file = nullptr;
 };
 
 // Runs the lines, or draws `draw` steps when it is above 0 (and adds them to
 // `lines`), in a program started afresh; the first finding.
+// Steps the form did not take, and steps compared on both hosts.
+struct Tally {
+  int64_t skipped = 0;
+  int64_t compared = 0;
+};
+
 std::optional<Finding> play(const Play& p, QStringList& lines, int64_t draw,
                             const QElapsedTimer* clock = nullptr, double seconds = 0,
-                            int64_t* skipped = nullptr) {
+                            Tally* tally = nullptr) {
   // Before the program starts: it reads its settings as it starts.
   prepare_folder(p.folder, programs()[p.form_kind == 2 ? 0 : 2],
                  platform::Platform::environment_default());
-  Session session(p.folder, p.seed, p.form_kind);
+  Session session(p.folder, p.seed, p.form_kind, p.compare_hosts);
   const int64_t count = draw > 0 ? draw : lines.size();
   for (int64_t i = 0; i < count; ++i) {
     if (clock && seconds > 0 && clock->elapsed() > seconds * 1000) break;
@@ -821,7 +950,7 @@ std::optional<Finding> play(const Play& p, QStringList& lines, int64_t draw,
     }
     if (p.watchdog) p.watchdog->step_begins();
     std::optional<Finding> finding = session.step(line);
-    if (skipped) *skipped = session.skipped();
+    if (tally) *tally = {session.skipped(), session.compared()};
     if (finding) {
       finding->step = i + 1;
       return finding;
@@ -886,8 +1015,8 @@ int report(const Play& p, const Finding& finding, const QStringList& lines, QTex
 }  // namespace
 
 int run_monkey(const MonkeyRun& run, QTextStream& out, QTextStream& err) {
-  if (run.host != QLatin1String("qt")) {
-    err << "monkey: the host \"" << run.host << "\" is not part of this program (qt)\n";
+  if (run.host != QLatin1String("qt") && run.host != QLatin1String("both")) {
+    err << "monkey: the host \"" << run.host << "\" is not part of this program (qt, both)\n";
     return 2;
   }
   QTemporaryDir temporary;
@@ -905,17 +1034,23 @@ int run_monkey(const MonkeyRun& run, QTextStream& out, QTextStream& err) {
   Watchdog watchdog(steps_file.fileName());
   QElapsedTimer clock;
   clock.start();
-  int64_t steps = 0, skipped = 0;
+  int64_t steps = 0;
+  Tally total;
   int seeds = 0;
   for (uint64_t seed = run.seed;; ++seed) {
-    Play p{folder, seed, static_cast<int>(seed % std::size(kForms)), &watchdog, &steps_file};
+    Play p{folder,
+           seed,
+           static_cast<int>(seed % std::size(kForms)),
+           run.host == QLatin1String("both"),
+           &watchdog,
+           &steps_file};
     steps_file.resize(0);
     QStringList lines;
-    int64_t not_taken = 0;
-    const std::optional<Finding> finding =
-        play(p, lines, run.steps, &clock, run.seconds, &not_taken);
+    Tally tally;
+    const std::optional<Finding> finding = play(p, lines, run.steps, &clock, run.seconds, &tally);
     steps += lines.size();
-    skipped += not_taken;
+    total.skipped += tally.skipped;
+    total.compared += tally.compared;
     ++seeds;
     if (finding) {
       temporary.setAutoRemove(false);
@@ -927,14 +1062,16 @@ int run_monkey(const MonkeyRun& run, QTextStream& out, QTextStream& err) {
     if (run.seconds <= 0 || clock.elapsed() > run.seconds * 1000) break;
   }
   const double elapsed = static_cast<double>(clock.elapsed()) / 1000;
-  out << "monkey: " << steps << " steps (" << skipped << " the form did not take), " << seeds
-      << " seeds from " << run.seed << " (" << QString::number(elapsed, 'f', 1) << " s, "
+  out << "monkey: " << steps << " steps (" << total.skipped << " the form did not take, "
+      << total.compared << " compared on both hosts), " << seeds << " seeds from " << run.seed
+      << " (" << QString::number(elapsed, 'f', 1) << " s, "
       << QString::number(static_cast<double>(steps) / std::max(elapsed, 0.001), 'f', 1)
       << " steps/s): every rule held\n";
   return 0;
 }
 
-int check_script(const QStringList& script, QTextStream& out, QTextStream& err) {
+int check_script(const QStringList& script, QTextStream& out, QTextStream& err,
+                 bool compare_hosts) {
   QTemporaryDir folder;
   if (!folder.isValid()) {
     err << "monkey: no temporary folder\n";
@@ -963,7 +1100,7 @@ int check_script(const QStringList& script, QTextStream& out, QTextStream& err) 
       break;
     }
   }
-  const Play p{folder.path(), 0, kind, nullptr, nullptr};
+  const Play p{folder.path(), 0, kind, compare_hosts, nullptr, nullptr};
   lines.replaceInStrings(QStringLiteral("$DIR"), folder.path());
   if (const std::optional<Finding> finding = play(p, lines, 0)) {
     out << "step " << finding->step << ": " << lines.value(static_cast<int>(finding->step) - 1)

@@ -32,6 +32,8 @@ struct MonkeyRun {
   // Stops after this many seconds (0: after `steps`), starting further
   // seeds while time remains.
   double seconds = 0;
+  // "qt": the desktop form against the model; "both": and the headless form
+  // taking the same steps, compared with it step by step.
   QString host = QStringLiteral("qt");
   // Where the run keeps its project files and its steps (a new temporary
   // folder when empty).
@@ -45,6 +47,7 @@ int run_monkey(const MonkeyRun& run, QTextStream& out, QTextStream& err);
 // Runs a script (as the tester wrote it: "$DIR" stands for the folder of
 // its files) with the same checks after every step; 0 when every rule held,
 // 1 with the finding on `out`.
-int check_script(const QStringList& script, QTextStream& out, QTextStream& err);
+int check_script(const QStringList& script, QTextStream& out, QTextStream& err,
+                 bool compare_hosts = false);
 
 }  // namespace zelkora::desk

@@ -55,9 +55,14 @@ void click_cell(QtGridControl& grid, int32_t row, int32_t col) {
   settle();
 }
 
-// The widget that has the focus in the window of `widget` (the window need
-// not be the active one, as after a message box closed), or `widget`.
+// Where the keys go: an open list, else the widget that has the focus in the
+// window of `widget` (the window need not be the active one, as after a
+// message box closed), or `widget`.
 QWidget* focus_in(QWidget* widget) {
+  // An open list takes the keys, as it grabs the keyboard.
+  if (QWidget* popup = QApplication::activePopupWidget()) {
+    return popup->focusWidget() ? popup->focusWidget() : popup;
+  }
   // An editor just closed may still be the inactive window's focus widget;
   // keys never reach a widget that is not shown.
   QWidget* focus = widget->window()->focusWidget();
@@ -270,7 +275,8 @@ class ScriptRunner::Steps {
   // Characters typed where the focus is, as they stand (blanks too).
   void type_here(const QString& text) {
     activate(&grid());
-    type_text(focus_in(&grid()), text);
+    // Each key where the focus is then: the first may open an editor.
+    for (const QChar c : text) type_text(focus_in(&grid()), QString(c));
   }
 
   void toggle(const QString& which) {

@@ -1,6 +1,8 @@
 // The headless form: the user's actions as the grid control's events.
 #include "zelkora/platform/headless/headless_form.h"
 
+#include <algorithm>
+
 namespace zelkora::platform::headless {
 
 void HeadlessForm::enter(int32_t row, int32_t col) {
@@ -82,6 +84,9 @@ bool HeadlessUser::begin_edit() {
   editing_ = selected_ = editor_focused_ = true;
   list_open_ = false;
   left_ = false;
+  // The editor takes as many characters as it opened with, at least the
+  // typed most.
+  max_length_ = std::max(kMaxTypedLength, view_.grid.Text(at.row, at.col).size());
   return true;
 }
 
@@ -118,9 +123,12 @@ void HeadlessUser::type(TextView text) {
       }
       if (c == u' ' || !begin_edit()) continue;
     }
-    // A key replaces the selected text, or goes on the end of it.
+    // A key replaces the selected text, or goes on the end of it; a full
+    // editor takes no more.
     const CellRef at = view_.grid.ActiveCell();
-    change_text(selected_ ? zelkora::Text(1, c) : view_.grid.Text(at.row, at.col) + c);
+    const zelkora::Text now = view_.grid.Text(at.row, at.col);
+    if (!selected_ && now.size() >= max_length_) continue;
+    change_text(selected_ ? zelkora::Text(1, c) : now + c);
     selected_ = false;
   }
 }

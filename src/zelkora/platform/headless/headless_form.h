@@ -147,6 +147,7 @@ class HeadlessUser {
   GridEvents* events() const { return view_.events_; }
 
   HeadlessForm& view_;
+  std::size_t max_length_ = kMaxTypedLength;  // the open editor's
   bool editing_ = false;
   bool selected_ = false;       // the editor's text is selected: a key replaces it
   bool left_ = false;           // the active cell was left and not entered or edited since

@@ -1050,13 +1050,21 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
       QTableWidget::keyPressEvent(event);
       return;
     }
-    if (!within || !editor) {
+    // Tab and Enter the grid takes while it has the focus over the editor
+    // (not those an editor passes on after ending its own edit) leave the
+    // cell as from a cell not edited (below).
+    const bool ends = (key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Return ||
+                       key == Qt::Key_Enter) &&
+                      window()->focusWidget() == this;
+    if (within && editor) {
+      editor->setFocus(Qt::OtherFocusReason);
+      event->accept();
+      return;
+    }
+    if (!ends) {
       QTableWidget::keyPressEvent(event);
       return;
     }
-    editor->setFocus(Qt::OtherFocusReason);
-    event->accept();
-    return;
   }
   const CellRef at = model_.ActiveCell();
   auto key_down = [&](int16_t code) {
