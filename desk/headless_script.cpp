@@ -140,7 +140,9 @@ void HeadlessScriptRunner::run(const QString& line) {
     grid::RowFilter filter = work.filter();
     bool& toggle = rest == QLatin1String("changed") ? filter.changed : filter.refused;
     toggle = !toggle;
-    focus_ = Focus::kElsewhere;  // the box clicked has the focus
+    // The box clicked takes the focus from the grid (its cell left first).
+    HeadlessDeskForm& form = open_form();
+    if (focus_ != Focus::kGrid || form.user().focus_away()) focus_ = Focus::kElsewhere;
     return work.set_filter(std::move(filter));
   }
   throw StepError("unknown step \"" + verb.toStdString() +
@@ -253,7 +255,7 @@ void HeadlessScriptRunner::key(const QString& name) {
     // The filter box takes a blank; Tab would go on to its toggles.
     if (*it == HeadlessUser::kSpace) return type_filter(u" ", false);
     if (*it == HeadlessUser::kTab || *it == HeadlessUser::kBackTab) {
-      throw StepError("Tab from the filter box");
+      throw StepError("unknown: Tab from the filter box goes on to its toggles");
     }
     return;
   }
@@ -315,12 +317,13 @@ void HeadlessScriptRunner::copy() {
 
 void HeadlessScriptRunner::type(const QString& text) {
   HeadlessDeskForm& form = open_form();
+  if (text.isEmpty()) return;  // no key pressed
   if (focus_ == Focus::kFilter) {
     type_filter(to_text(text), filter_selected_);
     filter_selected_ = false;
   } else if (focus_ == Focus::kGrid) {
     form.user().type(to_text(text));
-  } else if (!text.isEmpty()) {
+  } else {
     throw StepError("unknown: typing outside the grid");
   }
 }
