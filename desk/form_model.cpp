@@ -225,9 +225,14 @@ bool FormModel::apply_group_rule(int32_t row) {
 bool FormModel::leave_cell(int32_t row, int32_t col) {
   current_row_ = row;
   const ModelRow* r = row_at(row);
-  if (!r || col != kValueCol || r->facts.item < 0) return false;
-  // A folded row is passed over, unless the filter shows it.
-  if (folded(row) && !(filtered() && row_shown(row))) return false;
+  // Any cell left takes a value picked before (a step), whatever the cell;
+  // only a shown value cell is checked. A folded row is passed over, unless
+  // the filter shows it.
+  if (!r || col != kValueCol || r->facts.item < 0 ||
+      (folded(row) && !(filtered() && row_shown(row)))) {
+    if (!pasting_) record();
+    return false;
+  }
   const auto item = static_cast<std::size_t>(r->facts.item);
   // Only a value changed since the row was entered is checked.
   if (state_.values[item] != entered_ && !refusal(row, state_.values[item]).empty()) {
