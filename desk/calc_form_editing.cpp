@@ -25,8 +25,6 @@ namespace {
 using platform::qt::to_qstring;
 using platform::qt::to_text;
 
-constexpr TextView kViewSection = u"View";
-
 }  // namespace
 
 // ---- Building ---------------------------------------------------------------------------
@@ -163,13 +161,9 @@ void CalcForm::show_filter(const grid::RowFilter& filter) {
 // ---------------------------------------------------------------------
 
 void CalcForm::restore_view() {
-  const clsCharacter chr(platform_);
-  const std::optional<Text> saved =
-      platform_->settings->get(chr.tString(text_id::kApplication), kViewSection, program_.layout);
-  if (!saved) return;
-  const grid::ViewState view = grid::parse_view_state(*saved);
-  clsGridCell& form_cell = cell();
-  grid::restore_view(form_cell, view);
+  const std::optional<grid::ViewState> kept = work_->kept_view();
+  if (!kept) return;
+  const grid::ViewState& view = *kept;
   // The panes: the splitter's, then those of the sketch and the report.
   const auto outer = static_cast<std::size_t>(splitter_->count());
   const std::size_t inner = side_ ? static_cast<std::size_t>(side_->count()) : 0;
@@ -182,16 +176,13 @@ void CalcForm::restore_view() {
   // A width from a damaged entry leaves the values room on any screen.
   constexpr int32_t kWidestKept = 800;
   if (view.caption > 0) grid_->ColWidth(grid::kCaptionCol, std::min(view.caption, kWidestKept));
-  const auto shown_from = [this](int32_t row) {
-    return row <= 0 || grid_->row_shown(row) ? row
-                                             : grid_->next_editable_row(row, grid::kValueCol, 1);
-  };
-  if (const int32_t top = shown_from(grid::key_row(form_cell, view.top)); top > 0) {
+  work_->restore_kept_view(view);
+  int32_t top = grid::key_row(cell(), view.top);
+  if (top > 0 && !grid_->row_shown(top)) top = grid_->next_editable_row(top, grid::kValueCol, 1);
+  if (top > 0) {
     grid_->scrollTo(grid_->model()->index(top, grid::kValueCol), QAbstractItemView::PositionAtTop);
   }
-  if (const int32_t row = shown_from(grid::key_row(form_cell, view.current)); row > 0) {
-    grid_->setCurrentCell(row, grid::kValueCol);
-  }
+  grid_->scrollTo(grid_->currentIndex());  // the current row in sight
 }
 
 void CalcForm::save_view() {
@@ -201,9 +192,7 @@ void CalcForm::save_view() {
       grid::capture_view(cell(), grid_->currentRow(), grid_->rowAt(0) < 0 ? 0 : grid_->rowAt(0));
   view.panes.assign(sizes.begin(), sizes.end());
   view.caption = grid_->ColWidth(grid::kCaptionCol);
-  const clsCharacter chr(platform_);
-  platform_->settings->set(chr.tString(text_id::kApplication), kViewSection, program_.layout,
-                           grid::view_state_text(view));
+  work_->keep_view(view);
 }
 
 }  // namespace zelkora::desk

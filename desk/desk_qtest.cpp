@@ -1078,7 +1078,7 @@ class DeskTest : public QObject {
     QString printed;
     QTextStream out(&printed), err(&printed);
     const int status =
-        check_script(QString::fromUtf8(script.readAll()).split(QLatin1Char('\n')), out, err);
+        check_script(QString::fromUtf8(script.readAll()).split(QLatin1Char('\n')), out, err, true);
     QVERIFY2(status == 0, qPrintable(printed));
   }
 

@@ -23,6 +23,8 @@ using platform::qt::to_text;
 
 // Item 0 of every form is the project's name.
 constexpr int32_t kProjectItem = 0;
+// The settings' section of the kept views, an entry per layout.
+constexpr TextView kViewSection = u"View";
 // The colour of a refusal in the title box (dark red).
 constexpr uint32_t kRefusalColour = 0x0000B0;
 
@@ -469,11 +471,39 @@ bool FormWork::next_refused() {
   return view_.edit_cell(row);
 }
 
+// ---- The view kept between sessions -------------------------------------------------------
+
+std::optional<grid::ViewState> FormWork::kept_view() const {
+  const clsCharacter chr(platform_);
+  const std::optional<Text> saved =
+      platform_->settings->get(chr.tString(text_id::kApplication), kViewSection, program_.layout);
+  if (!saved) return std::nullopt;
+  return grid::parse_view_state(*saved);
+}
+
+void FormWork::restore_kept_view(const grid::ViewState& view) {
+  grid::restore_view(cell(), view);
+  // The current row, or the first shown one after it.
+  int32_t row = grid::key_row(cell(), view.current);
+  if (row > 0 && !view_.row_shown(row)) row = view_.next_editable_row(row, 1);
+  if (row > 0) view_.make_current(row);
+}
+
+void FormWork::keep_view(const grid::ViewState& view) {
+  const clsCharacter chr(platform_);
+  platform_->settings->set(chr.tString(text_id::kApplication), kViewSection, program_.layout,
+                           grid::view_state_text(view));
+}
+
 // ---- The filter ---------------------------------------------------------------------------
 
 void FormWork::set_filter(grid::RowFilter filter) {
   filter_ = std::move(filter);
   apply_filter();
+  // An editor a refused value kept open (its text gone back to the row's
+  // value) does not stay on a row the filter hid: keys would edit a row the
+  // user cannot see.
+  if (view_.editing() && !view_.row_shown(view_.current_row())) view_.leave_cell();
 }
 
 void FormWork::apply_filter() {

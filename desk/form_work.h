@@ -22,6 +22,7 @@
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/row_filter.h"
 #include "zelkora/grid/value_history.h"
+#include "zelkora/grid/view_state.h"
 
 namespace zelkora::desk {
 
@@ -115,6 +116,15 @@ class FormWork : public platform::GridForm {
   bool next_refused();
   // The shown rows whose values their checks refuse, as last counted.
   const std::vector<int32_t>& refused_rows() const { return refused_; }
+
+  // ---- The view kept between sessions (the folding, the current row, and
+  // what a host keeps of its own: panes, widths, the top row).
+  // The view kept for the program, if any.
+  std::optional<grid::ViewState> kept_view() const;
+  // The kept view's folding and current row, given back.
+  void restore_kept_view(const grid::ViewState& view);
+  // The view as it is now kept.
+  void keep_view(const grid::ViewState& view);
 
   // ---- The filter.
   const grid::RowFilter& filter() const { return filter_; }

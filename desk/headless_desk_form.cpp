@@ -15,6 +15,10 @@ HeadlessDeskForm::HeadlessDeskForm(std::shared_ptr<const platform::Platform> pla
   while (row + 1 < grid.Rows() && !grid.row_shown(row)) ++row;
   while (col + 1 < grid.Cols() && grid.ColWidth(col) <= 0) ++col;
   user_.move_to(row, col);
+  // The view kept by the form last closed (on any host).
+  if (const std::optional<grid::ViewState> kept = work_->kept_view()) {
+    work_->restore_kept_view(*kept);
+  }
 }
 
 HeadlessDeskForm::~HeadlessDeskForm() = default;

@@ -143,7 +143,10 @@ void HeadlessScriptRunner::run(const QString& line) {
     // The box clicked takes the focus from the grid (its cell left first).
     HeadlessDeskForm& form = open_form();
     if (focus_ != Focus::kGrid || form.user().focus_away()) focus_ = Focus::kElsewhere;
-    return work.set_filter(std::move(filter));
+    work.set_filter(std::move(filter));
+    // The editor a refusal kept, gone with its row: the focus is the box's.
+    if (!form.user().editing()) focus_ = Focus::kElsewhere;
+    return;
   }
   throw StepError("unknown step \"" + verb.toStdString() +
                   "\" (edit, pick, click, key, type, clip, defaults, calculate, save, open, "
@@ -268,6 +271,8 @@ void HeadlessScriptRunner::filter(const QString& text) {
   // into the box all the same).
   if (focus_ != Focus::kGrid || form.user().focus_away()) focus_ = Focus::kFilter;
   type_filter(to_text(text), true);
+  // The editor a refusal kept, gone with its row: the focus is the box's.
+  if (!form.user().editing()) focus_ = Focus::kFilter;
 }
 
 void HeadlessScriptRunner::type_filter(const Text& text, bool replace) {

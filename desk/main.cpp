@@ -1,6 +1,6 @@
 // zelkora-desk: the suite's desktop program.
 //
-//   zelkora-desk [PROJECTFILE] [--script FILE [--check]] [--quit] [--dark]
+//   zelkora-desk [PROJECTFILE] [--script FILE [--check [--host qt|both]]] [--quit] [--dark]
 //   zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both]
 //
 // Opens the program menu; a project file opens in its program's form; a
@@ -30,6 +30,7 @@ int main(int argc, char** argv) {
   QString project;
   bool quit = false;
   bool check = false;
+  QString host = QStringLiteral("qt");
   std::optional<zelkora::desk::MonkeyRun> monkey;
   QTextStream err(stderr);
   const auto number = [&](int& i, auto& value) {
@@ -48,8 +49,8 @@ int main(int argc, char** argv) {
       if (!number(i, monkey->steps)) monkey.reset();
     } else if (monkey && args[i] == QLatin1String("--seconds")) {
       if (!number(i, monkey->seconds)) monkey.reset();
-    } else if (monkey && args[i] == QLatin1String("--host") && i + 1 < args.size()) {
-      monkey->host = args[++i];
+    } else if (args[i] == QLatin1String("--host") && i + 1 < args.size()) {
+      host = args[++i];
     } else if (args[i] == QLatin1String("--check")) {
       check = true;
     } else if (args[i] == QLatin1String("--script") && i + 1 < args.size()) {
@@ -68,12 +69,16 @@ int main(int argc, char** argv) {
     }
   }
   if (project == QLatin1String("--") || (!monkey && args.contains(QStringLiteral("--monkey"))) ||
-      (check && script.isEmpty())) {
-    err << "usage: zelkora-desk [PROJECTFILE] [--script FILE [--check]] [--quit] [--dark]\n"
+      (check && script.isEmpty()) ||
+      (!monkey && !check && args.contains(QStringLiteral("--host"))) ||
+      (host != QLatin1String("qt") && host != QLatin1String("both"))) {
+    err << "usage: zelkora-desk [PROJECTFILE] [--script FILE [--check [--host qt|both]]] [--quit] "
+           "[--dark]\n"
            "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both]\n";
     return 2;
   }
   if (monkey) {
+    monkey->host = host;
     QTextStream out(stdout);
     return zelkora::desk::run_monkey(*monkey, out, err);
   }
@@ -88,7 +93,7 @@ int main(int argc, char** argv) {
   }
   if (check) {
     QTextStream out(stdout);
-    return zelkora::desk::check_script(lines, out, err);
+    return zelkora::desk::check_script(lines, out, err, host == QLatin1String("both"));
   }
 
   zelkora::desk::DeskApp desk;

@@ -512,7 +512,11 @@ std::optional<Finding> Session::step(const QString& line) {
     return std::nullopt;
   }
   if (recorder_ && recorder_->finding) return recorder_->finding;
-  if (ran) take_form_actions(line, before, 0);
+  if (ran) {
+    take_form_actions(line, before, 0);
+  } else if (printed_.contains(QLatin1String("message: "))) {
+    pending_answer_.clear();  // a step not taken to its end still answered its box
+  }
   if (form_) {
     // The filter is what its box and toggles say (the user's typing).
     model_->filter(to_text(form_->filter_box().text()), form_->changed_only().isChecked(),
@@ -536,8 +540,17 @@ std::optional<Finding> Session::step(const QString& line) {
     // Each step with its events, on the error stream.
     QStringList events;
     for (const std::string& event : recorder_->log()) events << QString::fromStdString(event);
-    std::fprintf(stderr, "%s: %s\n", line.toUtf8().constData(),
-                 events.join(QStringLiteral(", ")).toUtf8().constData());
+    std::fprintf(stderr, "%s: %s\n%s", line.toUtf8().constData(),
+                 events.join(QStringLiteral(", ")).toUtf8().constData(),
+                 printed_.toUtf8().constData());
+    // Where the keys go next, and what of a text box's text they replace.
+    if (QWidget* focus = QApplication::focusWidget()) {
+      auto* combo = qobject_cast<QComboBox*>(focus);
+      QLineEdit* line = combo ? combo->lineEdit() : qobject_cast<QLineEdit*>(focus);
+      std::fprintf(stderr, "  focus: %s %s%s\n", focus->metaObject()->className(),
+                   focus->objectName().toUtf8().constData(),
+                   line ? (" selected \"" + line->selectedText() + "\"").toUtf8().constData() : "");
+    }
   }
   if (!twin_) recorder_->log().clear();
   return step_twin(line, ran);
@@ -1006,7 +1019,7 @@ int report(const Play& p, const Finding& finding, const QStringList& lines, QTex
                "\n");
   }
   out << "script (" << script.size() << " of " << finding.step << " steps; zelkora-desk --script "
-      << file << " --check):\n";
+      << file << " --check" << (p.compare_hosts ? " --host both" : "") << "):\n";
   for (QString line : script) out << "  " << line.replace(p.folder, QStringLiteral("$DIR")) << "\n";
   out.flush();
   return 1;

@@ -5,8 +5,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QKeyEvent>
-#include <QWheelEvent>
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -14,9 +12,10 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QToolTip>
-#include <QSignalBlocker>
+#include <QWheelEvent>
 #include <algorithm>
 
 #include "zelkora/platform/qt/qt_controls.h"
@@ -135,7 +134,8 @@ class ListEditor : public QComboBox {
   void hidePopup() override {
     closing_popup_ = true;
     QComboBox::hidePopup();
-    QMetaObject::invokeMethod(this, [this] { closing_popup_ = false; }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { closing_popup_ = false; }, Qt::QueuedConnection);
   }
 
  protected:
@@ -443,7 +443,8 @@ bool QtGridControl::viewportEvent(QEvent* event) {
     if (tip.isEmpty()) {
       const QString text = index.data(Qt::DisplayRole).toString();
       const QFont font = index.data(Qt::FontRole).value<QFont>();
-      const int room = visualRect(index).width() - 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) - 4;
+      const int room =
+          visualRect(index).width() - 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) - 4;
       if (QFontMetrics(font).horizontalAdvance(text) > room) tip = text;
     }
   }
@@ -689,8 +690,7 @@ void QtGridControl::stale(int32_t row, int32_t col) {
     stale_.resize(static_cast<std::size_t>(row) + 1);
   }
   // Columns beyond 63 count as the whole row.
-  stale_[static_cast<std::size_t>(row)] |=
-      col >= 0 && col < 63 ? uint64_t{1} << col : kWholeRow;
+  stale_[static_cast<std::size_t>(row)] |= col >= 0 && col < 63 ? uint64_t{1} << col : kWholeRow;
 }
 
 void QtGridControl::redraw_row(int32_t row) {
@@ -837,6 +837,14 @@ void QtGridControl::keep_editing() {
     delegate_->setEditorData(editor, index);
     activateWindow();
     editor->setFocus(Qt::OtherFocusReason);
+    // Its text selected, as when the cell was entered: what is typed next
+    // replaces the value it went back to. (Once the focus change that left
+    // the cell has ended: its end takes the selection away.)
+    auto* combo = qobject_cast<QComboBox*>(editor);
+    if (QLineEdit* line = combo ? combo->lineEdit() : qobject_cast<QLineEdit*>(editor)) {
+      line->selectAll();
+      QMetaObject::invokeMethod(line, &QLineEdit::selectAll, Qt::QueuedConnection);
+    }
   }
 }
 
@@ -1038,8 +1046,8 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
   if (state() == QAbstractItemView::EditingState) {
     const bool rows = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
                       key == Qt::Key_PageDown;
-    const bool within = key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Home ||
-                        key == Qt::Key_End;
+    const bool within =
+        key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Home || key == Qt::Key_End;
     QWidget* editor = indexWidget(currentIndex());
     if (rows && !(event->modifiers() & Qt::AltModifier)) {
       if (!leave_active()) {
