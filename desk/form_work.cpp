@@ -264,6 +264,9 @@ bool FormWork::save_file(TextView file) {
 }
 
 void FormWork::load_defaults() {
+  // A value still being typed is left first, checked as always: it is not
+  // taken unchecked by the step, nor left open on a row the defaults hide.
+  if (!view_.leave_cell()) return;
   session_->cell().LoadDefaultEnterA(true);
   values_changed();  // one step of the history
 }

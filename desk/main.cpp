@@ -1,7 +1,7 @@
 // zelkora-desk: the suite's desktop program.
 //
 //   zelkora-desk [PROJECTFILE] [--script FILE [--check [--host qt|both]]] [--quit] [--dark]
-//   zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both]
+//   zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both] [--keep-going]
 //
 // Opens the program menu; a project file opens in its program's form; a
 // script of input events runs once the windows are up (desk/script.h), and
@@ -51,6 +51,8 @@ int main(int argc, char** argv) {
       if (!number(i, monkey->seconds)) monkey.reset();
     } else if (args[i] == QLatin1String("--host") && i + 1 < args.size()) {
       host = args[++i];
+    } else if (monkey && args[i] == QLatin1String("--keep-going")) {
+      monkey->keep_going = true;
     } else if (args[i] == QLatin1String("--check")) {
       check = true;
     } else if (args[i] == QLatin1String("--script") && i + 1 < args.size()) {
@@ -74,7 +76,8 @@ int main(int argc, char** argv) {
       (host != QLatin1String("qt") && host != QLatin1String("both"))) {
     err << "usage: zelkora-desk [PROJECTFILE] [--script FILE [--check [--host qt|both]]] [--quit] "
            "[--dark]\n"
-           "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both]\n";
+           "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both] "
+           "[--keep-going]\n";
     return 2;
   }
   if (monkey) {

@@ -629,7 +629,13 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
       return QStringLiteral("no");
     }
     ++expected_boxes_;
-    return consume_answer(true);
+    const QString answer = consume_answer(true);
+    // Yes with no file for a project never saved: the file chooser closed
+    // unanswered cancels what asked.
+    const bool no_file =
+        answer.startsWith(QLatin1String("yes")) && model_->file().empty() &&
+        (answer == QLatin1String("yes") || printed_.contains(QLatin1String("file dialog: ")));
+    return no_file ? QStringLiteral("cancel") : answer;
   };
   // A save the answer yes makes: to the project's file, else the one given.
   const auto save_on_yes = [&](const QString& answer) {
@@ -647,15 +653,11 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
   } else if ((verb == QLatin1String("redo") || line == QLatin1String("key Ctrl+Y")) &&
              before.focus_in_grid && !before.editing && refusals == 0) {
     model_->redo();
-  } else if (line == QLatin1String("defaults yes")) {
-    ++expected_boxes_;
+  } else if (verb == QLatin1String("defaults")) {
+    // The cell is left first: a refused value, and nothing is asked.
     pending_answer_.clear();
-    model_->defaults();
-  } else if (line == QLatin1String("defaults cancel")) {
-    // A value picked and not yet left becomes a step all the same.
-    ++expected_boxes_;
-    pending_answer_.clear();
-    model_->record_pending();
+    if (refusals == 0) ++expected_boxes_;
+    if (refusals == 0 && rest == QLatin1String("yes")) model_->defaults();
   } else if (verb == QLatin1String("reset") && refusals == 0) {
     model_->record_pending();
     model_->reset_row(before.current_row);
@@ -1002,13 +1004,14 @@ QStringList shortest(const Play& p, QStringList lines, const QString& rule, doub
   return lines;
 }
 
-int report(const Play& p, const Finding& finding, const QStringList& lines, QTextStream& out) {
+int report(const Play& p, const Finding& finding, const QStringList& lines, QTextStream& out,
+           double shorten_seconds = 300) {
   out << "monkey: seed " << p.seed << ", step " << finding.step << ": "
       << lines.value(static_cast<int>(finding.step) - 1) << "\n"
       << "broken: " << finding.rule << "\n  " << finding.detail << "\n";
   out.flush();
   const QStringList script =
-      shortest(p, lines.mid(0, static_cast<int>(finding.step)), finding.rule, 300);
+      shortest(p, lines.mid(0, static_cast<int>(finding.step)), finding.rule, shorten_seconds);
   const QString file = QDir(p.folder).filePath(QStringLiteral("finding-%1.txt").arg(p.seed));
   QFile kept(file);
   if (kept.open(QIODevice::WriteOnly)) {
@@ -1050,6 +1053,7 @@ int run_monkey(const MonkeyRun& run, QTextStream& out, QTextStream& err) {
   int64_t steps = 0;
   Tally total;
   int seeds = 0;
+  int findings = 0;
   for (uint64_t seed = run.seed;; ++seed) {
     Play p{folder,
            seed,
@@ -1065,7 +1069,12 @@ int run_monkey(const MonkeyRun& run, QTextStream& out, QTextStream& err) {
     total.skipped += tally.skipped;
     total.compared += tally.compared;
     ++seeds;
-    if (finding) {
+    if (finding && run.keep_going) {
+      // Its steps kept whole, to be cut down later with --check.
+      temporary.setAutoRemove(false);
+      report(p, *finding, lines, out, 0);
+      ++findings;
+    } else if (finding) {
       temporary.setAutoRemove(false);
       watchdog.pause();
       p.watchdog = nullptr;
@@ -1079,8 +1088,11 @@ int run_monkey(const MonkeyRun& run, QTextStream& out, QTextStream& err) {
       << total.compared << " compared on both hosts), " << seeds << " seeds from " << run.seed
       << " (" << QString::number(elapsed, 'f', 1) << " s, "
       << QString::number(static_cast<double>(steps) / std::max(elapsed, 0.001), 'f', 1)
-      << " steps/s): every rule held\n";
-  return 0;
+      << " steps/s): "
+      << (findings == 0 ? QStringLiteral("every rule held")
+                        : QStringLiteral("%1 findings").arg(findings))
+      << "\n";
+  return findings == 0 ? 0 : 1;
 }
 
 int check_script(const QStringList& script, QTextStream& out, QTextStream& err,

@@ -35,6 +35,9 @@ struct MonkeyRun {
   // "qt": the desktop form against the model; "both": and the headless form
   // taking the same steps, compared with it step by step.
   QString host = QStringLiteral("qt");
+  // On a finding, its steps kept (not cut down) and the next seed run: a
+  // campaign's findings all told.
+  bool keep_going = false;
   // Where the run keeps its project files and its steps (a new temporary
   // folder when empty).
   QString folder;

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -127,9 +128,31 @@ KeyPress key_of(const QString& name) {
 
 }  // namespace
 
+// A file chooser a script gave no file for is cancelled as it opens, as a
+// user would close it: a script never waits for a person.
+class FileDialogCloser : public QObject {
+ public:
+  explicit FileDialogCloser(QTextStream& out) : out_(out) { qApp->installEventFilter(this); }
+  ~FileDialogCloser() override { qApp->removeEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* dialog = qobject_cast<QFileDialog*>(watched);
+    if (dialog && event->type() == QEvent::Show) {
+      out_ << "file dialog: " << dialog->windowTitle() << " | cancelled\n";
+      out_.flush();
+      QTimer::singleShot(0, dialog, &QDialog::reject);
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  QTextStream& out_;
+};
+
 class ScriptRunner::Steps {
  public:
-  Steps(DeskApp& app, QTextStream& out) : app_(app), out_(out) {
+  Steps(DeskApp& app, QTextStream& out) : app_(app), out_(out), file_dialogs_(out) {
     app_.messages().on_show = [this](QMessageBox& box) { answer(box); };
   }
   ~Steps() { app_.messages().on_show = nullptr; }
@@ -415,6 +438,7 @@ class ScriptRunner::Steps {
   DeskApp& app_;
   QTextStream& out_;
   QMessageBox::StandardButton answer_ = QMessageBox::NoButton;
+  FileDialogCloser file_dialogs_;
 };
 
 ScriptRunner::ScriptRunner(DeskApp& app, QTextStream& out)
