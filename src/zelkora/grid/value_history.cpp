@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include "zelkora/grid/grid_appearance.h"
+#include "zelkora/grid/grid_cell_internals.h"
 #include "zelkora/grid/group_value.h"
 #include "zelkora/grid/layout.h"
-#include "zelkora/grid/grid_cell_internals.h"
 #include "zelkora/grid/row_facts.h"
 
 namespace zelkora::grid {
@@ -29,7 +29,9 @@ bool ValueHistory::record() {
   std::vector<Text> now;
   cell_.GetCurrentText(now);
   std::vector<bool> marks = value_marks(cell_);
-  const auto mark = [](const std::vector<bool>& of, std::size_t i) { return i < of.size() && of[i]; };
+  const auto mark = [](const std::vector<bool>& of, std::size_t i) {
+    return i < of.size() && of[i];
+  };
   Step step;
   const std::size_t count = std::max(now.size(), values_.size());
   for (std::size_t i = 0; i < count; ++i) {
@@ -73,10 +75,21 @@ void ValueHistory::apply(const Step& step, bool forward) {
   for (const Change& change : step) {
     values.push_back({change.item, forward ? change.after : change.before});
   }
+  const std::vector<bool> marks = value_marks(cell_);
+  std::vector<Text> before;
+  cell_.GetCurrentText(before);
   write_values(cell_, values);
-  // The marks as they were at that point: a group edit marks the group
-  // alone, and so does its redo.
   if (platform::GridControl* grid = cell_.GridCell()) {
+    // An item the step's group kept in step without a change of its text
+    // keeps its mark.
+    std::vector<Text> now;
+    cell_.GetCurrentText(now);
+    for (std::size_t i = 0; i < now.size() && i < before.size() && i < marks.size(); ++i) {
+      const int32_t row = cell_.lGetRowByIndex(static_cast<int32_t>(i));
+      if (row > 0 && now[i] == before[i]) grid->FontBold(row, kValueCol, marks[i]);
+    }
+    // The marks as they were at that point: a group edit marks the group
+    // alone, and so does its redo.
     for (const Change& change : step) {
       const int32_t row = cell_.lGetRowByIndex(change.item);
       if (row > 0) grid->FontBold(row, kValueCol, forward ? change.bold_after : change.bold_before);
@@ -132,7 +145,8 @@ std::vector<int32_t> keep_groups_in_step(const clsGridCell& cell, const std::vec
     if (was_written(g.group) == any_member) continue;
     if (any_member) {
       std::vector<Text> parts;
-      for (const int32_t m : g.members) parts.push_back(in_range(m, current) ? current[static_cast<std::size_t>(m)] : Text());
+      for (const int32_t m : g.members)
+        parts.push_back(in_range(m, current) ? current[static_cast<std::size_t>(m)] : Text());
       current[static_cast<std::size_t>(g.group)] = join_group_value(parts);
       rewritten.push_back(g.group);
     } else {
