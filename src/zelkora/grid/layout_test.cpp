@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <tuple>
 
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/cls_grid_cell.h"
@@ -139,13 +140,10 @@ TEST_F(Layouts, DescriptorFieldsAreConvertedOrFault) {
       EXPECT_EQ(message.rfind("here: ", 0), 0u) << message;
       continue;
     }
-    EXPECT_EQ(d.kind, c.d.kind) << to_utf8(c.text);
-    EXPECT_EQ(d.caption, c.d.caption) << to_utf8(c.text);
-    EXPECT_EQ(d.cell, c.d.cell) << to_utf8(c.text);
-    EXPECT_EQ(d.list, c.d.list) << to_utf8(c.text);
-    EXPECT_EQ(d.default_field, c.d.default_field) << to_utf8(c.text);
-    EXPECT_EQ(d.check, c.d.check) << to_utf8(c.text);
-    EXPECT_EQ(d.item, c.d.item) << to_utf8(c.text);
+    EXPECT_EQ(
+        std::tie(d.kind, d.caption, d.cell, d.list, d.default_field, d.check, d.item),
+        std::tie(c.d.kind, c.d.caption, c.d.cell, c.d.list, c.d.default_field, c.d.check, c.d.item))
+        << to_utf8(c.text);
   }
 }
 
