@@ -202,14 +202,18 @@ void HeadlessScriptRunner::click(const QString& args) {
   if (!row_ok || !col_ok) throw StepError("click takes ROW COL");
   HeadlessDeskForm& form = open_form();
   const platform::headless::MemoryGrid& grid = form.controls().grid;
-  if (row < 0 || row >= grid.Rows() || col < 0 || col >= grid.Cols()) {
+  if (row < 0 || col < 0) {
     throw StepError("the grid has no cell " + std::to_string(row) + ", " + std::to_string(col));
   }
-  if (!grid.row_shown(row) || grid.ColWidth(col) <= 0) {
+  if (row < grid.Rows() && col < grid.Cols() && (!grid.row_shown(row) || grid.ColWidth(col) <= 0)) {
     throw StepError("row " + std::to_string(row) + " is not shown");
   }
   focus_ = Focus::kGrid;
-  form.user().click(row, col);
+  if (row >= grid.Rows() || col >= grid.Cols()) {
+    form.user().click_empty();  // past the last row or column
+  } else {
+    form.user().click(row, col);
+  }
 }
 
 void HeadlessScriptRunner::key(const QString& name) {

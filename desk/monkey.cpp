@@ -160,6 +160,10 @@ struct Before {
   bool focus_in_grid = false;  // the grid or its editor has the focus
   bool changed = false;
   int32_t current_row = 0;
+  // The focused editor has typing of its own to undo, or to redo: Ctrl+Z,
+  // Ctrl+Y are its own then, not the values' history.
+  bool editor_undoes = false;
+  bool editor_redoes = false;
 };
 
 class Session {
@@ -468,6 +472,12 @@ std::optional<Finding> Session::step(const QString& line) {
     before.focus_in_grid = focus && (focus == &form_->grid() || form_->grid().isAncestorOf(focus));
     before.changed = model_->changed();
     before.current_row = form_->grid().currentRow();
+    auto* combo = qobject_cast<const QComboBox*>(focus);
+    const auto* line = combo ? combo->lineEdit() : qobject_cast<const QLineEdit*>(focus);
+    if (line && before.editing && before.focus_in_grid) {
+      before.editor_undoes = line->isUndoAvailable();
+      before.editor_redoes = line->isRedoAvailable();
+    }
   }
   // The form's window active again after a box closed, as the system makes
   // it (offscreen, nothing does).
@@ -497,9 +507,12 @@ std::optional<Finding> Session::step(const QString& line) {
   bool ran = true;
   try {
     runner_.run(line);
-  } catch (const StepError&) {
+  } catch (const StepError& e) {
     ran = false;  // a step the user could not take changes nothing
     ++skipped_;
+    // A click past the cells where the grid fills its view: the headless
+    // grid has no view to fill.
+    if (QString::fromUtf8(e.what()).contains(QLatin1String("no empty area"))) twin_.reset();
   }
   if (form_paste && model_) model_->paste_ends();
   // A box closed: the system makes the form's window active again at once.
@@ -552,6 +565,11 @@ std::optional<Finding> Session::step(const QString& line) {
                    line ? (" selected \"" + line->selectedText() + "\"").toUtf8().constData() : "");
     }
   }
+  // Typing undone or redone in an editor: the headless editor keeps no
+  // history of its own.
+  const bool undo = line == QLatin1String("undo") || line == QLatin1String("key Ctrl+Z");
+  const bool redo = line == QLatin1String("redo") || line == QLatin1String("key Ctrl+Y");
+  if ((undo && before.editor_undoes) || (redo && before.editor_redoes)) twin_.reset();
   if (!twin_) recorder_->log().clear();
   return step_twin(line, ran);
 }
@@ -648,10 +666,10 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
     pending_answer_.clear();
   }
   if ((verb == QLatin1String("undo") || line == QLatin1String("key Ctrl+Z")) &&
-      before.focus_in_grid && !before.editing && refusals == 0) {
+      before.focus_in_grid && !before.editor_undoes && refusals == 0) {
     model_->undo();
   } else if ((verb == QLatin1String("redo") || line == QLatin1String("key Ctrl+Y")) &&
-             before.focus_in_grid && !before.editing && refusals == 0) {
+             before.focus_in_grid && !before.editor_redoes && refusals == 0) {
     model_->redo();
   } else if (verb == QLatin1String("defaults")) {
     // The cell is left first: a refused value, and nothing is asked.

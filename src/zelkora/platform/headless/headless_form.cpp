@@ -110,6 +110,14 @@ void HeadlessUser::click(int32_t row, int32_t col) {
   if (same && !editing_) begin_edit();
 }
 
+void HeadlessUser::click_empty() {
+  if (list_open_) {
+    list_open_ = false;
+    return;
+  }
+  if (editing_) selected_ = editor_focused_ = false;
+}
+
 void HeadlessUser::type(TextView text) {
   if (list_open_ && editing_) return;        // the list's own search
   if (editing_ && !editor_focused_) return;  // the grid has the keys

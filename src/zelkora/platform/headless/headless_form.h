@@ -48,6 +48,10 @@ class HeadlessForm {
   void key(int16_t key_code);
   // A click on a cell of the current row (no row is entered).
   void click(int32_t row, int32_t col);
+  // A click on the grid past its last row or column: an open list closes;
+  // else the grid takes the focus from an open editor, as a click past the
+  // editor does.
+  void click_empty();
   void double_click();
   void lose_focus();
 
@@ -83,6 +87,10 @@ class HeadlessUser {
   // focus: the editor stays open, its text no longer selected, and keys
   // typed are lost until an arrow key gives the editor the focus back.
   void click(int32_t row, int32_t col);
+  // A click on the grid past its last row or column: an open list closes;
+  // else the grid takes the focus from an open editor, as a click past the
+  // editor does.
+  void click_empty();
   // Characters typed one key each: outside an editor a key starts the edit
   // of the active cell (Space does not), inside it every key changes the text.
   void type(TextView text);

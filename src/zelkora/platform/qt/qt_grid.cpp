@@ -1069,6 +1069,13 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
       event->accept();
       return;
     }
+    // Escape the grid takes over the editor ends the edit as the editor's
+    // own Escape does: the text the cell had when it was entered.
+    if (key == Qt::Key_Escape && editor && window()->focusWidget() == this) {
+      closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+      event->accept();
+      return;
+    }
     if (!ends) {
       QTableWidget::keyPressEvent(event);
       return;
