@@ -160,7 +160,7 @@ class CalcForm : public QMainWindow, private FormView {
   bool edit_cell(int32_t row) override;
   void make_current(int32_t row) override;
   bool editing() const override { return grid_->editing(); }
-  int32_t current_row() const override { return grid_->currentRow(); }
+  int32_t current_row() const override { return grid_->ActiveCell().row; }
   std::vector<int32_t> selected_rows() const override;
   void clear_selection() override { grid_->clearSelection(); }
   void show_only(std::vector<bool> kept) override { grid_->show_only(std::move(kept)); }

@@ -388,6 +388,7 @@ void FormModel::defaults() {
 }
 
 void FormModel::reset_row(int32_t row) {
+  if (row < 1) return;  // the header row (Enter from the last row goes there)
   std::vector<bool> written(state_.values.size(), false);
   bool any = false;
   for (const ModelRow& r : rows_) {

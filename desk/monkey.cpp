@@ -471,7 +471,7 @@ std::optional<Finding> Session::step(const QString& line) {
     const QWidget* focus = QApplication::focusWidget();
     before.focus_in_grid = focus && (focus == &form_->grid() || form_->grid().isAncestorOf(focus));
     before.changed = model_->changed();
-    before.current_row = form_->grid().currentRow();
+    before.current_row = form_->grid().ActiveCell().row;
     auto* combo = qobject_cast<const QComboBox*>(focus);
     const auto* line = combo ? combo->lineEdit() : qobject_cast<const QLineEdit*>(focus);
     if (line && before.editing && before.focus_in_grid) {
@@ -556,6 +556,9 @@ std::optional<Finding> Session::step(const QString& line) {
     std::fprintf(stderr, "%s: %s\n%s", line.toUtf8().constData(),
                  events.join(QStringLiteral(", ")).toUtf8().constData(),
                  printed_.toUtf8().constData());
+    const platform::CellRef active = form_->grid().ActiveCell();
+    std::fprintf(stderr, "  active %d,%d, the view's current %d,%d\n", active.row, active.col,
+                 form_->grid().currentRow(), form_->grid().currentColumn());
     // Where the keys go next, and what of a text box's text they replace.
     if (QWidget* focus = QApplication::focusWidget()) {
       auto* combo = qobject_cast<QComboBox*>(focus);
@@ -653,7 +656,10 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
     const bool no_file =
         answer.startsWith(QLatin1String("yes")) && model_->file().empty() &&
         (answer == QLatin1String("yes") || printed_.contains(QLatin1String("file dialog: ")));
-    return no_file ? QStringLiteral("cancel") : answer;
+    // Yes whose save is refused (the value being typed): nothing saved,
+    // nothing replaced.
+    const bool refused = answer.startsWith(QLatin1String("yes")) && refusals > 0;
+    return no_file || refused ? QStringLiteral("cancel") : answer;
   };
   // A save the answer yes makes: to the project's file, else the one given.
   const auto save_on_yes = [&](const QString& answer) {
