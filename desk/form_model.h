@@ -92,6 +92,8 @@ class FormModel {
   const ModelState& state() const { return state_; }
   const std::vector<ModelRow>& rows() const { return rows_; }
   bool changed() const { return state_.values != saved_; }
+  // An item's default as the model has it (after 默认值, the layout's anew).
+  const Text& default_of(std::size_t item) const { return defaults_[item]; }
   bool can_undo() const { return at_ > 0; }
   bool can_redo() const { return at_ + 1 < history_.size(); }
   // Whether row 1..R is shown: by its heading and group, the items that

@@ -451,6 +451,9 @@ void FormWork::reset_current() {
 }
 
 bool FormWork::next_refused() {
+  // The cell being typed in is left first, through its check, while the
+  // filter or the folding that shows it is as it was.
+  if (!view_.leave_cell()) return false;
   update_refused();
   if (refused_.empty()) return false;
   const int32_t current = view_.current_row();

@@ -685,7 +685,7 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
   } else if (verb == QLatin1String("reset") && refusals == 0) {
     model_->record_pending();
     model_->reset_row(before.current_row);
-  } else if (line == QLatin1String("key F8")) {
+  } else if (line == QLatin1String("key F8") && refusals == 0) {
     model_->next_refused(before.current_row);
   } else if (verb == QLatin1String("new")) {
     const QString answer = ask(before.changed);
@@ -797,7 +797,11 @@ std::optional<Finding> Session::check(const QString& line) {
     if (grid.FontBold(r, kValueCol) != state.bold[i]) {
       return fail(
           QStringLiteral("bold marks the values the rules mark"),
-          QStringLiteral("%1 is %2bold").arg(row_name(form, r)).arg(state.bold[i] ? "not " : ""));
+          QStringLiteral("%1 is %2bold (value \"%3\", default \"%4\", the model's \"%5\")")
+              .arg(row_name(form, r))
+              .arg(state.bold[i] ? "not " : "")
+              .arg(to_qstring(values[i]).left(40), to_qstring(row.facts.default_value).left(40),
+                   to_qstring(model.default_of(i)).left(40)));
     }
   }
   if (form.changed() != model.changed() || form.isWindowModified() != model.changed()) {
