@@ -260,6 +260,7 @@ void HeadlessUser::move_row(int step) {
       break;
     }
   }
+  if (row == at.row) return;  // no shown row that way: the cell stays as it is
   cursor_ = {row, col};
   const auto [from, to] = view_.grid.merged(row);
   const int32_t active_col = to > from && from <= col && col <= to ? from : col;
