@@ -248,24 +248,8 @@ void HeadlessUser::advance(CellRef from, int step, bool enter) {
 
 void HeadlessUser::move_row(int step) {
   const CellRef at = view_.grid.ActiveCell();
-  const auto [first, last] = view_.grid.merged(at.row);
-  // In a merged range the grid's current cell is the range's first.
-  const bool merged = last > first && first <= at.col && at.col <= last;
-  const bool kept = merged && cursor_.row == at.row && first <= cursor_.col && cursor_.col <= last;
-  const int32_t col = kept ? cursor_.col : merged ? first : at.col;
-  int32_t row = at.row;
-  for (int32_t r = at.row + step; r >= 0 && r < view_.grid.Rows(); r += step) {
-    if (view_.grid.row_shown(r)) {
-      row = r;
-      break;
-    }
-  }
-  if (row == at.row) return;  // no shown row that way: the cell stays as it is
-  cursor_ = {row, col};
-  const auto [from, to] = view_.grid.merged(row);
-  const int32_t active_col = to > from && from <= col && col <= to ? from : col;
-  if (CellRef{row, active_col} == at) return;
-  make_active(row, active_col);
+  const CellRef to = view_.grid.vertical_step(at, cursor_, step);
+  if (!(to == at)) make_active(to.row, to.col);
 }
 
 bool HeadlessUser::edit_cell(int32_t row, int32_t col) {

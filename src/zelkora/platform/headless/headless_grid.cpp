@@ -479,6 +479,24 @@ int32_t MemoryGrid::next_shown_row(int32_t row) const {
   return row;
 }
 
+CellRef MemoryGrid::vertical_step(CellRef at, CellRef& cursor, int step) const {
+  const auto in_range = [this](int32_t row, int32_t col) {
+    if (row < 0 || row >= Rows()) return false;
+    const auto [first, last] = merged(row);
+    return last > first && first <= col && col <= last;
+  };
+  // Across a merged range the column Up and Down last moved in is kept;
+  // else it is the active cell's.
+  const bool kept = cursor.row == at.row && in_range(at.row, at.col) && in_range(at.row, cursor.col);
+  const int32_t col = kept ? cursor.col : at.col;
+  for (int32_t r = at.row + step; r >= 0 && r < Rows(); r += step) {
+    if (!row_shown(r)) continue;
+    cursor = {r, col};
+    return {r, in_range(r, col) ? merged(r).first : col};
+  }
+  return at;
+}
+
 int32_t MemoryGrid::BottomRow() const {
   return bottom_row >= 0 ? std::min(bottom_row, Rows() - 1) : Rows() - 1;
 }

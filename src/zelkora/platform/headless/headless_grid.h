@@ -173,6 +173,11 @@ class MemoryGrid : public MemoryWindow<GridControl> {
   int32_t next_editable_row(int32_t row, int32_t col, int step) const;
   // The next shown row below `row`, or `row` when there is none.
   int32_t next_shown_row(int32_t row) const;
+  // Where Up (`step` -1) or Down (1) go from the active cell `at`: the next
+  // shown row, in the column they move in. `cursor` is where they last went:
+  // its column is kept across a merged range (whose first cell becomes the
+  // active one) and updated. With no shown row that way: `at`.
+  CellRef vertical_step(CellRef at, CellRef& cursor, int step) const;
 
   // The whole state of a cell (throws for a cell outside the grid).
   const Cell& cell(int32_t row, int32_t col) const;

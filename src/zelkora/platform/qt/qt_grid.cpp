@@ -971,6 +971,14 @@ void QtGridControl::currentChanged(const QModelIndex& current, const QModelIndex
   if (current.row() != previous.row()) raise([](GridEvents& e) { e.EnterRow(); });
 }
 
+QModelIndex QtGridControl::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action != MoveUp && action != MoveDown) return QTableWidget::moveCursor(action, modifiers);
+  const CellRef at = model_.ActiveCell();
+  const CellRef to = model_.vertical_step(at, cursor_, action == MoveUp ? -1 : 1);
+  if (to == at) return currentIndex();
+  return QTableWidget::model()->index(to.row, to.col);
+}
+
 void QtGridControl::mousePressEvent(QMouseEvent* event) {
   // The cell under the mouse, also inside a merged range (whose table item
   // is its first column's): the column is the one pointed at.

@@ -197,6 +197,9 @@ class QtGridControl : public QTableWidget, public GridControl {
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  // Up and Down go from the active cell by the grid's own rule (the view's
+  // current cell may be a merged range's first while another is active).
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   // Typing never moves to a row whose text begins with the keys (the view's
   // own search): keys go to the cell they are typed in, or nowhere.
   void keyboardSearch(const QString& /*search*/) override {}
@@ -262,6 +265,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   bool pressed_active_ = false;  // ... which was the active cell
   zelkora::Text entered_text_;   // the active cell's text when it was entered
   CellRef entered_at_{-1, -1};   // the cell entered_text_ is of
+  CellRef cursor_{-1, -1};       // where Up and Down last went, their column kept
   int32_t value_col_ = -1;
   int32_t resizable_col_ = -1;
   int least_width_ = 40;
