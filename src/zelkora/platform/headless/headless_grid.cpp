@@ -487,7 +487,8 @@ CellRef MemoryGrid::vertical_step(CellRef at, CellRef& cursor, int step) const {
   };
   // Across a merged range the column Up and Down last moved in is kept;
   // else it is the active cell's.
-  const bool kept = cursor.row == at.row && in_range(at.row, at.col) && in_range(at.row, cursor.col);
+  const bool kept =
+      cursor.row == at.row && in_range(at.row, at.col) && in_range(at.row, cursor.col);
   const int32_t col = kept ? cursor.col : at.col;
   for (int32_t r = at.row + step; r >= 0 && r < Rows(); r += step) {
     if (!row_shown(r)) continue;

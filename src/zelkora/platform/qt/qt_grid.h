@@ -256,7 +256,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   QMap<QString, QIcon> icons_;
   QString font_family_;
   double font_points_ = 9;
-  QFont fonts_[2];            // plain, bold
+  QFont fonts_[2];  // plain, bold
   int32_t least_row_height_ = 0;
   bool dispatching_ = false;     // a handler of the form is running
   bool programmatic_ = false;    // the control itself moves the current cell
@@ -269,10 +269,10 @@ class QtGridControl : public QTableWidget, public GridControl {
   int32_t value_col_ = -1;
   int32_t resizable_col_ = -1;
   int least_width_ = 40;
-  bool resizing_ = false;    // the edge of the resizable column is being dragged
-  int grip_ = 0;             // where on the edge it was taken
+  bool resizing_ = false;        // the edge of the resizable column is being dragged
+  int grip_ = 0;                 // where on the edge it was taken
   std::vector<uint64_t> stale_;  // per row, the columns changed while drawing was off
-  bool stale_all_ = false;   // ... or the size or the font
+  bool stale_all_ = false;       // ... or the size or the font
   QMap<QPair<int32_t, int32_t>, QString> marks_;
   QMap<QPair<int32_t, int32_t>, QString> notes_;
   QMap<QPair<int32_t, int32_t>, QPair<QString, QString>> descriptions_;
