@@ -132,6 +132,9 @@ class ListEditor : public QComboBox {
     QComboBox::showPopup();
   }
   void hidePopup() override {
+    // The box hides its list also when it is hidden itself (its cell left),
+    // list open or not: only an open list's closing makes a pick.
+    if (!view()->isVisible()) return QComboBox::hidePopup();
     closing_popup_ = true;
     QComboBox::hidePopup();
     QMetaObject::invokeMethod(
