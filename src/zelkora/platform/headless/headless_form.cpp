@@ -4,6 +4,15 @@
 #include <algorithm>
 
 namespace zelkora::platform::headless {
+namespace {
+
+// The first item of a list that is `text` exactly, or -1.
+int32_t item_of(const std::vector<zelkora::Text>& items, const zelkora::Text& text) {
+  const auto at = std::find(items.begin(), items.end(), text);
+  return at == items.end() ? -1 : static_cast<int32_t>(at - items.begin());
+}
+
+}  // namespace
 
 void HeadlessForm::enter(int32_t row, int32_t col) {
   grid.ActiveCell(row, col);
@@ -143,11 +152,7 @@ void HeadlessUser::type(TextView text) {
 
 void HeadlessUser::key(Key key) {
   const CellRef at = view_.grid.ActiveCell();
-  if (list_open_ && editing_) {
-    if (key == kEscape) list_open_ = false;
-    if (key == kEnter) pick(view_.grid.Text(at.row, at.col));
-    return;
-  }
+  if (list_open_ && editing_) return list_key(key);
   // The grid has the focus over an open editor: keys that would edit are lost.
   const bool edits = key == kSpace || key == kF2 || key == kF4 || key == kAltDown;
   if (editing_ && !editor_focused_ && edits) return;
@@ -173,6 +178,7 @@ void HeadlessUser::key(Key key) {
       if (view_.grid.CellType(at.row, at.col) != GridControl::kComboCell || !begin_edit()) return;
       if (events()) events()->ComboDropDown();
       list_open_ = true;
+      list_item_ = item_of(view_.grid.ComboList(at.row, at.col), view_.grid.Text(at.row, at.col));
       return;
     case kUp:
     case kDown:
@@ -196,6 +202,30 @@ void HeadlessUser::key(Key key) {
       }
       return;
     }
+  }
+}
+
+void HeadlessUser::list_key(Key key) {
+  const CellRef at = view_.grid.ActiveCell();
+  const std::vector<zelkora::Text> items = view_.grid.ComboList(at.row, at.col);
+  const int32_t last = static_cast<int32_t>(items.size()) - 1;
+  switch (key) {
+    case kUp:
+    case kDown:
+      if (last >= 0)
+        list_item_ = list_item_ < 0 ? 0 : std::clamp(list_item_ + (key == kUp ? -1 : 1), 0, last);
+      return;
+    case kEnter:
+    case kF4:
+    case kAltDown:
+      list_open_ = false;
+      if (list_item_ >= 0 && list_item_ <= last) pick(items[static_cast<std::size_t>(list_item_)]);
+      return;
+    case kEscape:
+      list_open_ = false;
+      return;
+    default:
+      return;
   }
 }
 

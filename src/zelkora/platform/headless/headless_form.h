@@ -116,6 +116,8 @@ class HeadlessUser {
   // editor: KeyDown.
   void other_key(int16_t key_code);
   bool editing() const { return editing_; }
+  // Whether the open editor's list is open: it takes the keys.
+  bool list_open() const { return editing_ && list_open_; }
   // Whether the open editor's text is selected (a copy takes it whole).
   bool selected() const { return editing_ && selected_; }
   // Whether the open editor has the focus (else the grid has it).
@@ -152,6 +154,11 @@ class HeadlessUser {
   // Up and Down outside an editor: the next shown row in the column they
   // move in (kept across a merged range, whose first cell becomes active).
   void move_row(int step);
+  // A key while the cell's list is open: Up and Down move its highlight
+  // (from none to the first item), Enter, F4 and Alt+Down pick the
+  // highlighted item (with none, only close the list), Escape closes it;
+  // other keys do nothing.
+  void list_key(Key key);
   GridEvents* events() const { return view_.events_; }
 
   HeadlessForm& view_;
@@ -162,6 +169,7 @@ class HeadlessUser {
   zelkora::Text entered_text_;  // the active cell's text when it was entered
   CellRef cursor_{-1, -1};      // where Up and Down last went, their column kept
   bool list_open_ = false;      // the editor's list is open: it takes the keys
+  int32_t list_item_ = -1;      // ... the item it highlights, -1 none
   bool editor_focused_ = true;  // the open editor has the focus, not the grid
 };
 

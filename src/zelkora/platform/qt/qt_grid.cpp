@@ -116,20 +116,36 @@ class ListEditor : public QComboBox {
     QObject::connect(this, &QComboBox::activated, this, [this](int item) {
       if (closing_popup_) picked_(itemText(item));
     });
+    view()->installEventFilter(this);
   }
 
   void set_items(const std::vector<zelkora::Text>& items) {
     const QString text = currentText();
     clear();
     for (const zelkora::Text& item : items) addItem(to_qstring(item));
-    // The list opens on the cell's value.
-    if (const int at = findText(text); at >= 0) setCurrentIndex(at);
+    // The list opens on the cell's value, or on no item when the value is
+    // none of them.
+    setCurrentIndex(findText(text));
     setEditText(text);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (watched != view() || !key) return QComboBox::eventFilter(watched, event);
+    // The open list's keys, the grid's rule on every host: Up and Down move
+    // its highlight (from none to the first item), Enter, F4 and Alt+Down
+    // pick the highlighted item (with none, only close the list), Escape
+    // closes it; it takes no other key (no search by typing).
+    event->accept();
+    if (event->type() == QEvent::KeyPress) list_key(*static_cast<QKeyEvent*>(event));
+    return true;
   }
 
   void showPopup() override {
     set_items(fill_());
     QComboBox::showPopup();
+    // The box would highlight its first item for a value that is none.
+    if (currentIndex() < 0) view()->selectionModel()->clear();
   }
   void hidePopup() override {
     // The box hides its list also when it is hidden itself (its cell left),
@@ -154,6 +170,35 @@ class ListEditor : public QComboBox {
   void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
  private:
+  void list_key(const QKeyEvent& event) {
+    const QModelIndex at = view()->currentIndex();
+    const int last = count() - 1;
+    const bool alt = event.modifiers() & Qt::AltModifier;
+    const int key = event.key() == Qt::Key_Down && alt ? Qt::Key_F4 : event.key();
+    switch (key) {
+      case Qt::Key_Up:
+      case Qt::Key_Down: {
+        const int step = key == Qt::Key_Up ? -1 : 1;
+        const int to = at.isValid() ? std::clamp(at.row() + step, 0, last) : 0;
+        if (last >= 0) view()->setCurrentIndex(view()->model()->index(to, modelColumn()));
+        return;
+      }
+      case Qt::Key_Return:
+      case Qt::Key_Enter:
+      case Qt::Key_F4:
+        hidePopup();
+        if (!at.isValid()) return;
+        setCurrentIndex(at.row());
+        picked_(itemText(at.row()));
+        return;
+      case Qt::Key_Escape:
+        hidePopup();
+        return;
+      default:
+        return;
+    }
+  }
+
   std::function<std::vector<zelkora::Text>()> fill_;
   std::function<void(const QString&)> picked_;
   bool closing_popup_ = false;  // the list is closing: its choice is a pick

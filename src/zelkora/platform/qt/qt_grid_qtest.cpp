@@ -210,9 +210,11 @@ class GridHostsTest : public QObject {
     QTest::newRow("Alt+Down opens a list, not on a text cell")
         << QStringList{"click 13 3", "key Alt+Down", "click 5 3", "key Alt+Down",
                        "pick HRB335", "key Enter"};
-    QTest::newRow("an open list takes the keys; Escape closes it, not the editor")
-        << QStringList{"click 5 3", "key F4", "type 3", "key Enter", "key Enter", "key F4",
-                       "key Escape", "key Down", "key Escape", "key Down"};
+    QTest::newRow("an open list takes the keys: arrows move, Enter and F4 pick, Escape closes")
+        << QStringList{"click 5 3", "key F4", "type 3", "key Down", "key Down", "key Up",
+                       "key Enter", "key Enter", "key F4", "key Escape", "key Down",
+                       "key Escape", "key Down", "click 5 3", "key F2", "type X", "key F4",
+                       "key Enter", "key F4", "key Up", "key F4", "key Enter"};
   }
 
   void sameActionsSameEventsValuesAndMarks() {
