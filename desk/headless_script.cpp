@@ -188,6 +188,7 @@ void HeadlessScriptRunner::edit(const QString& args, bool pick) {
     user.key(HeadlessUser::kF4);  // the list opens, filled as it opens
     const std::vector<Text> items = grid.ComboList(at.row, at.col);
     if (std::find(items.begin(), items.end(), to_text(text)) == items.end()) {
+      user.key(HeadlessUser::kEscape);  // the list closes again
       throw StepError("the list has no \"" + text.toStdString() + "\"");
     }
     user.pick(to_text(text));

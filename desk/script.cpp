@@ -265,6 +265,7 @@ class ScriptRunner::Steps {
       const int at = combo->findText(text);
       if (at < 0) {
         combo->hidePopup();
+        settle();
         throw StepError("the list has no \"" + text.toStdString() + "\"");
       }
       // A long list is scrolled to the item first, as the user would.

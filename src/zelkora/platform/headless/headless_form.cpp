@@ -121,7 +121,7 @@ void HeadlessUser::click(int32_t row, int32_t col) {
 
 void HeadlessUser::click_empty() {
   if (list_open_) {
-    list_open_ = false;
+    close_list();
     return;
   }
   if (editing_) selected_ = editor_focused_ = false;
@@ -218,11 +218,11 @@ void HeadlessUser::list_key(Key key) {
     case kEnter:
     case kF4:
     case kAltDown:
-      list_open_ = false;
+      close_list();
       if (list_item_ >= 0 && list_item_ <= last) pick(items[static_cast<std::size_t>(list_item_)]);
       return;
     case kEscape:
-      list_open_ = false;
+      close_list();
       return;
     default:
       return;
@@ -231,7 +231,7 @@ void HeadlessUser::list_key(Key key) {
 
 void HeadlessUser::pick(TextView text) {
   if (!editing_) return;
-  list_open_ = false;
+  close_list();
   const CellRef at = view_.grid.ActiveCell();
   view_.grid.Text(at.row, at.col, text);
   left_ = false;
@@ -256,7 +256,7 @@ void HeadlessUser::other_key(int16_t key_code) {
 
 bool HeadlessUser::focus_away() {
   if (list_open_ && editing_) {  // the click only closes the list
-    list_open_ = false;
+    close_list();
     return false;
   }
   if (editing_) return leave_cell();

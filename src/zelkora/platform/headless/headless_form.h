@@ -111,7 +111,7 @@ class HeadlessUser {
   bool focus_away();
   // A box the form shows takes the focus: an open list closes, the editor
   // stays (and has the focus again when the box closes).
-  void box_shown() { list_open_ = false; }
+  void box_shown() { close_list(); }
   // A key the grid does not handle itself (Ctrl+Z, say), outside an
   // editor: KeyDown.
   void other_key(int16_t key_code);
@@ -159,6 +159,12 @@ class HeadlessUser {
   // highlighted item (with none, only close the list), Escape closes it;
   // other keys do nothing.
   void list_key(Key key);
+  // The list closes (a pick, a key, a click elsewhere): the editor's whole
+  // text is selected, the next key replaces it.
+  void close_list() {
+    list_open_ = false;
+    selected_ = true;
+  }
   GridEvents* events() const { return view_.events_; }
 
   HeadlessForm& view_;

@@ -153,8 +153,15 @@ class ListEditor : public QComboBox {
     if (!view()->isVisible()) return QComboBox::hidePopup();
     closing_popup_ = true;
     QComboBox::hidePopup();
+    // Once the list has closed (and given its pick), the whole text is
+    // selected: the next key replaces it.
     QMetaObject::invokeMethod(
-        this, [this] { closing_popup_ = false; }, Qt::QueuedConnection);
+        this,
+        [this] {
+          closing_popup_ = false;
+          lineEdit()->selectAll();
+        },
+        Qt::QueuedConnection);
   }
 
  protected:

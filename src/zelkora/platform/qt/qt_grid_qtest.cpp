@@ -214,7 +214,8 @@ class GridHostsTest : public QObject {
         << QStringList{"click 5 3", "key F4", "type 3", "key Down", "key Down", "key Up",
                        "key Enter", "key Enter", "key F4", "key Escape", "key Down",
                        "key Escape", "key Down", "click 5 3", "key F2", "type X", "key F4",
-                       "key Enter", "key F4", "key Up", "key F4", "key Enter"};
+                       "key Enter", "key F4", "key Up", "key F4", "type 3", "key F4",
+                       "key Escape", "type 4", "key Enter"};
   }
 
   void sameActionsSameEventsValuesAndMarks() {
