@@ -278,6 +278,7 @@ void HeadlessScriptRunner::filter(const QString& text) {
   // into the box all the same).
   if (focus_ != Focus::kGrid || form.user().focus_away()) focus_ = Focus::kFilter;
   type_filter(to_text(text), true);
+  filter_selected_ = false;  // the caret after the text typed
   // The editor a refusal kept, gone with its row: the focus is the box's.
   if (!form.user().editing()) focus_ = Focus::kFilter;
 }
