@@ -308,17 +308,24 @@ void FormModel::form_rules(int32_t row) {
 
 void FormModel::take_history() {
   history_.assign(1, state_);
+  marks_left_.assign(1, state_.bold);
   at_ = 0;
 }
 
 void FormModel::record() {
-  if (state_.values == history_[at_].values) return;
+  if (state_.values == history_[at_].values) {
+    marks_left_[at_] = state_.bold;
+    return;
+  }
   history_.resize(at_ + 1);
+  marks_left_.resize(at_ + 1);
   history_.push_back(state_);
+  marks_left_.push_back(state_.bold);
   ++at_;
   constexpr std::size_t kMostSteps = 1000;
   if (history_.size() > kMostSteps + 1) {
     history_.erase(history_.begin());
+    marks_left_.erase(marks_left_.begin());
     --at_;
   }
 }
@@ -328,12 +335,15 @@ void FormModel::record() {
 void FormModel::move_history(std::size_t from, std::size_t to) {
   const ModelState& a = history_[from];
   const ModelState& b = history_[to];
+  // Back: the marks the point had when the step was taken; on: those the
+  // step made.
+  const std::vector<bool>& marks = to < from ? marks_left_[to] : b.bold;
   const int32_t current = item_of(current_row_);
   bool current_written = false;
   for (std::size_t i = 0; i < state_.values.size(); ++i) {
     if (a.values[i] == b.values[i]) continue;
     state_.values[i] = b.values[i];
-    state_.bold[i] = b.bold[i];
+    state_.bold[i] = marks[i];
     current_written = current_written || static_cast<int32_t>(i) == current;
   }
   at_ = to;

@@ -150,6 +150,10 @@ class FormModel {
   int32_t edited_row_ = 0;
   Text entered_;
   std::vector<ModelState> history_;
+  // Per point of the history, the marks as the form last took them there (a
+  // row left without a change of value marks it all the same): what an undo
+  // back to the point gives back.
+  std::vector<std::vector<bool>> marks_left_;
   std::size_t at_ = 0;
   bool pasting_ = false;
   std::vector<Text> saved_;
