@@ -259,7 +259,9 @@ bool HeadlessUser::focus_away() {
     close_list();
     return false;
   }
-  if (editing_) return leave_cell();
+  // The grid, which had the focus over its open editor, loses it: the
+  // editor is not left (it had not the focus to lose).
+  if (editing_ && editor_focused_) return leave_cell();
   if (events()) events()->LostFocus();
   return true;
 }

@@ -105,9 +105,10 @@ class HeadlessUser {
   // Ctrl+V in the open editor: `text` replaces the selection, one change.
   void paste(TextView text);
   // The focus goes to another control of the window (a filter box): the
-  // cell being edited is left (a refusal keeps its editor and the focus:
-  // false), or the grid, which had the focus, raises LostFocus. An open
-  // list is only closed by it (false).
+  // cell whose editor has the focus is left (a refusal keeps its editor and
+  // the focus: false), or the grid, which had the focus (over an open
+  // editor too, which stays open), raises LostFocus. An open list is only
+  // closed by it (false).
   bool focus_away();
   // A box the form shows takes the focus: an open list closes, the editor
   // stays (and has the focus again when the box closes).
