@@ -108,6 +108,7 @@ class Recorder : public platform::GridEvents {
                             .arg(at.row)
                             .arg(at.col)};
     }
+    sync_filter();
     const bool refused = model_.leave_cell(row, col);
     to().LeaveCell(row, col, cancel);
     if (cancel != refused && !finding) {
@@ -142,6 +143,12 @@ class Recorder : public platform::GridEvents {
  private:
   QtGridControl& grid() { return form_->grid(); }
   platform::GridEvents& to() { return log_; }
+  // The filter as its box and toggles say, taken by the form as they change:
+  // a cell the new filter hides may be left within the step.
+  void sync_filter() {
+    model_.filter(to_text(form_->filter_box().text()), form_->changed_only().isChecked(),
+                  form_->refused_only().isChecked());
+  }
 
   QPointer<CalcForm> form_;
   FormModel& model_;
