@@ -120,10 +120,7 @@ void HeadlessUser::click(int32_t row, int32_t col) {
 }
 
 void HeadlessUser::click_empty() {
-  if (list_open_) {
-    close_list();
-    return;
-  }
+  if (list_open_) close_list();  // the click goes on to the grid
   if (editing_) selected_ = editor_focused_ = false;
 }
 
@@ -255,10 +252,7 @@ void HeadlessUser::other_key(int16_t key_code) {
 }
 
 bool HeadlessUser::focus_away() {
-  if (list_open_ && editing_) {  // the click only closes the list
-    close_list();
-    return false;
-  }
+  if (list_open_) close_list();  // the click goes on to the other control
   // The grid, which had the focus over its open editor, loses it: the
   // editor is not left (it had not the focus to lose).
   if (editing_ && editor_focused_) return leave_cell();

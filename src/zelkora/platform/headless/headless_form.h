@@ -48,8 +48,8 @@ class HeadlessForm {
   void key(int16_t key_code);
   // A click on a cell of the current row (no row is entered).
   void click(int32_t row, int32_t col);
-  // A click on the grid past its last row or column: an open list closes;
-  // else the grid takes the focus from an open editor, as a click past the
+  // A click on the grid past its last row or column: an open list closes,
+  // and the grid takes the focus from an open editor, as a click past the
   // editor does.
   void click_empty();
   void double_click();
@@ -87,17 +87,16 @@ class HeadlessUser {
   // focus: the editor stays open, its text no longer selected, and keys
   // typed are lost until an arrow key gives the editor the focus back.
   void click(int32_t row, int32_t col);
-  // A click on the grid past its last row or column: an open list closes;
-  // else the grid takes the focus from an open editor, as a click past the
+  // A click on the grid past its last row or column: an open list closes,
+  // and the grid takes the focus from an open editor, as a click past the
   // editor does.
   void click_empty();
   // Characters typed one key each: outside an editor a key starts the edit
   // of the active cell (Space does not), inside it every key changes the text.
   void type(TextView text);
   void key(Key key);
-  // `text` chosen from the open list of the cell being edited. While the
-  // list is open it takes the keys: Escape closes it (the editor stays),
-  // Enter picks the item the cell shows, other keys only move in it.
+  // `text` chosen from the open list of the cell being edited (its keys:
+  // list_key).
   void pick(TextView text);
   // Ctrl+A in the open editor: its whole text selected, the next key
   // replaces it.
@@ -107,8 +106,8 @@ class HeadlessUser {
   // The focus goes to another control of the window (a filter box): the
   // cell whose editor has the focus is left (a refusal keeps its editor and
   // the focus: false), or the grid, which had the focus (over an open
-  // editor too, which stays open), raises LostFocus. An open list is only
-  // closed by it (false).
+  // editor too, which stays open), raises LostFocus. An open list closes
+  // first (the click that closes it goes on to the other control).
   bool focus_away();
   // A box the form shows takes the focus: an open list closes, the editor
   // stays (and has the focus again when the box closes).
