@@ -90,6 +90,9 @@ void HeadlessScriptRunner::run(const QString& line) {
   if (verb == QLatin1String("pick")) return edit(rest, true);
   if (verb == QLatin1String("click")) return click(rest);
   if (verb == QLatin1String("key")) return key(rest);
+  // The tool buttons are clicked: a click closes an open list first.
+  static const QStringList kButtons = {"defaults", "calculate", "save", "open", "new"};
+  if (kButtons.contains(verb)) open_form().user().click_outside();
   if (verb == QLatin1String("defaults")) {
     if (rest != QLatin1String("yes") && rest != QLatin1String("cancel")) {
       throw StepError("defaults takes yes or cancel");
@@ -108,6 +111,7 @@ void HeadlessScriptRunner::run(const QString& line) {
   }
   if (verb == QLatin1String("undo") || verb == QLatin1String("redo")) {
     HeadlessDeskForm& form = open_form();
+    if (form.user().list_open()) return;  // the open list has the keys
     const bool back = verb == QLatin1String("undo");
     // The filter box undoes and redoes its own typing.
     if (focus_ == Focus::kFilter) return step_filter(back);
@@ -233,6 +237,11 @@ void HeadlessScriptRunner::key(const QString& name) {
       {QStringLiteral("F4"), HeadlessUser::kF4},
   };
   HeadlessDeskForm& form = open_form();
+  // An open list has the keys, the window's too (the desktop's grabs them).
+  if (form.user().list_open()) {
+    if (const auto it = kKeys.find(name); it != kKeys.end()) form.user().key(*it);
+    return;
+  }
   if (name == QLatin1String("F8")) {  // the window's key, wherever the focus is
     if (form.work().next_refused()) focus_ = Focus::kGrid;
     return;
@@ -263,7 +272,7 @@ void HeadlessScriptRunner::key(const QString& name) {
   }
   if (focus_ == Focus::kFilter) {
     // The filter box takes a blank; Tab would go on to its toggles.
-    if (*it == HeadlessUser::kSpace) return type_filter(u" ", false);
+    if (*it == HeadlessUser::kSpace) return type(QStringLiteral(" "));
     if (*it == HeadlessUser::kTab || *it == HeadlessUser::kBackTab) {
       throw StepError("unknown: Tab from the filter box goes on to its toggles");
     }
@@ -313,6 +322,9 @@ void HeadlessScriptRunner::step_filter(bool back) {
 
 QString HeadlessScriptRunner::copied_text() {
   HeadlessDeskForm& form = open_form();
+  if (form.user().list_open()) return {};  // the open list has the keys
+  // The filter box copies the text Ctrl+F selected in it.
+  if (focus_ == Focus::kFilter) return filter_selected_ ? to_qstring(form.work().filter().text) : QString();
   // An open editor copies its own selection, the filter box its (none).
   if (focus_ == Focus::kGrid && form.user().editor_focused()) {
     const platform::CellRef at = form.controls().grid.ActiveCell();
@@ -345,6 +357,7 @@ void HeadlessScriptRunner::type(const QString& text) {
 // editor with the focus takes one line itself (a column is the form's).
 void HeadlessScriptRunner::paste_clipboard() {
   HeadlessDeskForm& form = open_form();
+  if (form.user().list_open()) return;  // the open list has the keys
   if (focus_ == Focus::kFilter) throw StepError("unknown: a paste into the filter box");
   const bool column = clipboard_.trimmed().contains(QLatin1Char('\n'));
   if (focus_ == Focus::kGrid && form.user().editor_focused() && !column) {

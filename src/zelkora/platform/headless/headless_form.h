@@ -109,6 +109,11 @@ class HeadlessUser {
   // editor too, which stays open), raises LostFocus. An open list closes
   // first (the click that closes it goes on to the other control).
   bool focus_away();
+  // A click on a control that takes no focus (a tool button): an open list
+  // closes.
+  void click_outside() {
+    if (list_open()) close_list();
+  }
   // A box the form shows takes the focus: an open list closes, the editor
   // stays (and has the focus again when the box closes).
   void box_shown() { close_list(); }
