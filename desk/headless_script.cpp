@@ -324,7 +324,8 @@ QString HeadlessScriptRunner::copied_text() {
   HeadlessDeskForm& form = open_form();
   if (form.user().list_open()) return {};  // the open list has the keys
   // The filter box copies the text Ctrl+F selected in it.
-  if (focus_ == Focus::kFilter) return filter_selected_ ? to_qstring(form.work().filter().text) : QString();
+  if (focus_ == Focus::kFilter)
+    return filter_selected_ ? to_qstring(form.work().filter().text) : QString();
   // An open editor copies its own selection, the filter box its (none).
   if (focus_ == Focus::kGrid && form.user().editor_focused()) {
     const platform::CellRef at = form.controls().grid.ActiveCell();
