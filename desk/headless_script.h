@@ -42,6 +42,8 @@ class HeadlessScriptRunner {
 
   // The form; null after a `close` that closed it.
   HeadlessDeskForm* form() { return form_.get(); }
+  // The clipboard's text as the runner starts (a copy of another program).
+  void set_clipboard(const QString& text) { clipboard_ = text; }
 
  private:
   class Boxes;

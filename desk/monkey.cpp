@@ -222,7 +222,6 @@ class Session {
   std::unique_ptr<Recorder> recorder_;
   int form_kind_;
   bool compare_hosts_;
-  bool twin_started_ = false;
   QString pending_answer_;  // "yes FILE", "no", "cancel" or empty
   // Boxes expected in the step beyond the refusals, and questions.
   int32_t expected_boxes_ = 0;
@@ -458,7 +457,9 @@ void Session::attach() {
                                        std::move(state));
   model_->enter_row(cell.lCurrentRow());
   recorder_ = std::make_unique<Recorder>(*form, *model_);
-  if (compare_hosts_ && !twin_started_) start_twin(*form);
+  // Each form opened is compared from its start (one that ended the
+  // comparison of the form before is not carried on).
+  if (compare_hosts_) start_twin(*form);
 }
 
 QString Session::consume_answer(bool question) {
@@ -585,11 +586,11 @@ std::optional<Finding> Session::step(const QString& line) {
 }
 
 void Session::start_twin(CalcForm& form) {
-  twin_started_ = true;
   // The system's files and settings, as the desktop form has them.
   twin_ = std::make_unique<HeadlessScriptRunner>(
       form.program(), twin_out_,
       std::make_shared<platform::Platform>(*platform::Platform::environment_default()));
+  twin_->set_clipboard(QApplication::clipboard()->text());
   twin_log_ = std::make_unique<platform::headless::RecordingEvents>(twin_->form()->work().events());
   twin_->form()->work().record_events(twin_log_.get());
   recorder_->log().clear();
