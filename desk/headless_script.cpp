@@ -90,8 +90,10 @@ void HeadlessScriptRunner::run(const QString& line) {
   if (verb == QLatin1String("pick")) return edit(rest, true);
   if (verb == QLatin1String("click")) return click(rest);
   if (verb == QLatin1String("key")) return key(rest);
-  // The tool buttons are clicked: a click closes an open list first.
-  static const QStringList kButtons = {"defaults", "calculate", "save", "open", "new"};
+  // The tool buttons, the menu or the window's close button are clicked: a
+  // click closes an open list first.
+  static const QStringList kButtons = {"defaults", "calculate", "save", "open",
+                                       "new",      "reset",     "close"};
   if (kButtons.contains(verb)) open_form().user().click_outside();
   if (verb == QLatin1String("defaults")) {
     if (rest != QLatin1String("yes") && rest != QLatin1String("cancel")) {

@@ -334,6 +334,7 @@ class ScriptRunner::Steps {
   void reset_row() {
     QAction* action = form().action(CalcForm::Action::kResetRow);
     if (!action->isEnabled()) throw StepError("恢复默认值 is off");
+    close_list_for_click(nullptr);  // the menu is clicked
     action->trigger();
     settle();
   }
@@ -436,6 +437,7 @@ class ScriptRunner::Steps {
   // The form's window closed, as its title bar's button does.
   void close_form() {
     CalcForm& f = form();
+    close_list_for_click(nullptr);  // the window's close button is clicked
     f.close();
     settle();
   }

@@ -76,7 +76,8 @@ bool HeadlessUser::raise_leave() {
 void HeadlessUser::make_active(int32_t row, int32_t col) {
   const CellRef was = view_.grid.ActiveCell();
   view_.grid.ActiveCell(row, col);
-  entered_text_ = view_.grid.Text(row, col);
+  entered_text_ = known_text_ = view_.grid.Text(row, col);
+  entered_at_ = {row, col};
   left_ = false;
   if (row != was.row && events()) events()->EnterRow();
 }
@@ -99,14 +100,30 @@ bool HeadlessUser::begin_edit() {
   return true;
 }
 
+void HeadlessUser::take_form_writes() {
+  const CellRef at = view_.grid.ActiveCell();
+  if (at.row < 0 || at.col < 0 || at.row >= view_.grid.Rows() || at.col >= view_.grid.Cols())
+    return;
+  const zelkora::Text& now = view_.grid.Text(at.row, at.col);
+  if (!(at == entered_at_)) {
+    entered_at_ = at;  // made active by the form
+    entered_text_ = now;
+  } else if (now != known_text_) {
+    entered_text_ = now;  // the form wrote into it
+  }
+  known_text_ = now;
+}
+
 void HeadlessUser::change_text(TextView text) {
   const CellRef at = view_.grid.ActiveCell();
   view_.grid.Text(at.row, at.col, text);
+  known_text_ = zelkora::Text(text);
   left_ = false;
   if (events()) events()->CellChanging();
 }
 
 void HeadlessUser::click(int32_t row, int32_t col) {
+  take_form_writes();
   const CellRef active = view_.grid.ActiveCell();
   const bool same = active == CellRef{row, col};
   if (!same) {
@@ -125,6 +142,7 @@ void HeadlessUser::click_empty() {
 }
 
 void HeadlessUser::type(TextView text) {
+  take_form_writes();
   if (list_open_ && editing_) return;        // the list's own search
   if (editing_ && !editor_focused_) return;  // the grid has the keys
   for (const char16_t c : text) {
@@ -148,6 +166,7 @@ void HeadlessUser::type(TextView text) {
 }
 
 void HeadlessUser::key(Key key) {
+  take_form_writes();
   const CellRef at = view_.grid.ActiveCell();
   if (list_open_ && editing_) return list_key(key);
   // The grid has the focus over an open editor: keys that would edit are lost.
@@ -158,6 +177,7 @@ void HeadlessUser::key(Key key) {
       if (!editing_) return;
       editing_ = false;
       view_.grid.Text(at.row, at.col, entered_text_);
+      known_text_ = entered_text_;
       if (events()) events()->CellChanging();
       return;
     case kSpace:
@@ -227,10 +247,12 @@ void HeadlessUser::list_key(Key key) {
 }
 
 void HeadlessUser::pick(TextView text) {
+  take_form_writes();
   if (!editing_) return;
   close_list();
   const CellRef at = view_.grid.ActiveCell();
   view_.grid.Text(at.row, at.col, text);
+  known_text_ = zelkora::Text(text);
   left_ = false;
   if (events()) events()->ComboClick();
 }

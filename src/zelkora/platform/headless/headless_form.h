@@ -150,6 +150,9 @@ class HeadlessUser {
 
  private:
   bool raise_leave();
+  // What the form wrote into the active cell since this user's last action
+  // (or a cell the form made active) is what Escape goes back to.
+  void take_form_writes();
   void make_active(int32_t row, int32_t col);
   bool begin_edit();
   void change_text(TextView text);
@@ -178,6 +181,9 @@ class HeadlessUser {
   bool selected_ = false;       // the editor's text is selected: a key replaces it
   bool left_ = false;           // the active cell was left and not entered or edited since
   zelkora::Text entered_text_;  // the active cell's text when it was entered
+  // (or as the form last wrote it), what Escape gives back
+  CellRef entered_at_{-1, -1};  // the cell entered_text_ is of
+  zelkora::Text known_text_;    // its text as this user last saw or wrote it
   CellRef cursor_{-1, -1};      // where Up and Down last went, their column kept
   bool list_open_ = false;      // the editor's list is open: it takes the keys
   int32_t list_item_ = -1;      // ... the item it highlights, -1 none
