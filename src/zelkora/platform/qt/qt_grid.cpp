@@ -1118,6 +1118,7 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
       }
+      drop_editor();  // also where there is no row that way
       QTableWidget::keyPressEvent(event);
       return;
     }
@@ -1162,6 +1163,7 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
       }
+      drop_editor();
       key_down(13);
       // The form may have moved the focus (to row 0 from the lowest row).
       if (model_.ActiveCell() == at && model_.enter_key_move_to != 0) advance(at, 1, true);
@@ -1170,7 +1172,10 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
     }
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-      if (leave_active()) advance(at, key == Qt::Key_Tab ? 1 : -1, false);
+      if (leave_active()) {
+        drop_editor();
+        advance(at, key == Qt::Key_Tab ? 1 : -1, false);
+      }
       event->accept();
       return;
     case Qt::Key_F4:
@@ -1201,6 +1206,16 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
       if (key > 0 && key < 0x1000000) key_down(static_cast<int16_t>(key & 0x7FFF));
       QTableWidget::keyPressEvent(event);
       return;
+  }
+}
+
+void QtGridControl::drop_editor() {
+  // The grid had the focus over it (its cell clicked again, or past the
+  // cells): the cell was left, its editor goes, as on any other way out.
+  const QModelIndex at = currentIndex();
+  if (QWidget* editor = at.isValid() ? indexWidget(at) : nullptr) {
+    QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    draw_cell(at.row(), at.column());
   }
 }
 

@@ -234,6 +234,8 @@ class QtGridControl : public QTableWidget, public GridControl {
   // After a cancelled leave: the editor (opened again when it was closed)
   // shows the cell's text and has the focus.
   void keep_editing();
+  // The open editor of the cell just left goes, unchecked.
+  void drop_editor();
   void move_active(int32_t row, int32_t col);
   // After the active cell was left by Tab, Shift+Tab (`step` 1, -1) or
   // Enter (`enter`): the next editable row, its editor open.
