@@ -1112,6 +1112,15 @@ void QtGridControl::keyPressEvent(QKeyEvent* event) {
     const bool within =
         key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Home || key == Qt::Key_End;
     QWidget* editor = indexWidget(currentIndex());
+    // Alt+Down and F4 with the grid holding the focus over the editor (the
+    // editor's own open its list) are lost, as keys that would edit are:
+    // the view would move the cell without leaving it.
+    const bool list_key =
+        key == Qt::Key_F4 || (key == Qt::Key_Down && (event->modifiers() & Qt::AltModifier));
+    if (list_key && window()->focusWidget() == this) {
+      event->accept();
+      return;
+    }
     if (rows && !(event->modifiers() & Qt::AltModifier)) {
       if (!leave_active()) {
         keep_editing();
