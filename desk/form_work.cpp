@@ -506,10 +506,13 @@ void FormWork::keep_view(const grid::ViewState& view) {
 void FormWork::set_filter(grid::RowFilter filter) {
   filter_ = std::move(filter);
   apply_filter();
-  // An editor a refused value kept open (its text gone back to the row's
-  // value) does not stay on a row the filter hid: keys would edit a row the
-  // user cannot see.
-  if (view_.editing() && !view_.row_shown(view_.current_row())) view_.leave_cell();
+  // An editor does not stay on a row the filter hid: keys would edit a row
+  // the user cannot see. Its cell is left through the check; a refused value
+  // goes back to the row's value, which is left without one.
+  for (int tries = 0; tries < 2; ++tries) {
+    if (!view_.editing() || view_.row_shown(view_.current_row())) return;
+    view_.leave_cell();
+  }
 }
 
 void FormWork::apply_filter() {

@@ -78,13 +78,20 @@ HeadlessScriptRunner::HeadlessScriptRunner(const Program& program, QTextStream& 
     return boxes_->save_changes(text, title);
   };
   boxes_->on_box = [this] {
-    if (form_) form_->user().box_shown();
+    if (form_) form_->user().box_shown(focus_ == Focus::kGrid);
   };
 }
 
 HeadlessScriptRunner::~HeadlessScriptRunner() = default;
 
 void HeadlessScriptRunner::run(const QString& line) {
+  const std::size_t opened = form_ ? form_->user().editors_opened() : 0;
+  run_step(line);
+  // An editor opened by the step has the focus, wherever it was.
+  if (form_ && form_->user().editors_opened() != opened) focus_ = Focus::kGrid;
+}
+
+void HeadlessScriptRunner::run_step(const QString& line) {
   const auto [verb, rest] = parse_step(line);
   if (verb == QLatin1String("edit")) return edit(rest, false);
   if (verb == QLatin1String("pick")) return edit(rest, true);
@@ -259,7 +266,7 @@ void HeadlessScriptRunner::key(const QString& name) {
     return;
   }
   if (name == QLatin1String("Ctrl+C")) {
-    clipboard_ = copied_text();
+    if (std::optional<QString> copied = copied_text()) clipboard_ = *copied;
     return;
   }
   if (name == QLatin1String("Ctrl+V")) return paste_clipboard();
@@ -322,23 +329,28 @@ void HeadlessScriptRunner::step_filter(bool back) {
   work.set_filter(std::move(filter));
 }
 
-QString HeadlessScriptRunner::copied_text() {
+std::optional<QString> HeadlessScriptRunner::copied_text() {
   HeadlessDeskForm& form = open_form();
-  if (form.user().list_open()) return {};  // the open list has the keys
-  // The filter box copies the text Ctrl+F selected in it.
-  if (focus_ == Focus::kFilter)
-    return filter_selected_ ? to_qstring(form.work().filter().text) : QString();
-  // An open editor copies its own selection, the filter box its (none).
-  if (focus_ == Focus::kGrid && form.user().editor_focused()) {
-    const platform::CellRef at = form.controls().grid.ActiveCell();
-    return form.user().selected() ? to_qstring(form.controls().grid.Text(at.row, at.col))
-                                  : QString();
+  if (form.user().list_open()) return std::nullopt;  // the open list has the keys
+  // A text box with nothing selected copies nothing: the clipboard keeps
+  // what it had. The filter box has the text Ctrl+F selected in it.
+  if (focus_ == Focus::kFilter) {
+    if (!filter_selected_) return std::nullopt;
+    return to_qstring(form.work().filter().text);
   }
-  return focus_ == Focus::kGrid ? to_qstring(form.work().copied_rows()) : QString();
+  // An open editor copies its own selection.
+  if (focus_ == Focus::kGrid && form.user().editor_focused()) {
+    if (!form.user().selected()) return std::nullopt;
+    const platform::CellRef at = form.controls().grid.ActiveCell();
+    return to_qstring(form.controls().grid.Text(at.row, at.col));
+  }
+  // The grid, or a toggle box, which has no copy of its own: the rows.
+  return to_qstring(form.work().copied_rows());
 }
 
 void HeadlessScriptRunner::copy() {
-  clipboard_ = copied_text();
+  // The step empties the clipboard before the key, as the desktop's does.
+  clipboard_ = copied_text().value_or(QString());
   out_ << copied_line(clipboard_) << "\n";
   out_.flush();
 }

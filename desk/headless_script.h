@@ -21,6 +21,7 @@
 #include <QString>
 #include <QTextStream>
 #include <memory>
+#include <optional>
 
 #include "desk/headless_desk_form.h"
 #include "desk/script_steps.h"
@@ -47,6 +48,7 @@ class HeadlessScriptRunner {
 
  private:
   class Boxes;
+  void run_step(const QString& line);
   enum class Focus { kGrid, kFilter, kElsewhere };
 
   HeadlessDeskForm& open_form();
@@ -60,7 +62,7 @@ class HeadlessScriptRunner {
   void type_filter(const Text& text, bool replace);
   void step_filter(bool back);
   void copy();
-  QString copied_text();
+  std::optional<QString> copied_text();  // nothing: the clipboard stays
   void type(const QString& text);
   void paste_clipboard();
   void paste(const QString& args);

@@ -92,6 +92,7 @@ bool HeadlessUser::begin_edit() {
   if (events()) events()->BeforeEdit(at.row, at.col, cancel);
   if (cancel) return false;
   editing_ = selected_ = editor_focused_ = true;
+  ++editors_opened_;
   list_open_ = false;
   left_ = false;
   // The editor takes as many characters as it opened with, at least the

@@ -115,8 +115,12 @@ class HeadlessUser {
     if (list_open()) close_list();
   }
   // A box the form shows takes the focus: an open list closes, the editor
-  // stays (and has the focus again when the box closes).
-  void box_shown() { close_list(); }
+  // stays. When the box closes the window gives the focus back to the grid
+  // when it had it (`grid_had_focus`), and the grid to its open editor.
+  void box_shown(bool grid_had_focus) {
+    close_list();
+    if (grid_had_focus) editor_focused_ = true;
+  }
   // A key the grid does not handle itself (Ctrl+Z, say), outside an
   // editor: KeyDown.
   void other_key(int16_t key_code);
@@ -127,6 +131,9 @@ class HeadlessUser {
   bool selected() const { return editing_ && selected_; }
   // Whether the open editor has the focus (else the grid has it).
   bool editor_focused() const { return editing_ && editor_focused_; }
+  // How many editors have opened: an editor that opens takes the focus of
+  // the window, also when the form opens it (a paste from a toggle box).
+  std::size_t editors_opened() const { return editors_opened_; }
 
   // What the form does with the grid on the user's behalf (the desktop
   // grid's edit_cell, leave_cell and type_into, and a current cell set by
@@ -188,6 +195,7 @@ class HeadlessUser {
   bool list_open_ = false;      // the editor's list is open: it takes the keys
   int32_t list_item_ = -1;      // ... the item it highlights, -1 none
   bool editor_focused_ = true;  // the open editor has the focus, not the grid
+  std::size_t editors_opened_ = 0;
 };
 
 }  // namespace zelkora::platform::headless
