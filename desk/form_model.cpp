@@ -122,6 +122,7 @@ bool FormModel::kept_by_filter(int32_t row) const {
     if (m.facts.item < 0) return false;
     const auto i = static_cast<std::size_t>(m.facts.item);
     if (state_.hidden[i]) return false;
+    if (m.facts.row == held_row_) return true;
     const auto matches = [this](int32_t at) {
       const ModelRow* x = row_at(at);
       return x &&
@@ -175,6 +176,7 @@ void FormModel::set_value(int32_t item, Text text) {
 
 void FormModel::enter_row(int32_t row) {
   current_row_ = row;
+  held_row_ = 0;
   const int32_t item = item_of(row);
   entered_ = item >= 0 ? state_.values[static_cast<std::size_t>(item)] : Text();
 }
@@ -185,7 +187,9 @@ void FormModel::cell_changing(int32_t row, int32_t col, TextView text, bool edit
   if (!r || col != kValueCol || r->facts.item < 0) return;
   set_value(r->facts.item, Text(text));
   edited_row_ = row;
-  if (!editing) refilter();
+  if (editing) return;
+  held_row_ = 0;  // the editor closed (Escape)
+  refilter();
 }
 
 void FormModel::refilter() {
@@ -224,6 +228,7 @@ bool FormModel::apply_group_rule(int32_t row) {
 
 bool FormModel::leave_cell(int32_t row, int32_t col) {
   current_row_ = row;
+  held_row_ = 0;
   const ModelRow* r = row_at(row);
   // Any cell left takes a value picked before (a step), whatever the cell;
   // only a shown value cell is checked. A folded row is passed over, unless
@@ -262,6 +267,7 @@ void FormModel::combo_click(int32_t row, TextView text) {
   apply_group_rule(row);
   state_.bold[item] = differs(state_.values[item], defaults_[item]);
   form_rules(row);
+  held_row_ = row;
   refilter();
 }
 
@@ -477,6 +483,7 @@ void FormModel::filter(TextView text, bool changed, bool refused) {
       refused == filter_refused_) {
     return;
   }
+  held_row_ = 0;
   filter_text_ = Text(trim(text));
   filter_changed_ = changed;
   filter_refused_ = refused;

@@ -148,6 +148,9 @@ class FormModel {
   ModelState state_;
   int32_t current_row_ = 0;
   int32_t edited_row_ = 0;
+  // The row a value was just picked in: the filter keeps it until its cell
+  // is left (0: none).
+  int32_t held_row_ = 0;
   Text entered_;
   std::vector<ModelState> history_;
   // Per point of the history, the marks as the form last took them there (a

@@ -68,8 +68,9 @@ class FormWork::Events : public grid::FormSession {
     FormSession::ComboClick();
     work_.update_changed();
     work_.view_.show_values(work_.values());
-    // The rows the pick made (not) apply leave (or join) the filtered view.
-    if (work_.view_.filtered()) work_.apply_filter();
+    // The rows the pick made (not) apply leave (or join) the filtered view;
+    // its own row stays until its cell is left, through the check.
+    if (work_.view_.filtered()) work_.apply_filter(work_.view_.current_row());
   }
   void EnterRow() override {
     FormSession::EnterRow();
@@ -515,7 +516,7 @@ void FormWork::set_filter(grid::RowFilter filter) {
   }
 }
 
-void FormWork::apply_filter() {
+void FormWork::apply_filter(int32_t held_row) {
   if (!filter_.active()) {
     view_.show_only({});
     grid::show_kept_rows(cell(), {});
@@ -528,7 +529,9 @@ void FormWork::apply_filter() {
       refused[static_cast<std::size_t>(row - 1)] = true;
     }
   }
-  std::vector<bool> kept = grid::rows_kept(rows, filter_, refused);
+  grid::RowFilter filter = filter_;
+  if (view_.editing()) filter.held_row = held_row;
+  std::vector<bool> kept = grid::rows_kept(rows, filter, refused);
   // A folded row the filter shows is edited and checked like any other.
   grid::show_kept_rows(cell(), kept);
   view_.show_only(std::move(kept));

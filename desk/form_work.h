@@ -130,7 +130,8 @@ class FormWork : public platform::GridForm {
   const grid::RowFilter& filter() const { return filter_; }
   // The filter the user set, applied.
   void set_filter(grid::RowFilter filter);
-  void apply_filter();
+  // `held_row`: a row kept shown while its editor is open (0: none).
+  void apply_filter(int32_t held_row = 0);
 
   // ---- GridForm ----
   int32_t LabelColWidth() override { return kLabelColWidth; }

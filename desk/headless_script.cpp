@@ -189,9 +189,12 @@ void HeadlessScriptRunner::edit(const QString& args, bool pick) {
     click(QStringLiteral("%1 %2").arg(row).arg(grid::kValueCol));
     user.key(HeadlessUser::kF2);
   }
-  // An open list has the keys (the desktop's grabs them): the cell's text
-  // is not typed into.
-  if (!user.editing() || user.list_open()) throw StepError("the cell cannot be edited");
+  // An open list has the keys (the desktop's grabs them), and an editor
+  // that has not the focus (the grid or the filter box has it) takes none:
+  // the cell's text is not typed into.
+  if (!user.editing() || user.list_open() || focus_ != Focus::kGrid || !user.editor_focused()) {
+    throw StepError("the cell cannot be edited");
+  }
   user.select_all();
   if (pick) {
     const platform::CellRef at = grid.ActiveCell();

@@ -649,8 +649,10 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
     pending_answer_ = rest;
     return;
   }
-  // The first box of a step takes the answer given before it.
+  // The first box of a step takes the answer given before it: a refusal's
+  // box, when the step's leave was refused (closing with a value refused).
   const int boxes = static_cast<int>(printed_.count(QStringLiteral("message: ")));
+  if (refusals > 0 && boxes > 0) pending_answer_.clear();
   const auto ask = [&](bool changed) -> QString {
     expect_question_ = changed;
     if (!changed) {

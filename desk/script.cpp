@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -289,6 +290,10 @@ class ScriptRunner::Steps {
       const QRect rect = view->visualRect(view->model()->index(at, 0));
       QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
       settle();
+      // The list closes (after flashing the item, on some styles) before the
+      // next key, as the user sees it go: on a loaded machine it takes longer.
+      QDeadlineTimer closing(5000);
+      while (view->isVisible() && !closing.hasExpired()) QTest::qWait(5);
       editor = focus_in(&f.grid());
     } else {
       type_text(editor, text);

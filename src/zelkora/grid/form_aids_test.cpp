@@ -88,6 +88,8 @@ TEST(RowFilter, KeepsMatchesWithTheirHeadingsAndGroups) {
       {{u"肢数", true}, {kRowLegs}, {kRowWidth}},
       {{u"", false, true}, {kRowSizes, kRowDepth}, {kRowWidth, kRowLegs}},
       {{u"没有这样的行"}, {}, {kRowBasics, kRowWidth, kRowName}},
+      // A held row (a value just picked in it) stays, with its heading.
+      {{u"没有这样的行", false, true, kRowGrade}, {kRowBasics, kRowGrade}, {kRowWidth, kRowDepth}},
   };
   std::vector<bool> refused(kBeamSteelRows, false);
   refused[kRowDepth - 1] = true;

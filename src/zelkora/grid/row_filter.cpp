@@ -61,7 +61,7 @@ std::vector<bool> rows_kept(const std::vector<RowFacts>& rows, const RowFilter& 
     const bool text_ok = row_matches[at] || context(row.heading) || context(row.group);
     const bool changed_ok = !filter.changed || differs_from_default(row.value, row.default_value);
     const bool refused_ok = !filter.refused || (i < refused.size() && refused[i]);
-    if (!(text_ok && changed_ok && refused_ok)) continue;
+    if (!(text_ok && changed_ok && refused_ok) && row.row != filter.held_row) continue;
     kept[at] = true;
     for (const int32_t above : {row.heading, row.group}) {
       if (above > 0 && static_cast<std::size_t>(above) < kept.size()) {

@@ -17,6 +17,9 @@ struct RowFilter {
   Text text;             // kept: rows whose caption, help or value contains it
   bool changed = false;  // and only values that differ from their default
   bool refused = false;  // and only values that their checks refuse
+  // A row kept whatever it holds (0: none): the row a value was just picked
+  // in keeps its place until its cell is left, through its check.
+  int32_t held_row = 0;
 
   // False for the filter that keeps every row.
   bool active() const;

@@ -68,6 +68,12 @@ bool HeadlessUser::raise_leave() {
   bool cancel = false;
   if (events()) events()->LeaveCell(at.row, at.col, cancel);
   left_ = !cancel;
+  // The value taken is what Escape goes back to in an edit of the cell
+  // begun without entering it again (after a paste into it, say).
+  if (!cancel) {
+    entered_at_ = at;
+    entered_text_ = known_text_ = view_.grid.Text(at.row, at.col);
+  }
   // A refused value keeps its editor open, showing the cell's text selected.
   if (cancel && at.col == HeadlessForm::kValueCol) editing_ = selected_ = editor_focused_ = true;
   return !cancel;
@@ -263,7 +269,8 @@ void HeadlessUser::select_all() {
 }
 
 void HeadlessUser::paste(TextView text) {
-  if (!editing_) return;
+  // Nothing to paste over nothing selected changes nothing.
+  if (!editing_ || (text.empty() && !selected_)) return;
   const CellRef at = view_.grid.ActiveCell();
   change_text(selected_ ? zelkora::Text(text)
                         : view_.grid.Text(at.row, at.col) + zelkora::Text(text));

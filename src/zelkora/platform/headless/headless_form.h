@@ -118,7 +118,7 @@ class HeadlessUser {
   // stays. When the box closes the window gives the focus back to the grid
   // when it had it (`grid_had_focus`), and the grid to its open editor.
   void box_shown(bool grid_had_focus) {
-    close_list();
+    if (list_open_) close_list();  // else the editor's selection stays as it was
     if (grid_had_focus) editor_focused_ = true;
   }
   // A key the grid does not handle itself (Ctrl+Z, say), outside an

@@ -103,6 +103,11 @@ namespace {
 // its open list, which closes the list first (the box also reports
 // "activated" whenever its line loses the focus or takes Enter on a text
 // that matches an item: that is no pick, the cell is left as any other).
+// The grid moving its active cell itself (a paste, Enter, the form) selects
+// that cell alone, whatever modifier keys are down (Ctrl of Ctrl+V would
+// add it to the selection, and a copy would take the rows pasted into).
+constexpr QItemSelectionModel::SelectionFlags kSelectOnly = QItemSelectionModel::ClearAndSelect;
+
 class ListEditor : public QComboBox {
  public:
   ListEditor(QWidget* parent, std::function<std::vector<zelkora::Text>()> fill,
@@ -777,7 +782,7 @@ void QtGridControl::redraw_all() {
 void QtGridControl::move_active(int32_t row, int32_t col) {
   const bool was = programmatic_;
   programmatic_ = true;
-  setCurrentCell(row, col);
+  setCurrentCell(row, col, kSelectOnly);
   programmatic_ = was;
 }
 
@@ -876,6 +881,12 @@ bool QtGridControl::leave_active() {
   bool cancel = false;
   if (!raise([&](GridEvents& e) { e.LeaveCell(at.row, at.col, cancel); })) return !dispatching_;
   left_ = !cancel;
+  // The value taken is what Escape goes back to in an edit of the cell
+  // begun without entering it again (after a paste into it, say).
+  if (!cancel) {
+    entered_at_ = at;
+    entered_text_ = model_.Text(at.row, at.col);
+  }
   return !cancel;
 }
 
@@ -915,7 +926,7 @@ bool QtGridControl::edit_cell(int32_t row, int32_t col) {
     if (state() == QAbstractItemView::EditingState) {
       QTableWidget::closeEditor(indexWidget(currentIndex()), QAbstractItemDelegate::NoHint);
     }
-    setCurrentCell(row, col);
+    setCurrentCell(row, col, kSelectOnly);
   }
   scrollTo(QTableWidget::model()->index(row, col));
   if (indexWidget(QTableWidget::model()->index(row, col))) return true;  // already open
@@ -986,7 +997,7 @@ void QtGridControl::advance(CellRef from, int step, bool enter) {
     edit_cell(next, col);
   } else if (enter) {
     const int32_t below = model_.next_shown_row(from.row);
-    if (below != from.row) setCurrentCell(below, from.col);
+    if (below != from.row) setCurrentCell(below, from.col, kSelectOnly);
   }
 }
 
@@ -1056,6 +1067,7 @@ void QtGridControl::mousePressEvent(QMouseEvent* event) {
   }
   pressed_ = row >= 0 && col >= 0 ? QTableWidget::model()->index(row, col) : QModelIndex();
   pressed_active_ = row == active.row && col == active.col;
+  pressed_at_ = event->globalPosition().toPoint();
   QTableWidget::mousePressEvent(event);
   // Inside a merged range the view keeps its first column current: the
   // cell under the mouse is the active one, entered anew.
@@ -1074,8 +1086,14 @@ void QtGridControl::mouseReleaseEvent(QMouseEvent* event) {
   }
   QTableWidget::mouseReleaseEvent(event);
   const QPoint at = event->position().toPoint();
-  const int row = rowAt(at.y());
-  const int col = columnAt(at.x());
+  // Released where it was pressed, the mouse not moved: a click on the cell
+  // pressed, also when the press moved the rows under it (leaving a refused
+  // value, the title box above gave the grid back its height, which scrolls
+  // it). Moved to another cell: no click.
+  const bool still = (event->globalPosition().toPoint() - pressed_at_).manhattanLength() <
+                     QApplication::startDragDistance();
+  const int row = still ? pressed_.row() : rowAt(at.y());
+  const int col = still ? pressed_.column() : columnAt(at.x());
   if (pressed_.isValid() && row == pressed_.row() && col == pressed_.column()) {
     model_.ActiveCell(row, col);
     raise([&](GridEvents& e) { e.Click(row, col); });

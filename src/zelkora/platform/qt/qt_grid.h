@@ -35,6 +35,7 @@
 
 #include <QFont>
 #include <QMap>
+#include <QPoint>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
 
@@ -265,6 +266,7 @@ class QtGridControl : public QTableWidget, public GridControl {
   bool left_ = false;            // the active cell was left and not entered or edited since
   QModelIndex pressed_;          // the cell the mouse button went down on
   bool pressed_active_ = false;  // ... which was the active cell
+  QPoint pressed_at_;            // ... where on the screen
   zelkora::Text entered_text_;   // the active cell's text when it was entered
   CellRef entered_at_{-1, -1};   // the cell entered_text_ is of
   CellRef cursor_{-1, -1};       // where Up and Down last went, their column kept
