@@ -186,18 +186,21 @@ Text FormWork::window_title() const {
 
 void FormWork::update_title() { view_.show_title(window_title(), changed_); }
 
+// 新建 and 打开 replace the project as closing it does: the value being typed
+// is left through its check first (refused, nothing is replaced), then the
+// changes are dealt with.
 void FormWork::menu_new() {
-  if (may_discard_changes()) new_project();
+  if (may_close()) new_project();
 }
 
 void FormWork::menu_open() {
-  if (!may_discard_changes()) return;
+  if (!may_close()) return;
   const Text file = chosen_file(false, kProjectFilter);
   if (!file.empty()) open_file(file);
 }
 
 void FormWork::open_recent(TextView file) {
-  if (may_discard_changes()) open_file(file);
+  if (may_close()) open_file(file);
 }
 
 void FormWork::menu_save() {
@@ -508,12 +511,9 @@ void FormWork::set_filter(grid::RowFilter filter) {
   filter_ = std::move(filter);
   apply_filter();
   // An editor does not stay on a row the filter hid: keys would edit a row
-  // the user cannot see. Its cell is left through the check; a refused value
-  // goes back to the row's value, which is left without one.
-  for (int tries = 0; tries < 2; ++tries) {
-    if (!view_.editing() || view_.row_shown(view_.current_row())) return;
-    view_.leave_cell();
-  }
+  // the user cannot see. Its cell is left through the check (a refused value
+  // goes back to the row's value, and its editor goes all the same).
+  if (view_.editing() && !view_.row_shown(view_.current_row())) view_.leave_cell();
 }
 
 void FormWork::apply_filter(int32_t held_row) {

@@ -697,12 +697,18 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
     model_->reset_row(before.current_row);
   } else if (line == QLatin1String("key F8") && refusals == 0) {
     model_->next_refused(before.current_row);
+  } else if ((verb == QLatin1String("new") || verb == QLatin1String("open")) && refusals > 0) {
+    // The value being typed refused: nothing asked, nothing replaced.
+    expect_question_ = false;
   } else if (verb == QLatin1String("new")) {
-    const QString answer = ask(before.changed);
+    model_->record_pending();  // the value being typed, left first
+    const QString answer = ask(model_->changed());
     if (answer.startsWith(QLatin1String("yes"))) save_on_yes(answer);
     if (answer != QLatin1String("cancel")) model_->new_project();
   } else if (verb == QLatin1String("open")) {
-    const QString answer = ask(before.changed);
+    model_->record_pending();
+    const bool changed = model_->changed();
+    const QString answer = ask(changed);
     if (answer.startsWith(QLatin1String("yes"))) save_on_yes(answer);
     if (answer != QLatin1String("cancel")) {
       const auto known = files_.find(rest);
@@ -710,7 +716,7 @@ void Session::take_form_actions(const QString& line, const Before& before, int32
         model_->opened(to_text(rest), known->second);
       } else {
         ++expected_boxes_;  // a file no project of this form was saved to
-        if (!before.changed) pending_answer_.clear();
+        if (!changed) pending_answer_.clear();
       }
     }
   } else if (verb == QLatin1String("save") && refusals == 0) {

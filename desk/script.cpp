@@ -259,6 +259,13 @@ class ScriptRunner::Steps {
     // An editor the form kept open on the cell (after a refused value) is
     // typed into as it is; otherwise the cell is clicked and F2 opens one.
     QWidget* editor = f.grid().indexWidget(f.grid().model()->index(row, 3));
+    // An editor that has not the focus (the grid or another control has it)
+    // takes no keys.
+    const QWidget* focus = QApplication::focusWidget();
+    if (!focus) focus = f.grid().window()->focusWidget();  // the window not active
+    if (editor && focus != editor && !editor->isAncestorOf(focus)) {
+      throw StepError("the cell cannot be edited");
+    }
     if (!editor) {
       click_cell(f.grid(), row, 3);
       QTest::keyClick(&f.grid(), Qt::Key_F2);

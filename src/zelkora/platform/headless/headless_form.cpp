@@ -74,8 +74,12 @@ bool HeadlessUser::raise_leave() {
     entered_at_ = at;
     entered_text_ = known_text_ = view_.grid.Text(at.row, at.col);
   }
-  // A refused value keeps its editor open, showing the cell's text selected.
-  if (cancel && at.col == HeadlessForm::kValueCol) editing_ = selected_ = editor_focused_ = true;
+  // A refused value keeps its editor open, showing the cell's text selected,
+  // unless the value it went back to took its row out of the filter's view.
+  if (cancel && at.col == HeadlessForm::kValueCol) {
+    editing_ = view_.grid.row_shown(at.row);
+    selected_ = editor_focused_ = true;
+  }
   return !cancel;
 }
 
@@ -131,6 +135,7 @@ void HeadlessUser::change_text(TextView text) {
 
 void HeadlessUser::click(int32_t row, int32_t col) {
   take_form_writes();
+  if (list_open_) close_list();  // the click closes it and goes on to the cell
   const CellRef active = view_.grid.ActiveCell();
   const bool same = active == CellRef{row, col};
   if (!same) {
@@ -269,9 +274,11 @@ void HeadlessUser::select_all() {
 }
 
 void HeadlessUser::paste(TextView text) {
-  // Nothing to paste over nothing selected changes nothing.
-  if (!editing_ || (text.empty() && !selected_)) return;
+  if (!editing_) return;
   const CellRef at = view_.grid.ActiveCell();
+  // Nothing to paste over no selected text (none, or an empty one) changes
+  // nothing.
+  if (text.empty() && (!selected_ || view_.grid.Text(at.row, at.col).empty())) return;
   change_text(selected_ ? zelkora::Text(text)
                         : view_.grid.Text(at.row, at.col) + zelkora::Text(text));
   selected_ = false;

@@ -266,6 +266,10 @@ class QtGridControl::Delegate : public QStyledItemDelegate {
     // at most kMaxTypedLength characters as typed (a longer one from a file
     // keeps its length), so a keystroke costs the same in every cell.
     line->setMaxLength(std::max<int>(kMaxTypedLength, static_cast<int>(text.size())));
+    // The view fills the editor again whenever the cell is drawn anew (the
+    // form redrawing it, a box closing): the same text keeps its caret and
+    // selection; a text written into it is selected whole.
+    if (line->text() == text) return;
     if (combo) {
       combo->setEditText(text);
     } else {
@@ -895,6 +899,12 @@ void QtGridControl::keep_editing() {
   const QModelIndex index = QTableWidget::model()->index(at.row, at.col);
   move_active(at.row, at.col);
   QWidget* editor = indexWidget(index);
+  // The value it went back to took the row out of the filter's view: no
+  // editor stays on a row not shown.
+  if (!row_shown(at.row)) {
+    if (editor) QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return;
+  }
   if (!editor) {
     QTableWidget::edit(index);
     editor = indexWidget(index);
@@ -1068,7 +1078,22 @@ void QtGridControl::mousePressEvent(QMouseEvent* event) {
   pressed_ = row >= 0 && col >= 0 ? QTableWidget::model()->index(row, col) : QModelIndex();
   pressed_active_ = row == active.row && col == active.col;
   pressed_at_ = event->globalPosition().toPoint();
-  QTableWidget::mousePressEvent(event);
+  // The leave may have laid the rows out anew (the row left gone from the
+  // filter's view, rows its value hides or shows): the press goes to the
+  // cell that was under the mouse, wherever it is now; gone, to none.
+  if (pressed_.isValid() && (rowAt(at.y()) != row || columnAt(at.x()) != col)) {
+    if (!row_shown(row)) {
+      pressed_ = QModelIndex();
+      event->accept();
+      return;
+    }
+    const QPointF moved(event->position().x(), visualRect(pressed_).center().y());
+    QMouseEvent again(event->type(), moved, event->scenePosition(), event->globalPosition(),
+                      event->button(), event->buttons(), event->modifiers());
+    QTableWidget::mousePressEvent(&again);
+  } else {
+    QTableWidget::mousePressEvent(event);
+  }
   // Inside a merged range the view keeps its first column current: the
   // cell under the mouse is the active one, entered anew.
   if (pressed_.isValid() && !(model_.ActiveCell() == CellRef{row, col})) {
