@@ -591,6 +591,8 @@ void Session::start_twin(CalcForm& form) {
       form.program(), twin_out_,
       std::make_shared<platform::Platform>(*platform::Platform::environment_default()));
   twin_->set_clipboard(QApplication::clipboard()->text());
+  // An answer given before the form came up is the next box's on both.
+  if (!pending_answer_.isEmpty()) twin_->run(QStringLiteral("answer ") + pending_answer_);
   twin_log_ = std::make_unique<platform::headless::RecordingEvents>(twin_->form()->work().events());
   twin_->form()->work().record_events(twin_log_.get());
   recorder_->log().clear();
