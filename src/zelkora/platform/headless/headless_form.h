@@ -117,9 +117,13 @@ class HeadlessUser {
   // A box the form shows takes the focus: an open list closes, the editor
   // stays. When the box closes the window gives the focus back to the grid
   // when it had it (`grid_had_focus`), and the grid to its open editor.
+  // The editor that had the focus has its text selected whole again (the
+  // cell drawn anew); one the grid held the focus over keeps its caret.
   void box_shown(bool grid_had_focus) {
-    if (list_open_) close_list();  // else the editor's selection stays as it was
-    if (grid_had_focus) editor_focused_ = true;
+    if (list_open_) close_list();
+    if (!grid_had_focus) return;
+    if (editor_focused_) selected_ = true;
+    editor_focused_ = true;
   }
   // A key the grid does not handle itself (Ctrl+Z, say), outside an
   // editor: KeyDown.

@@ -266,10 +266,6 @@ class QtGridControl::Delegate : public QStyledItemDelegate {
     // at most kMaxTypedLength characters as typed (a longer one from a file
     // keeps its length), so a keystroke costs the same in every cell.
     line->setMaxLength(std::max<int>(kMaxTypedLength, static_cast<int>(text.size())));
-    // The view fills the editor again whenever the cell is drawn anew (the
-    // form redrawing it, a box closing): the same text keeps its caret and
-    // selection; a text written into it is selected whole.
-    if (line->text() == text) return;
     if (combo) {
       combo->setEditText(text);
     } else {
