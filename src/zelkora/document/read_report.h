@@ -13,7 +13,8 @@
 //                            signature's date unless the options give them
 //   "_bb(一、)bb_…"           a kHeading of level 1; "（一）" 2, "(1)" 3
 //   two or more lines whose blanks line up in columns at least two cells
-//   apart (the padded rows of report_table.h)
+//   apart, each column with text in two lines (the padded rows of
+//   ListOut_TextAddRow)
 //                            a Table: the columns where every line is blank,
 //                            each column's alignment from where its texts
 //                            stand (all flush left: left, all flush right:
