@@ -473,6 +473,23 @@ constexpr int kPlainWidth = 80;
 
 }  // namespace
 
+Text report_text_from_bytes(std::string_view bytes) {
+  if (bytes.starts_with("\xEF\xBB\xBF")) return from_utf8(bytes.substr(3));
+  const bool le = bytes.starts_with("\xFF\xFE"), be = bytes.starts_with("\xFE\xFF");
+  if (le || be) {
+    Text text;
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+      const auto lo = static_cast<unsigned char>(bytes[le ? i : i + 1]);
+      const auto hi = static_cast<unsigned char>(bytes[le ? i + 1 : i]);
+      text.push_back(static_cast<char16_t>(hi << 8 | lo));
+    }
+    return text;
+  }
+  Text text;
+  if (append_utf8(bytes, text)) return text;
+  return codepage::from_ansi(bytes);
+}
+
 std::vector<Run> read_runs(TextView line) { return runs_of(styled_chars(line)); }
 
 Document read_report(TextView markup, const ReadOptions& options) {

@@ -30,6 +30,8 @@
 // `grade_symbol` set.
 #pragma once
 
+#include <string_view>
+
 #include "zelkora/document/report_document.h"
 
 namespace zelkora::document {
@@ -44,6 +46,10 @@ Document read_report(TextView markup, const ReadOptions& options = {});
 
 // One line of markup as runs; the markers go, the text between them stays.
 std::vector<Run> read_runs(TextView line);
+
+// The text of a report file: UTF-8 (with or without its byte order mark),
+// UTF-16 with its byte order mark, else code page 936.
+Text report_text_from_bytes(std::string_view bytes);
 
 // The document as plain text: the runs' text with the steel-grade symbols
 // as the letters A to D, tables padded to their widths, CR LF line ends.

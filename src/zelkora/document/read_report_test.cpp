@@ -165,6 +165,23 @@ TEST(ReadReport, NothingIsDropped) {
   }
 }
 
+TEST(ReadReport, FileBytesInEveryEncodingASuiteProgramWrites) {
+  const struct {
+    std::string bytes;
+    const char16_t* text;
+  } cases[] = {
+      {"\xEF\xBB\xBF"
+       "4\xEE\x80\x82"
+       "20",
+       u"4\uE00220"},                                        // UTF-8 with its mark
+      {"A\xE2\x82\x9B", u"A\u209B"},                         // UTF-8 without
+      {std::string("\xFF\xFE\x00\x4E\x41\x00", 6), u"一A"},  // UTF-16 LE
+      {std::string("\xFE\xFF\x4E\x00\x00\x41", 6), u"一A"},  // UTF-16 BE
+      {"\xD2\xBB\xAA\xA3", u"一\uE002"},                     // code page 936
+  };
+  for (const auto& c : cases) EXPECT_EQ(report_text_from_bytes(c.bytes), c.text) << c.bytes;
+}
+
 TEST(ReadReport, PlainTextKeepsTheLinesWithLettersForSymbols) {
   clsCharacter chr(platform::Platform::headless());
   ReadOptions options;
