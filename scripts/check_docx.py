@@ -63,7 +63,11 @@ def check_font(document):
 
 
 def main():
-    path = sys.argv[1]
+    arguments = [a for a in sys.argv[1:] if not a.startswith("--")]
+    if len(arguments) != 1:
+        print(__doc__)
+        return 2
+    path = arguments[0]
     quiet = "--quiet" in sys.argv
     document = docx.Document(path)
     body = document.element.body

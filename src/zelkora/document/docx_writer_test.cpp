@@ -124,21 +124,35 @@ TEST(ZipWriter, EntriesComeBackThroughTheCentralDirectory) {
   return open.empty() ? ::testing::AssertionSuccess() : fail("unclosed");
 }
 
-Run run(Text text, bool bold = false, Script script = Script::kNormal) {
-  return Run{.text = std::move(text), .bold = bold, .script = script};
+document::Run run(Text text, bool bold = false, Script script = Script::kNormal) {
+  return document::Run{.text = std::move(text), .bold = bold, .script = script};
 }
 
-Paragraph text(std::vector<Run> runs, Paragraph::Kind kind = Paragraph::Kind::kText) {
+Paragraph text(std::vector<document::Run> runs, Paragraph::Kind kind = Paragraph::Kind::kText) {
   return Paragraph{.kind = kind, .level = 2, .indent = 4, .runs = std::move(runs)};
 }
 
+Shape shape(Shape::Kind kind, std::vector<double> points) {
+  Shape s;
+  s.kind = kind;
+  s.points = std::move(points);
+  s.fill = 0x112233;
+  s.text = Text(u"\xD800截面 250×500");  // a lone surrogate first
+  return s;
+}
+
 TEST(WriteDocx, PartsAreWellFormedAndCarryTheDocument) {
-  Table table{.align = {Align::kLeft, Align::kRight}, .widths = {10, 6}, .header = true};
+  Table table;
+  table.align = {Align::kLeft, Align::kRight};
+  table.widths = {10, 6};
+  table.header = true;
   table.rows = {{{run(u"项目")}, {run(u"数值")}},
                 {{run(u"A"), run(u"s", false, Script::kSubscript)}}};
-  Figure figure{.width_mm = 40, .height_mm = 30, .caption = u"图 1"};
-  figure.shapes = {Shape{.kind = Shape::Kind::kRect, .points = {1, 1, 39, 29}},
-                   Shape{.kind = Shape::Kind::kText, .points = {20, 15}, .text = u"250×500"}};
+  Figure figure;
+  figure.width_mm = 40;
+  figure.height_mm = 30;
+  figure.caption = u"图 1";
+  figure.shapes = {shape(Shape::Kind::kRect, {1, 1, 39, 29}), shape(Shape::Kind::kText, {20, 15})};
   const Text hostile = Text(u"a<&>\"b\x01\t") + char16_t(0xD800) + u"c" + char16_t(0xFFFF);
   struct Case {
     const char* name;
@@ -149,7 +163,7 @@ TEST(WriteDocx, PartsAreWellFormedAndCarryTheDocument) {
       {"runs",
        {text({run(u"A"), run(u"s", false, Script::kSubscript), run(u"mm"),
               run(u"2", false, Script::kSuperscript), run(u"粗", true)}),
-        text({Run{.text = u"\uE002", .grade_symbol = true}})},
+        text({document::Run{.text = u"\uE002", .grade_symbol = true}})},
        {"<w:vertAlign w:val=\"subscript\"/>", "<w:vertAlign w:val=\"superscript\"/>", "<w:b/>",
         "w:eastAsia=\"Zelkora Grade\"", "\uE002"}},
       {"signature after the rule",
@@ -166,9 +180,14 @@ TEST(WriteDocx, PartsAreWellFormedAndCarryTheDocument) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    const auto parts = unzip(write_docx(Document{.title = hostile, .blocks = c.blocks}));
+    Document document;
+    document.title = hostile;
+    document.blocks = c.blocks;
+    const auto parts = unzip(write_docx(document));
     for (const auto& [name, data] : parts) {
-      if (name.ends_with(".xml") || name.ends_with(".rels")) EXPECT_TRUE(well_formed(data)) << name;
+      if (name.ends_with(".xml") || name.ends_with(".rels")) {
+        EXPECT_TRUE(well_formed(data)) << name;
+      }
     }
     const std::string& body = parts.at("word/document.xml");
     std::size_t at = 0;
@@ -202,12 +221,10 @@ TEST(FigureEmf, RecordsChainFromHeaderToEnd) {
                                Shape::Kind::kPolyline, Shape::Kind::kPolygon, Shape::Kind::kText};
   const std::uint32_t drawn_by[] = {54, 43, 42, 4, 3, 84};  // LineTo, Rectangle, ... ExtTextOutW
   for (int k = 0; k < 6; ++k) {
-    Figure figure{.width_mm = 50, .height_mm = 1e300};
-    figure.shapes = {Shape{.kind = kinds[k],
-                           .points = {1, 2, 3, 4, 5, 6},
-                           .fill = 0x112233,
-                           .text = u"\xD800截面"},
-                     Shape{.kind = kinds[k], .points = {1}}};  // too few points: nothing
+    Figure figure;
+    figure.width_mm = 50;
+    figure.height_mm = 1e300;
+    figure.shapes = {shape(kinds[k], {1, 2, 3, 4, 5, 6}), shape(kinds[k], {1})};  // {1}: nothing
     const std::string emf = figure_emf(figure);
     const auto types = emf_records(emf);
     ASSERT_GE(types.size(), 3u);
