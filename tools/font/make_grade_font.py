@@ -112,13 +112,20 @@ def draw_ellipse(pen, centre, half_axes, clockwise):
 
 
 def finish_outline(glyph):
-    """Union of the parts, outer contours clockwise, on whole units, in a fixed order."""
+    """Union of the parts, outer contours clockwise, on whole units, in a fixed order.
+
+    Stops the build when FontForge's validation finds a fault in the result
+    (open or crossing contours, a wrong direction, missing extrema, ...).
+    """
     glyph.removeOverlap()
     glyph.correctDirection()
     glyph.addExtrema()
     glyph.round()
     glyph.canonicalContours()
     glyph.canonicalStart()
+    problems = glyph.validate(True)
+    if problems:
+        raise SystemExit(f"make_grade_font: {glyph.glyphname}: FontForge validation flags {problems:#x}")
 
 
 def add_symbol(font, code, name, strokes):
