@@ -5,6 +5,7 @@
 //
 //   platform <- frame <- typeset <- (reporttext, checking) <- datafile <- grid
 //   section and controls beside, on platform and frame
+//   document (a report as Word, RTF, HTML) on platform, frame and typeset
 #include <gtest/gtest.h>
 
 #include <filesystem>

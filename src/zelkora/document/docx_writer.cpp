@@ -233,7 +233,7 @@ void append_cell(std::string& out, int width, std::string_view jc, const std::ve
 }
 
 void append_table_width(std::string& out, const std::vector<int>& widths) {
-  int total = 0;
+  long long total = 0;
   for (int w : widths) total += w;
   out += "<w:tblW w:w=\"";
   append_int(out, total);

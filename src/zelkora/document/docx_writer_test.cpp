@@ -2,13 +2,16 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "zelkora/document/figure_emf.h"
 #include "zelkora/document/writers.h"
+#include "zelkora/document/xml_text.h"
 #include "zelkora/document/zip_container.h"
 
 namespace zelkora::document {
@@ -80,7 +83,8 @@ TEST(ZipWriter, EntriesComeBackThroughTheCentralDirectory) {
 ::testing::AssertionResult well_formed(const std::string& xml) {
   std::size_t bad = 0;
   Text text;
-  if (!append_utf8(xml, text, &bad)) return ::testing::AssertionFailure() << "UTF-8 at " << bad;
+  if (!zelkora::append_utf8(xml, text, &bad))
+    return ::testing::AssertionFailure() << "UTF-8 at " << bad;
   for (char16_t c : text) {
     if ((c < 0x20 && c != '\t' && c != '\n' && c != '\r') || c >= 0xFFFE) {
       return ::testing::AssertionFailure() << "character " << int(c);
@@ -202,6 +206,51 @@ TEST(WriteDocx, PartsAreWellFormedAndCarryTheDocument) {
     EXPECT_NE(parts.at("word/footer1.xml").find(" PAGE </w:instrText>"), std::string::npos);
     EXPECT_NE(parts.at("word/footer1.xml").find(" NUMPAGES </w:instrText>"), std::string::npos);
   }
+}
+
+TEST(XmlText, EscapesAndKeepsToTheCharactersXmlAllows) {
+  const struct {
+    Text text;
+    std::string xml;
+  } cases[] = {
+      {u"a<b>&\"c'", "a&lt;b&gt;&amp;&quot;c&apos;"},
+      {u"\t\x01\n\r\x1F", "\t"},
+      {u"截面\U0001D400", "截面\xF0\x9D\x90\x80"},  // a pair: one code point
+      {Text(1, char16_t(0xDC00)) + u"x" + char16_t(0xD800), "\uFFFDx\uFFFD"},
+      {Text(1, char16_t(0xFFFE)) + char16_t(0xFFFF) + u"\uE002", "\uFFFD\uFFFD\uE002"},
+  };
+  for (const auto& c : cases) {
+    std::string out;
+    append_xml_text(out, c.text);
+    EXPECT_EQ(out, c.xml);
+  }
+}
+
+TEST(WriteDocx, SizesThatAreNoSizesStillGiveAPage) {
+  Document document;
+  document.page = {.width_mm = std::nan(""),
+                   .height_mm = -5,
+                   .top_mm = 1e300,
+                   .left_mm = -1,
+                   .font_pt = std::numeric_limits<double>::infinity()};
+  Table wide;
+  wide.widths = {-3};
+  wide.rows = {{{run(u"a")}, {run(u"b")}, {run(u"c")}}};
+  Paragraph indented = text({run(u"x")});
+  indented.indent = 1 << 30;
+  document.blocks = {wide, Table{}, indented};
+  const auto parts = unzip(write_docx(document));
+  const std::string& body = parts.at("word/document.xml");
+  EXPECT_TRUE(well_formed(body));
+  EXPECT_EQ(body.find("nan"), std::string::npos);
+  EXPECT_NE(body.find("<w:pgSz w:w=\"11906\" w:h=\"2835\"/>"), std::string::npos);
+  EXPECT_NE(body.find("w:top=\"945\" w:right=\"1134\" w:bottom=\"945\" w:left=\"0\""),
+            std::string::npos);
+  std::size_t columns = 0;
+  for (std::size_t at = 0; (at = body.find("<w:gridCol ", at)) != std::string::npos; ++at) {
+    ++columns;
+  }
+  EXPECT_EQ(columns, 4u + 3u) << "the signature's four and the wide table's three";
 }
 
 // The records of a metafile: type and size each, in order.

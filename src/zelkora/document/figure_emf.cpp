@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "zelkora/platform/codepage.h"
+
 namespace zelkora::document {
 
 namespace {
@@ -282,8 +284,14 @@ void put_text(EmfBuffer& emf, const Shape& shape) {
   emf.u32(kStringOffset);
   emf.u32(0);                   // options
   put_rect(emf, 0, 0, -1, -1);  // no clipping rectangle
-  emf.u32(0);                   // no spacing array: the font's advances
+  const std::size_t string_bytes = (text.size() * 2 + 3) / 4 * 4;
+  emf.u32(static_cast<std::uint32_t>(kStringOffset + string_bytes));
   for (char16_t c : text) emf.u16(c);
+  emf.zeros(string_bytes - text.size() * 2);
+  // The advances of 宋体: half the em for a character of one cell, the em
+  // for one of two (a Chinese character, "×").
+  const std::int32_t half_em = std::max(units(shape.text_mm), 1) / 2;
+  for (char16_t c : text) emf.i32(half_em * codepage::char_width(c));
   emf.end_record();
   emf.record(kSelectObject, {kSystemFont});  // lets the font go
   emf.record(kDeleteObject, {kFontHandle});

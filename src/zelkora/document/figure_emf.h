@@ -7,7 +7,8 @@
 // to the inch. Lines and outlines are drawn with a pen of the shape's width
 // (none for 0), areas with a solid brush of its fill (none without one);
 // text in 宋体 at its height, in the stroke colour, from its baseline anchor
-// per its alignment, with the font's own spacing (the file has no widths).
+// per its alignment, each character advancing by 宋体's own width (half the
+// height for a character of one cell, the height for one of two).
 // Coordinates that are no number are 0; the rest are kept within ±10 m.
 #pragma once
 
