@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "zelkora/document/figure_emf.h"
 #include "zelkora/document/grade_font.h"
 #include "zelkora/document/writer_support.h"
 #include "zelkora/document/writers.h"
@@ -423,7 +424,8 @@ void append_text_shape(std::string& out, const Shape& shape) {
   append_attribute(out, "y", mm(shape.points[1]));
   append_attribute(out, "font-size", mm(std::clamp(shape.text_mm, 0.1, 1000.0)));
   append_attribute(out, "text-anchor", anchor);
-  append_attribute(out, "fill", colour_text(shape.fill.value_or(shape.stroke)));
+  append_attribute(out, "fill", colour_text(shape.stroke));  // as in the metafile
+  append_attribute(out, "stroke", "none");
   out += '>';
   append_text(out, shape.text);
   out += "</text>\n";
@@ -462,8 +464,8 @@ void append_shape(std::string& out, const Shape& shape) {
 }
 
 void append_figure(std::string& out, const Figure& figure) {
-  const std::string width = mm(figure_extent(figure.width_mm));
-  const std::string height = mm(figure_extent(figure.height_mm));
+  const std::string width = mm(figure_side_mm(figure.width_mm));
+  const std::string height = mm(figure_side_mm(figure.height_mm));
   out += "<figure>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
   append_attribute(out, "width", width + "mm");
   append_attribute(out, "height", height + "mm");

@@ -143,7 +143,7 @@ TEST(WriteHtml, ReportPartsBecomeTheirElements) {
       "stroke-width=\"0.25\"/>",
       "<rect x=\"20\" y=\"10\" width=\"60\" height=\"30\" fill=\"#00ff80\"",
       "<polygon points=\"0,0 1,1\"",
-      "text-anchor=\"end\" fill=\"#000000\">&lt;b&gt;</text>",
+      "text-anchor=\"end\" fill=\"#000000\" stroke=\"none\">&lt;b&gt;</text>",
       "<figcaption>图 1</figcaption>",
   };
   for (const std::string& part : parts) EXPECT_NE(html.find(part), std::string::npos) << part;

@@ -354,8 +354,8 @@ void write_table(std::string& out, const Table& table, const Measures& m) {
 }
 
 void write_picture(std::string& out, const Figure& figure, std::string_view emf) {
-  const double width = figure_extent(figure.width_mm);
-  const double height = figure_extent(figure.height_mm);
+  const double width = figure_side_mm(figure.width_mm);
+  const double height = figure_side_mm(figure.height_mm);
   out += "{\\pict\\emfblip";
   append_word(out, "\\picw", std::lround(width * 100));
   append_word(out, "\\pich", std::lround(height * 100));

@@ -48,8 +48,6 @@ std::array<SignatureField, 4> signature_fields(const Signature& signature) {
            {kDateCaption, signature.date}}};
 }
 
-double figure_extent(double mm) { return within(mm, 1, 500, 1); }
-
 int heading_level(const Paragraph& paragraph) { return std::clamp(paragraph.level, 1, 3); }
 
 Align sane_align(Align align) {

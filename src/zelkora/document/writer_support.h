@@ -41,10 +41,6 @@ inline constexpr char16_t kSignatureGap[] = u"\u3000\u3000";
 // The display cells an empty field's blank takes.
 inline constexpr int kBlankCells = 10;
 
-// A figure's width or height for the writers: 1 to 500 mm (1 when the
-// number is not finite).
-double figure_extent(double mm);
-
 // A heading paragraph's level, 1 to 3 whatever the model says.
 int heading_level(const Paragraph& paragraph);
 
