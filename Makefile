@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check format clean monkey
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check doc-check format clean monkey
 
 all: build
 
@@ -107,6 +107,13 @@ font:
 font-check:
 	@scripts/install-deps.sh font
 	@tools/font/check_grade_font.py
+
+# The sample reports written by the tool as DOCX, RTF and HTML and opened by
+# readers that are not ours: python-docx, and LibreOffice converting each to
+# PDF whose text (pdftotext) must hold every line (about a minute).
+doc-check: build
+	@scripts/install-deps.sh documents
+	@/usr/bin/python3 scripts/check_documents.py $(BUILD)
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

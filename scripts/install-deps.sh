@@ -45,6 +45,15 @@ if [ "${1:-}" = windows ]; then
   need_file /usr/share/i18n/locales/zh_CN locales
 fi
 
+# `install-deps.sh documents`: also the readers that open the reports the
+# writers make (make doc-check): python-docx, LibreOffice without its GUI, and
+# poppler's pdftotext, pdffonts and pdfinfo.
+if [ "${1:-}" = documents ]; then
+  need_file /usr/lib/python3/dist-packages/docx/__init__.py python3-docx
+  need_cmd soffice libreoffice-writer-nogui
+  need_cmd pdftotext poppler-utils
+fi
+
 # `install-deps.sh font`: also FontForge's Python module, which makes the font of
 # the steel-grade symbols from its description (make font, make font-check).
 if [ "${1:-}" = font ]; then

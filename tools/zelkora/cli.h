@@ -87,6 +87,7 @@ std::vector<Command> checking_commands();
 std::vector<Command> datafile_commands();
 std::vector<Command> grid_commands();
 std::vector<Command> menu_commands();
+std::vector<Command> document_commands();
 std::vector<Command> demo_commands();
 
 // In-memory INI files holding the program menu of the platform's resources,
