@@ -289,12 +289,8 @@ void append_paragraph(std::string& out, const Paragraph& paragraph, double font_
   }
   append_indent(attributes, paragraph.indent, font_pt);
   out += '<' + tag + attributes + '>';
-  if (paragraph.runs.empty() || runs_width(paragraph.runs) == 0) {
-    append_runs(out, paragraph.runs, have_font);
-    out += "<br/>";  // an empty line keeps its height
-  } else {
-    append_runs(out, paragraph.runs, have_font);
-  }
+  append_runs(out, paragraph.runs, have_font);
+  if (runs_width(paragraph.runs) == 0) out += "<br/>";  // an empty line keeps its height
   out += "</" + tag + ">\n";
 }
 
