@@ -247,7 +247,7 @@ void append_head(std::string& out, const Document& document, const PageSetup& pa
 void append_page_header(std::string& out, const Document& document) {
   out += "<header class=\"page\"><span>";
   append_text(out, document.program);
-  out += "</span><span>";
+  out += "</span> <span>";  // a blank for readers without flex boxes
   append_text(out, document.project);
   out += "</span></header>\n";
 }
