@@ -303,7 +303,7 @@ void append_signature(std::string& out, const Signature& signature) {
     append_text(out, field.caption);
     if (field.value.empty()) {
       out += "<u class=\"blank\">";
-      for (int i = 0; i < kBlankCells; ++i) out += "&#160;";
+      for (int i = 0; i < kSignatureBlankCells; ++i) out += "&#160;";
       out += "</u>";
     } else {
       append_text(out, field.value);
