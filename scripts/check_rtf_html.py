@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Checks report files written by write_rtf and write_html with readers that
 are not ours.
 
@@ -7,12 +7,15 @@ are not ours.
 Each HTML file must parse with its tags nested (html.parser) and its <body>
 must be well-formed XML. Then LibreOffice converts every file to PDF (one
 soffice run) and each --expect text must be in what pdftotext reads from it
-(blanks ignored). Exit status 1 on any failure, with the reasons on stderr.
+(blanks ignored); an RTF file's pages must carry the footer "第 1 页 共 N 页"
+with its page fields filled in. Exit status 1 on any failure, with the
+reasons on stderr.
 """
 import argparse
 import html.parser
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -61,17 +64,23 @@ def check_html(path):
 def check_with_libreoffice(paths, expected):
     errors = []
     with tempfile.TemporaryDirectory() as out:
+        # Copies named by their place, so that a.rtf and a.html give two PDFs.
+        copies = [pathlib.Path(out) / f"{i}{path.suffix}" for i, path in enumerate(paths)]
+        for path, copy in zip(paths, copies):
+            shutil.copyfile(path, copy)
         subprocess.run(["soffice", "--headless", f"-env:UserInstallation=file://{out}/profile",
-                        "--convert-to", "pdf", "--outdir", out, *map(str, paths)],
+                        "--convert-to", "pdf", "--outdir", out, *map(str, copies)],
                        check=True, capture_output=True, timeout=180)
-        for path in paths:
-            pdf = pathlib.Path(out) / (path.stem + ".pdf")
+        for path, copy in zip(paths, copies):
+            pdf = copy.with_suffix(".pdf")
             if not pdf.exists():
                 errors.append(f"{path}: LibreOffice made no PDF")
                 continue
             shown = subprocess.run(["pdftotext", "-layout", str(pdf), "-"], check=True,
                                    capture_output=True, text=True).stdout
             shown = re.sub(r"\s+", "", shown)
+            if path.suffix.lower() == ".rtf" and not re.search(r"第1页共[1-9]\d*页", shown):
+                errors.append(f"{path}: no footer with page numbers")
             for line in expected:
                 if re.sub(r"\s+", "", line) not in shown:
                     errors.append(f"{path}: the PDF does not show {line!r}")

@@ -247,7 +247,7 @@ void append_head(std::string& out, const Document& document, const PageSetup& pa
 void append_page_header(std::string& out, const Document& document) {
   out += "<header class=\"page\"><span>";
   append_text(out, document.program);
-  out += "</span><span>";
+  out += "</span> <span>";  // a blank for readers without flex boxes
   append_text(out, document.project);
   out += "</span></header>\n";
 }
@@ -289,12 +289,8 @@ void append_paragraph(std::string& out, const Paragraph& paragraph, double font_
   }
   append_indent(attributes, paragraph.indent, font_pt);
   out += '<' + tag + attributes + '>';
-  if (paragraph.runs.empty() || runs_width(paragraph.runs) == 0) {
-    append_runs(out, paragraph.runs, have_font);
-    out += "<br/>";  // an empty line keeps its height
-  } else {
-    append_runs(out, paragraph.runs, have_font);
-  }
+  append_runs(out, paragraph.runs, have_font);
+  if (runs_width(paragraph.runs) == 0) out += "<br/>";  // an empty line keeps its height
   out += "</" + tag + ">\n";
 }
 
@@ -307,7 +303,7 @@ void append_signature(std::string& out, const Signature& signature) {
     append_text(out, field.caption);
     if (field.value.empty()) {
       out += "<u class=\"blank\">";
-      for (int i = 0; i < kBlankCells; ++i) out += "&#160;";
+      for (int i = 0; i < kSignatureBlankCells; ++i) out += "&#160;";
       out += "</u>";
     } else {
       append_text(out, field.value);

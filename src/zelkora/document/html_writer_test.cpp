@@ -129,7 +129,7 @@ TEST(WriteHtml, ReportPartsBecomeTheirElements) {
       "<meta charset=\"utf-8\"/>",
       "@page{size:210mm 297mm;margin:25mm 20mm 20mm 25mm;",
       "\"宋体\",SimSun,\"Noto Serif CJK SC\",serif",
-      "<header class=\"page\"><span>梁配筋计算</span><span></span></header>",
+      "<header class=\"page\"><span>梁配筋计算</span> <span></span></header>",
       "<h1 class=\"title\">计算书</h1>\n<hr/>\n<p class=\"signature\">计算：<u "
       "class=\"blank\">&#160;&#160;",
       "日期：2026-11-26</p>\n<h3 style=\"margin-left:21pt\">(1)</h3>",

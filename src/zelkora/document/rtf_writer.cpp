@@ -305,7 +305,7 @@ void write_signature(std::string& out, const Signature& signature, const Measure
       continue;
     }
     out += "{\\ul ";
-    for (int i = 0; i < kBlankCells; ++i) out += "\\~";
+    for (int i = 0; i < kSignatureBlankCells; ++i) out += "\\~";
     out += '}';
   }
   out += "\\par\n";

@@ -39,7 +39,7 @@ std::array<SignatureField, 4> signature_fields(const Signature& signature);
 inline constexpr char16_t kSignatureGap[] = u"\u3000\u3000";
 
 // The display cells an empty field's blank takes.
-inline constexpr int kBlankCells = 10;
+inline constexpr int kSignatureBlankCells = 10;
 
 // A heading paragraph's level, 1 to 3 whatever the model says.
 int heading_level(const Paragraph& paragraph);
