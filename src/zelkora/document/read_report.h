@@ -13,7 +13,8 @@
 //                            signature's date unless the options give them
 //   "_bb(一、)bb_…"           a kHeading of level 1; "（一）" 2, "(1)" 3
 //   two or more lines whose blanks line up in columns at least two cells
-//   apart (the padded rows of report_table.h)
+//   apart, each column with text in two lines (the padded rows of
+//   ListOut_TextAddRow)
 //                            a Table: the columns where every line is blank,
 //                            each column's alignment from where its texts
 //                            stand (all flush left: left, all flush right:
@@ -29,6 +30,8 @@
 // `grade_symbol` set.
 #pragma once
 
+#include <string_view>
+
 #include "zelkora/document/report_document.h"
 
 namespace zelkora::document {
@@ -43,6 +46,10 @@ Document read_report(TextView markup, const ReadOptions& options = {});
 
 // One line of markup as runs; the markers go, the text between them stays.
 std::vector<Run> read_runs(TextView line);
+
+// The text of a report file: UTF-8 (with or without its byte order mark),
+// UTF-16 with its byte order mark, else code page 936.
+Text report_text_from_bytes(std::string_view bytes);
 
 // The document as plain text: the runs' text with the steel-grade symbols
 // as the letters A to D, tables padded to their widths, CR LF line ends.

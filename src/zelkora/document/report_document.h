@@ -63,10 +63,10 @@ struct Paragraph {
 };
 
 struct Table {
-  int indent = 0;                // display cells before the first column
-  std::vector<Align> align;      // one per column
-  std::vector<int> widths;       // display cells, one per column
-  bool header = false;           // the first row is the columns' captions
+  int indent = 0;                                   // display cells before the first column
+  std::vector<Align> align;                         // one per column
+  std::vector<int> widths;                          // display cells, one per column
+  bool header = false;                              // the first row is the columns' captions
   std::vector<std::vector<std::vector<Run>>> rows;  // rows × columns × runs
   bool operator==(const Table&) const = default;
 };
@@ -84,9 +84,9 @@ struct Shape {
                                // the text's anchor
   double stroke_mm = 0.25;     // 0: not stroked
   Colour stroke = 0x000000;
-  std::optional<Colour> fill;  // none: not filled
-  Text text;                   // kText: the text, anchored at its baseline
-  double text_mm = 3.5;        // kText: the height of the font
+  std::optional<Colour> fill;         // none: not filled
+  Text text;                          // kText: the text, anchored at its baseline
+  double text_mm = 3.5;               // kText: the height of the font
   Align text_align = Align::kCenter;  // kText: where the anchor is
   bool operator==(const Shape&) const = default;
 };
