@@ -13,6 +13,8 @@ need_cmd make make
 need_file /usr/include/gtest/gtest.h libgtest-dev
 need_file /usr/include/gmock/gmock.h libgmock-dev
 need_file /usr/include/benchmark/benchmark.h libbenchmark-dev
+# zlib: the documents' ZIP containers (DOCX).
+need_file /usr/include/zlib.h zlib1g-dev
 # The desktop host and program (Qt 6 Widgets) and a CJK font for them.
 compgen -G "/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake" >/dev/null || missing+=(qt6-base-dev)
 need_file /usr/share/fonts/truetype/wqy/wqy-microhei.ttc fonts-wqy-microhei
@@ -34,10 +36,11 @@ if [ "${1:-}" = peer ]; then
 fi
 
 # `install-deps.sh windows`: also the MinGW-w64 cross compiler, GoogleTest's
-# sources, Wine, and the Chinese locale that Wine takes its code page 936 from.
+# sources, zlib built for Windows, Wine, and the Chinese locale that Wine takes its code page 936 from.
 if [ "${1:-}" = windows ]; then
   need_cmd x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64
   need_file /usr/src/googletest/CMakeLists.txt googletest
+  need_file /usr/x86_64-w64-mingw32/include/zlib.h libz-mingw-w64-dev
   need_file /usr/lib/wine/wine64 wine64
   need_file /usr/share/i18n/locales/zh_CN locales
 fi

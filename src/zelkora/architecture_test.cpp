@@ -31,6 +31,7 @@ const std::map<std::string, std::set<std::string>>& allowed_layers() {
       {"grid", {"platform", "frame", "typeset", "reporttext", "checking", "datafile"}},
       {"section", {"platform", "frame"}},
       {"controls", {"platform"}},
+      {"document", {"platform", "frame", "typeset"}},
   };
   return allowed;
 }

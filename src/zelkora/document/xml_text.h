@@ -1,0 +1,26 @@
+// Text into XML 1.0: escaped for element content and attribute values alike,
+// converted to UTF-8, and kept to the characters XML allows, so that any
+// UTF-16 text (lone surrogates, control characters) gives a document that
+// every reader parses.
+//
+//   std::string xml = "<dc:title>";
+//   append_xml_text(xml, doc.title);
+//   xml += "</dc:title>";
+//
+// What a character becomes: & < > " ' their entities; a tab itself; the
+// other controls below U+0020 nothing; a lone surrogate, U+FFFE and U+FFFF
+// U+FFFD; a surrogate pair its code point.
+#pragma once
+
+#include <string>
+
+#include "zelkora/platform/text.h"
+
+namespace zelkora::document {
+
+void append_xml_text(std::string& out, TextView text);
+
+// Appends the code point as UTF-8.
+void append_utf8(std::string& out, char32_t c);
+
+}  // namespace zelkora::document
