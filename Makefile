@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test format clean monkey
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check format clean monkey
 
 all: build
 
@@ -95,6 +95,18 @@ windows:
 # page; then the tool's examples, whose output must be the same as on Linux.
 windows-test: windows build
 	@scripts/windows-test.sh $(WINDOWS_BUILD) $(BUILD)
+
+# The font of the steel-grade symbols, resources/fonts/zelkora-grade.ttf, made
+# again from its description (tools/font/make_grade_font.py, on FontForge's
+# Python module; no display needed). `make font-check` fails when the
+# checked-in file is not what the script makes.
+font:
+	@scripts/install-deps.sh font
+	@tools/font/make_grade_font.py
+
+font-check:
+	@scripts/install-deps.sh font
+	@tools/font/check_grade_font.py
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -45,6 +45,13 @@ if [ "${1:-}" = windows ]; then
   need_file /usr/share/i18n/locales/zh_CN locales
 fi
 
+# `install-deps.sh font`: also FontForge's Python module, which makes the font of
+# the steel-grade symbols from its description (make font, make font-check).
+if [ "${1:-}" = font ]; then
+  need_file /usr/bin/python3 python3
+  compgen -G "/usr/lib/python3/dist-packages/fontforge*.so" >/dev/null || missing+=(python3-fontforge)
+fi
+
 if [ "$(id -u)" -ne 0 ]; then
   SUDO=sudo
 else
