@@ -16,6 +16,7 @@
 #include "desk/report_view.h"
 #include "desk/script.h"
 #include "desk/section_figure.h"
+#include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {
 
@@ -90,6 +91,69 @@ class ReportTest : public QObject {
       QCOMPARE(figure.shapes.empty(), c.sketch.b <= 0);
     }
     QCOMPARE(section_figure(cases[1].sketch).caption, Text(u"6000×150"));
+  }
+
+  // Documents made by hand, hostile ones too, as PDF: every one gives a file
+  // poppler reads, with its texts, table cells and footer; the grade symbol
+  // brings its font.
+  void documentsAsPdf() {
+    using document::Paragraph;
+    using document::Run;
+    const auto paragraph = [](Paragraph::Kind kind, std::vector<Run> runs) {
+      Paragraph p;
+      p.kind = kind;
+      p.level = kind == Paragraph::Kind::kHeading ? 1 : 0;
+      p.runs = std::move(runs);
+      return p;
+    };
+    document::Table table;
+    table.header = true;
+    table.align = {document::Align::kLeft, document::Align::kRight};
+    table.widths = {12, 8};
+    table.rows = {
+        {{Run{u"钢筋"}}, {Run{u"根数"}}},
+        {{Run{u"\uE002", false, document::Script::kNormal, true}, Run{u"20"}}, {Run{u"4"}}},
+        {{Run{u"ragged"}}}};
+    document::Document tabled;
+    tabled.program = u"梁配筋计算";
+    tabled.project = u"某办公楼";
+    tabled.blocks = {paragraph(Paragraph::Kind::kTitle, {Run{u"计算书"}}),
+                     paragraph(Paragraph::Kind::kHeading, {Run{u"一、设计资料", true}}), table,
+                     section_figure({250, 500, 25, 8, {{45, 45, 20, true}}, {}})};
+    document::Document hostile;
+    hostile.project = Text(u"a\x01b\r\n") + Text(1, u'\xD800') + u"<&>";
+    hostile.blocks = {paragraph(Paragraph::Kind::kText,
+                                {Run{Text(20000, u'长') + u"\n\t\x7F" + Text(1, u'\xDC00')}}),
+                      document::Table{}, document::Figure{}};
+    const struct {
+      const char* name;
+      document::Document doc;
+      QStringList wanted;  // blanks left out
+    } cases[] = {
+        {"tabled",
+         tabled,
+         {"梁配筋计算", "某办公楼", "一、设计资料", "根数", "ragged", "第1页共1页"}},
+        {"hostile", hostile, {"长长长", "第1页共"}},
+        {"empty", document::Document{}, {"第1页共1页"}},
+    };
+    QTemporaryDir dir;
+    for (const auto& c : cases) {
+      const QString pdf = dir.filePath(QString::fromLatin1(c.name) + QStringLiteral(".pdf"));
+      QVERIFY2(write_report_pdf(c.doc, platform::qt::to_text(pdf)), c.name);
+      const QString text = poppler("pdftotext", {pdf, QStringLiteral("-")});
+      if (text.isNull()) QSKIP("pdftotext is not installed");
+      const QString joined = QString(text).remove(QLatin1Char(' '));
+      for (const QString& wanted : c.wanted) {
+        QVERIFY2(joined.contains(wanted), qPrintable(QString::fromLatin1(c.name) + ": " + wanted));
+      }
+      const QString fonts = poppler("pdffonts", {pdf});
+      QCOMPARE(fonts.contains(QStringLiteral("ZelkoraGrade")),
+               c.doc == tabled && load_grade_font());
+    }
+    Text why;
+    QVERIFY(!write_report_pdf(
+        tabled, platform::qt::to_text(dir.filePath(QStringLiteral("no/such/x.pdf"))), &why));
+    QVERIFY(!why.empty());
   }
 
   // The beam calculated and exported as a user does it: a PDF whose text
