@@ -7,6 +7,9 @@
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 #include <QResizeEvent>
 #include <QSaveFile>
 #include <QSplitter>
@@ -18,6 +21,9 @@
 #include <cmath>
 
 #include "desk/beam_design.h"
+#include "desk/report_print.h"
+#include "desk/report_view.h"
+#include "zelkora/document/writers.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/row_facts.h"
@@ -171,6 +177,39 @@ void CalcForm::build_actions() {
   help_menu->addAction(help);
   actions_.push_back(help);
   connect(help, &QAction::triggered, this, [this] { show_help(); });
+  build_report_actions(calc_menu, toolbar);
+}
+
+void CalcForm::build_report_actions(QMenu* menu, QToolBar* toolbar) {
+  const char* const kTexts[] = {"导出 Word…", "导出 PDF…", "打印…", "打印预览…"};
+  for (const char* text : kTexts) {
+    auto* action = new QAction(QString::fromUtf8(text), this);
+    actions_.push_back(action);
+    action->setEnabled(false);
+    // Only a form with a report has them.
+    action->setVisible(program_.calculates);
+    menu->addAction(action);
+    toolbar->addAction(action);
+  }
+  action(Action::kPrint)->setShortcut(QKeySequence::Print);
+  const auto export_to = [this](TextView filter, TextView extension,
+                                bool (CalcForm::*write)(const QString&)) {
+    const Text file = FormWork::with_extension(work_->chosen_file(true, filter), extension);
+    if (!file.empty()) (this->*write)(to_qstring(file));
+  };
+  connect(action(Action::kExportDocx), &QAction::triggered, this,
+          [export_to] { export_to(FormWork::kWordFilter, u"docx", &CalcForm::export_docx); });
+  connect(action(Action::kExportPdf), &QAction::triggered, this,
+          [export_to] { export_to(FormWork::kPdfFilter, u"pdf", &CalcForm::export_pdf); });
+  connect(action(Action::kPrint), &QAction::triggered, this, [this] { print_report(); });
+  connect(action(Action::kPrintPreview), &QAction::triggered, this, [this] { preview_report(); });
+}
+
+void CalcForm::enable_report_actions(bool enabled) {
+  for (const Action a : {Action::kSaveReport, Action::kExportDocx, Action::kExportPdf,
+                         Action::kPrint, Action::kPrintPreview}) {
+    action(a)->setEnabled(enabled);
+  }
 }
 
 void CalcForm::fill_recent_menu(QMenu* menu) {
@@ -283,20 +322,13 @@ FormView::SaveChanges CalcForm::ask_save_changes(TextView text, TextView title) 
 
 void CalcForm::show_report(const std::vector<Text>& lines, const std::vector<Text>& values) {
   report_sketch_ = {};
+  report_document_ = {};
   if (!report_) return;
   if (lines.empty()) {
     report_->clear();
-    report_html_.clear();
-    action(Action::kSaveReport)->setEnabled(false);
+    enable_report_actions(false);
     return;
   }
-  Text html;
-  for (const Text& line : lines) {
-    // Blanks centre the title and indent continuation lines: they are kept.
-    html += u"<p style=\"white-space:pre-wrap\">" +
-            typeset::markup_to_html(with_grade_letters(line)) + u"</p>";
-  }
-  report_html_ = to_qstring(html);
   if (bDisplayPicture()) {
     clsCharacter chr(platform_);
     try {
@@ -305,32 +337,15 @@ void CalcForm::show_report(const std::vector<Text>& lines, const std::vector<Tex
       // No figure rather than no report.
     }
   }
-  show_report_page(report_html_);
-  action(Action::kSaveReport)->setEnabled(true);
+  report_document_ =
+      form_report(lines, program_.menu_key, bDisplayPicture() ? &report_sketch_ : nullptr);
+  show_report_page();
+  enable_report_actions(true);
 }
 
-void CalcForm::show_report_page(const QString& html) {
-  // The figure is a resource of the document, which setHtml clears: it is
-  // added after.
-  const QUrl figure(QStringLiteral("zelkora:section.png"));
-  const QSize size(360, 270);
-  const QImage image =
-      report_sketch_.b > 0 && report_sketch_.h > 0
-          ? section_image(report_sketch_, size, report_->devicePixelRatioF(), report_->palette())
-          : QImage();
-  QString page = html;
-  if (!image.isNull()) {
-    page += QStringLiteral(
-                "<p align=\"center\"><img src=\"%1\" width=\"%2\" height=\"%3\"></p>"
-                "<p align=\"center\">截面图</p>")
-                .arg(figure.toString())
-                .arg(size.width())
-                .arg(size.height());
-  }
-  report_->setHtml(page);
-  if (!image.isNull()) {
-    report_->document()->addResource(QTextDocument::ImageResource, figure, image);
-  }
+void CalcForm::show_report_page(const QString& notice) {
+  fill_report(*report_->document(), report_document_,
+              ReportLook{report_->font(), sketch_figure_colours(report_->palette()), notice});
 }
 
 void CalcForm::show_values(const std::vector<Text>& values) {
@@ -347,33 +362,84 @@ void CalcForm::show_values(const std::vector<Text>& values) {
 
 void CalcForm::show_report_stale() {
   if (!report_) return;
-  show_report_page(QStringLiteral("<p style=\"color:#b00000\"><b>计算书已过期：数据已修改，"
-                                  "请再次单击“计算”。</b></p>") +
-                   report_html_);
-  action(Action::kSaveReport)->setEnabled(false);
+  show_report_page(QStringLiteral("计算书已过期：数据已修改，请再次单击“计算”。"));
+  enable_report_actions(false);
 }
 
 bool CalcForm::save_report(const QString& file) {
-  if (work_->report_lines().empty() || work_->report_stale()) {
-    platform_->messages->warning(u"计算书已过期或尚未计算：请先单击“计算”。", u"保存计算书");
-    return false;
-  }
+  if (!work_->report_may_leave(u"保存计算书")) return false;
   clsCharacter chr(platform_);
-  QSaveFile out(file);
-  if (out.open(QIODevice::WriteOnly)) {
-    for (const Text& line : work_->report_lines()) {
-      out.write(to_utf8(with_grade_letters(chr.tDelSuperSubSign(line))).c_str());
-      out.write("\n");
+  return write_report_file(file, u"保存计算书", [&](Text* why) {
+    QSaveFile out(file);
+    if (out.open(QIODevice::WriteOnly)) {
+      for (const Text& line : work_->report_lines()) {
+        out.write(to_utf8(with_grade_letters(chr.tDelSuperSubSign(line))).c_str());
+        out.write("\n");
+      }
+      if (out.commit()) return true;
     }
-    if (out.commit()) {
-      statusBar()->showMessage(QStringLiteral("计算书已保存到 ") + file, 5000);
+    *why = to_text(out.errorString());
+    return false;
+  });
+}
+
+bool CalcForm::export_docx(const QString& file) {
+  if (!work_->report_may_leave(u"导出 Word")) return false;
+  return write_report_file(file, u"导出 Word", [&](Text* why) {
+    const std::string bytes = document::write_docx(report_document_);
+    QSaveFile out(file);
+    if (out.open(QIODevice::WriteOnly) &&
+        out.write(bytes.data(), static_cast<qint64>(bytes.size())) ==
+            static_cast<qint64>(bytes.size()) &&
+        out.commit()) {
       return true;
     }
+    *why = to_text(out.errorString());
+    return false;
+  });
+}
+
+bool CalcForm::export_pdf(const QString& file) {
+  if (!work_->report_may_leave(u"导出 PDF")) return false;
+  return write_report_file(file, u"导出 PDF", [&](Text* why) {
+    return write_report_pdf(report_document_, to_text(file), why);
+  });
+}
+
+bool CalcForm::write_report_file(const QString& file, TextView action,
+                                 const std::function<bool(Text* why)>& write) {
+  Text why;
+  if (write(&why)) {
+    statusBar()->showMessage(QStringLiteral("计算书已保存到 ") + file, 5000);
+    return true;
   }
-  const Text why = u"计算书无法保存到“" + to_text(file) + u"”：" + to_text(out.errorString());
-  statusBar()->showMessage(to_qstring(why), 10000);
-  platform_->messages->warning(why, u"保存计算书");
+  const Text said = u"计算书无法保存到“" + to_text(file) + u"”：" + why;
+  statusBar()->showMessage(to_qstring(said), 10000);
+  platform_->messages->warning(said, action);
   return false;
+}
+
+bool CalcForm::print_report() {
+  if (!work_->report_may_leave(u"打印")) return false;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(to_qstring(program_.menu_key));
+  QPrintDialog dialog(&printer, this);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  if (desk::print_report(report_document_, printer) > 0) return true;
+  platform_->messages->warning(u"计算书无法打印：打印机无法使用。", u"打印");
+  return false;
+}
+
+bool CalcForm::preview_report() {
+  if (!work_->report_may_leave(u"打印预览")) return false;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(to_qstring(program_.menu_key));
+  QPrintPreviewDialog preview(&printer, this);
+  preview.setWindowTitle(QStringLiteral("打印预览"));
+  connect(&preview, &QPrintPreviewDialog::paintRequested, this,
+          [this](QPrinter* on) { desk::print_report(report_document_, *on); });
+  preview.exec();
+  return true;
 }
 
 // ---- The window ----------------------------------------------------------------------

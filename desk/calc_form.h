@@ -3,11 +3,13 @@
 // menus (File: New, Open, Save, Save As, Defaults and the recent projects
 // of the program from the suite's history; Edit: Undo, Redo, Copy, Paste,
 // Reset to default, Next error, Find; Calculate: Calculate, Save report;
-// Help: the help of the current row, F1), the form's rules for the items that do not apply, and,
-// for the beam, the report of its calculation and a sketch of its section that follows the values
-// (the report ends with it as a figure). A value is checked with its row's check expression
-// when its cell is left: a refused value is explained in a numbered message, the cell gets its text
-// back and keeps the focus, is marked until mended, and the status line counts the refused values.
+// Help: the help of the current row, F1; for a form with a report, Calculate
+// also has Export Word, Export PDF, Print and Print preview), the form's rules for the items that
+// do not apply, and, for the beam, the report of its calculation and a sketch of its section that
+// follows the values (the report ends with it as a figure). A value is checked with its row's check
+// expression when its cell is left: a refused value is explained in a numbered message, the cell
+// gets its text back and keeps the focus, is marked until mended, and the status line counts the
+// refused values.
 //
 // Over the grid a filter box with two toggles (changed from default,
 // refused) keeps the matching rows. The view (unfolded headings and groups,
@@ -22,12 +24,14 @@
 #include <QMainWindow>
 #include <QSplitter>
 #include <QTextBrowser>
+#include <functional>
 #include <memory>
 
 #include "desk/form_view.h"
 #include "desk/form_work.h"
 #include "desk/programs.h"
 #include "desk/section_sketch.h"
+#include "zelkora/document/report_document.h"
 #include "zelkora/grid/value_history.h"
 #include "zelkora/platform/qt/qt_controls.h"
 #include "zelkora/platform/qt/qt_grid.h"
@@ -54,6 +58,10 @@ class CalcForm : public QMainWindow, private FormView {
     kNextRefused,
     kFind,
     kHelp,
+    kExportDocx,
+    kExportPdf,
+    kPrint,
+    kPrintPreview,
   };
 
   CalcForm(std::shared_ptr<const platform::Platform> platform, const Program& program,
@@ -77,6 +85,8 @@ class CalcForm : public QMainWindow, private FormView {
   QSplitter* side_panes() { return side_; }
   // The section the report was last calculated for (its figure).
   const SectionSketch& report_sketch() const { return report_sketch_; }
+  // The report last calculated as a document (empty before the first).
+  const document::Document& report_document() const { return report_document_; }
   grid::ValueHistory& history() { return work_->history(); }
   // The form's handlers of its grid's events (a tester puts a recorder
   // between them and the grid).
@@ -104,6 +114,13 @@ class CalcForm : public QMainWindow, private FormView {
   void load_defaults() { work_->load_defaults(); }
   void calculate() { work_->calculate(); }
   bool save_report(const QString& file);
+  // The report as Word (.docx) or PDF, printed, or in the print preview.
+  // Like save_report, none of them takes a report out of date (a box says
+  // so); a file that cannot be written is reported in a box. false then.
+  bool export_docx(const QString& file);
+  bool export_pdf(const QString& file);
+  bool print_report();
+  bool preview_report();
   // The program's recent project files, newest first, as the File menu
   // lists them.
   std::vector<Text> recent_files() const;
@@ -147,8 +164,15 @@ class CalcForm : public QMainWindow, private FormView {
   // (at most half the panel, the grid keeping four rows); the grid takes the
   // rest.
   void fit_title_box();
-  // The report's HTML with the figure of its section at the end.
-  void show_report_page(const QString& html);
+  void build_report_actions(QMenu* menu, QToolBar* toolbar);
+  // The report document in the view, `notice` in red above it.
+  void show_report_page(const QString& notice = {});
+  // The report's actions follow whether there is a report to take.
+  void enable_report_actions(bool enabled);
+  // A file of the report written (`write` gives the reason when it fails);
+  // its outcome on the status line, a failure in a box titled `action`.
+  bool write_report_file(const QString& file, TextView action,
+                         const std::function<bool(Text* why)>& write);
 
   // ---- FormView ----
   platform::GridControl& grid_control() override { return *grid_; }
@@ -200,7 +224,7 @@ class CalcForm : public QMainWindow, private FormView {
   QCheckBox* refused_only_ = nullptr;
   QLabel* refused_count_ = nullptr;
   std::vector<QAction*> actions_;
-  QString report_html_;
+  document::Document report_document_;
   std::unique_ptr<FormWork> work_;
 };
 

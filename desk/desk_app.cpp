@@ -9,6 +9,7 @@
 
 #include "desk/calc_form.h"
 #include "desk/main_window.h"
+#include "desk/report_view.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_numbers.h"
 #include "zelkora/platform/codepage.h"
@@ -65,6 +66,7 @@ constexpr std::size_t kMaxMenuBytes = std::size_t{1} << 20;
 
 DeskApp::DeskApp() {
   install_qt_translation();
+  load_grade_font();
   platform_ = std::make_shared<platform::Platform>(*platform::Platform::environment_default());
   messages_ = std::make_shared<platform::qt::QtMessageBox>(nullptr);
   platform_->messages = messages_;

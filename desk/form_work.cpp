@@ -292,6 +292,12 @@ void FormWork::calculate() {
   view_.show_report(report_lines_, report_values_);
 }
 
+bool FormWork::report_may_leave(TextView action) {
+  if (!report_lines_.empty() && !report_stale_) return true;
+  platform_->messages->warning(u"计算书已过期或尚未计算：请先单击“计算”。", action);
+  return false;
+}
+
 void FormWork::mark_report_stale() {
   if (!program_.calculates || report_lines_.empty() || report_stale_) return;
   if (values() == report_values_) return;

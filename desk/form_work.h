@@ -34,6 +34,8 @@ class FormWork : public platform::GridForm {
   // chooser lists them.
   static constexpr TextView kProjectFilter = u"Zelkora 原始数据文件 (*.zks *.zel)";
   static constexpr TextView kReportFilter = u"计算书 (*.txt)";
+  static constexpr TextView kWordFilter = u"Word 文档 (*.docx)";
+  static constexpr TextView kPdfFilter = u"PDF 文件 (*.pdf)";
 
   FormWork(std::shared_ptr<const platform::Platform> platform, const Program& program,
            FormView& view);
@@ -95,6 +97,10 @@ class FormWork : public platform::GridForm {
   // The report last calculated, and whether the values have changed since.
   const std::vector<Text>& report_lines() const { return report_lines_; }
   bool report_stale() const { return report_stale_; }
+  // Whether the report may leave the program (saved, exported, printed):
+  // it has been calculated and the values have not changed since. Else the
+  // user is told so in a box titled `action`; false then.
+  bool report_may_leave(TextView action);
 
   // ---- The Edit menu.
   // Undo and redo: the cell is left first; the row of the step's first item

@@ -13,6 +13,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -146,7 +148,8 @@ KeyPress key_of(const QString& name) {
 }  // namespace
 
 // A file chooser a script gave no file for is cancelled as it opens, as a
-// user would close it: a script never waits for a person.
+// user would close it, and a print preview is closed once its pages are
+// counted: a script never waits for a person.
 class FileDialogCloser : public QObject {
  public:
   explicit FileDialogCloser(QTextStream& out) : out_(out) { qApp->installEventFilter(this); }
@@ -154,6 +157,16 @@ class FileDialogCloser : public QObject {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* preview = qobject_cast<QPrintPreviewDialog*>(watched);
+    if (preview && event->type() == QEvent::Show) {
+      // The preview's pages are laid out once it shows: counted, then closed.
+      QTimer::singleShot(0, preview, [this, preview] {
+        const auto* pages = preview->findChild<QPrintPreviewWidget*>();
+        out_ << "print preview: " << (pages ? pages->pageCount() : 0) << " pages | closed\n";
+        out_.flush();
+        preview->reject();
+      });
+    }
     auto* dialog = qobject_cast<QFileDialog*>(watched);
     if (dialog && event->type() == QEvent::Show) {
       out_ << "file dialog: " << dialog->windowTitle() << " | cancelled\n";
@@ -193,6 +206,8 @@ class ScriptRunner::Steps {
     if (verb == QLatin1String("paste")) return paste(rest);
     if (verb == QLatin1String("new")) return press(CalcForm::Action::kNew);
     if (verb == QLatin1String("report")) return with_file(CalcForm::Action::kSaveReport, rest);
+    if (verb == QLatin1String("export")) return export_report(rest);
+    if (verb == QLatin1String("preview")) return press(CalcForm::Action::kPrintPreview);
     if (verb == QLatin1String("close")) return close_form();
     if (verb == QLatin1String("recent")) return recent(rest);
     if (verb == QLatin1String("answer")) return answer_next(rest);
@@ -203,7 +218,7 @@ class ScriptRunner::Steps {
     throw StepError("unknown step \"" + verb.toStdString() +
                     "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
                     "shot, undo, redo, filter, toggle, copy, clip, paste, reset, new, close, "
-                    "answer, report, recent)");
+                    "answer, report, export, preview, recent)");
   }
 
  private:
@@ -458,6 +473,18 @@ class ScriptRunner::Steps {
     if (file.isEmpty()) throw StepError("a file is needed");
     form().preset_file(file, which != CalcForm::Action::kOpen);
     press(which);
+  }
+
+  // 导出 Word or 导出 PDF, the file given.
+  void export_report(const QString& rest) {
+    const QString kind = rest.section(QLatin1Char(' '), 0, 0);
+    const QString file = rest.section(QLatin1Char(' '), 1).trimmed();
+    if (kind != QLatin1String("docx") && kind != QLatin1String("pdf")) {
+      throw StepError("export takes docx or pdf and a file");
+    }
+    with_file(kind == QLatin1String("docx") ? CalcForm::Action::kExportDocx
+                                            : CalcForm::Action::kExportPdf,
+              file);
   }
 
   void shot(const QString& file) {

@@ -31,6 +31,9 @@
 //   reset                 Edit ▸ 恢复默认值
 //   new, close            the New button; close the form's window
 //   report FILE           the Save report button, the file given
+//   export docx|pdf FILE  the 导出 Word or 导出 PDF button, the file given
+//   preview               the 打印预览 button; prints "print preview: N
+//                         pages | closed" and closes it
 //   recent N              entry N of File ▸ Recent projects
 //   answer yes [FILE]|no|cancel  the answer to the next question
 //   shot PNGFILE          the window as a picture

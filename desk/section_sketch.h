@@ -1,7 +1,8 @@
 // The cross-section of a beam drawn to scale: the concrete b × h, the
 // stirrup, the bars, the dimension lines of b and h and the caption under
 // them. The form shows it beside its values (SectionView) and the report
-// carries it as a figure (section_image).
+// carries it as a figure: both paint the one drawing of section_figure.h
+// through figure_painter.h, here in the palette's colours.
 //
 //   QPainter painter(&image);
 //   paint_section(painter, QRectF(0, 0, 320, 260), beam_sketch(values, chr));
@@ -17,6 +18,7 @@
 #include <QWidget>
 
 #include "desk/beam_design.h"
+#include "desk/figure_painter.h"
 
 class QPainter;
 
@@ -30,16 +32,19 @@ struct SketchColours {
   QColor ground, concrete, outline, stirrup, tension, compression, hint;
 };
 SketchColours sketch_colours(const QPalette& palette);
+// The figure's colours (black on white) turned into the palette's.
+FigureColours sketch_figure_colours(const QPalette& palette);
 
 // Draws the sketch into `area` (logical coordinates of the painter), on
-// whatever the painter's device already shows there: the section kept in
-// proportion and centred, with room for its dimension lines and caption.
-// The painter's font writes the numbers.
+// whatever the painter's device already shows there: the figure kept in
+// proportion and centred, its dimension lines and caption included. The
+// painter's font family writes the numbers; the hint is in its font.
 void paint_section(QPainter& painter, const QRectF& area, const SectionSketch& sketch,
                    const QPalette& palette = QGuiApplication::palette());
 
-// Where paint_section puts the section b × h in `area`, `font` writing
-// its dimensions; an empty rectangle when it draws none (the hint then).
+// Where paint_section puts the section b × h in `area` (`font` is not
+// needed: the figure sizes its own text); an empty rectangle when it draws
+// none (the hint then).
 // The point (x, y) of the section in mm, y up from the bottom face, is at
 // (left + x · width / b, bottom − y · height / h).
 QRectF section_rect(const QRectF& area, const SectionSketch& sketch, const QFont& font);

@@ -15,6 +15,8 @@
 #include <cmath>
 #include <utility>
 
+#include "zelkora/document/grade_font.h"
+
 namespace zelkora::platform::qt {
 
 // ---- Conversions -----------------------------------------------------------
@@ -325,6 +327,8 @@ void QtRichTextBox::render() {
   doc.clear();
   QFont font = this->font();
   if (model_.FontSize() > 0) font.setPointSizeF(model_.FontSize());
+  // The steel-grade symbols (U+E000-U+E003) from the project's font.
+  font.setFamilies({font.family(), QString::fromLatin1(document::kGradeFontFamily)});
   doc.setDefaultFont(font);
 
   const zelkora::Text text = model_.Text();
