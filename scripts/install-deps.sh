@@ -36,7 +36,8 @@ if [ "${1:-}" = peer ]; then
 fi
 
 # `install-deps.sh windows`: also the MinGW-w64 cross compiler, GoogleTest's
-# sources, zlib built for Windows, Wine, and the Chinese locale that Wine takes its code page 936 from.
+# sources, zlib built for Windows, Wine, and the Chinese locale that Wine
+# takes its code page 936 from.
 if [ "${1:-}" = windows ]; then
   need_cmd x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64
   need_file /usr/src/googletest/CMakeLists.txt googletest
