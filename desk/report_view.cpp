@@ -12,7 +12,7 @@
 #include <algorithm>
 
 #include "desk/section_figure.h"
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/read_report.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
@@ -201,7 +201,7 @@ class Filler {
                                         : QTextCharFormat::AlignSuperScript);
       }
       if (run.grade_symbol && grade_font_) {
-        format.setFontFamilies({QString::fromLatin1(document::kGradeFontFamily)});
+        format.setFontFamilies({QString::fromLatin1(platform::kGradeFontFamily)});
       }
       at.insertText(shown_text(run, grade_font_), format);
     }
@@ -239,12 +239,12 @@ class Filler {
 
 bool load_grade_font() {
   static const bool loaded = [] {
-    const std::string_view ttf = document::grade_font_ttf();
+    const std::string_view ttf = platform::grade_font_ttf();
     if (ttf.empty()) return false;
     const int id = QFontDatabase::addApplicationFontFromData(
         QByteArray(ttf.data(), static_cast<qsizetype>(ttf.size())));
     return id >= 0 && QFontDatabase::applicationFontFamilies(id).contains(
-                          QString::fromLatin1(document::kGradeFontFamily));
+                          QString::fromLatin1(platform::kGradeFontFamily));
   }();
   return loaded;
 }

@@ -24,7 +24,7 @@
 #include <vector>
 
 #include "zelkora/document/figure_emf.h"
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/writers.h"
 #include "zelkora/document/xml_text.h"
 #include "zelkora/document/zip_container.h"
@@ -133,7 +133,7 @@ void append_run(std::string& out, const Run& run) {
   out += "<w:r>";
   if (run.grade_symbol || run.bold || run.script != Script::kNormal) {
     out += "<w:rPr>";
-    if (run.grade_symbol) append_fonts(out, kGradeFontFamily);
+    if (run.grade_symbol) append_fonts(out, platform::kGradeFontFamily);
     if (run.bold) out += "<w:b/><w:bCs/>";
     if (run.script == Script::kSuperscript) out += "<w:vertAlign w:val=\"superscript\"/>";
     if (run.script == Script::kSubscript) out += "<w:vertAlign w:val=\"subscript\"/>";
@@ -616,7 +616,7 @@ std::string font_table_part(bool font) {
   out +=
       "\"><w:charset w:val=\"00\"/><w:family w:val=\"roman\"/><w:pitch w:val=\"variable\"/>"
       "</w:font><w:font w:name=\"";
-  out += kGradeFontFamily;
+  out += platform::kGradeFontFamily;
   out += "\"><w:charset w:val=\"00\"/><w:family w:val=\"auto\"/><w:pitch w:val=\"variable\"/>";
   if (font) {
     out += "<w:embedRegular r:id=\"rIdGradeFont\" w:fontKey=\"";
@@ -701,7 +701,7 @@ std::string obfuscated_font(std::string_view ttf, std::string_view key) {
 
 std::string write_docx(const Document& document) {
   const Layout layout = layout_of(document.page);
-  const std::string_view font = grade_font_ttf();
+  const std::string_view font = platform::grade_font_ttf();
   int figures = 0;
   for (const Block& block : document.blocks) figures += std::holds_alternative<Figure>(block);
 

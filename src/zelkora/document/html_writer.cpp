@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "zelkora/document/figure_emf.h"
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/writer_support.h"
 #include "zelkora/document/writers.h"
 
@@ -171,7 +171,7 @@ bool has_grade_symbols(const Document& document) {
 
 void append_font_face(std::string& out, std::string_view ttf) {
   out += "@font-face{font-family:\"";
-  out += kGradeFontFamily;
+  out += platform::kGradeFontFamily;
   out += "\";src:url(data:font/ttf;base64,";
   append_base64(out, ttf);
   out += ") format(\"truetype\")}\n";
@@ -215,10 +215,10 @@ void append_style(std::string& out, const PageSetup& page, bool grade_font) {
       {"$h1", decimal(page.font_pt * 8 / 7, 2)},      // 五号 → 小四
       {"$title", decimal(page.font_pt * 10 / 7, 2)},  // 五号 → 小三
       {"$width", decimal(page.width_mm - page.left_mm - page.right_mm)},
-      {"$grade", kGradeFontFamily},
+      {"$grade", platform::kGradeFontFamily},
   };
   out += "<style>\n";
-  if (grade_font) append_font_face(out, grade_font_ttf());
+  if (grade_font) append_font_face(out, platform::grade_font_ttf());
   append_page_rule(out, page);
   std::string_view rest = kStyleSheet;
   for (std::size_t at = rest.find('$'); at != std::string_view::npos; at = rest.find('$')) {
@@ -487,7 +487,7 @@ void append_block(std::string& out, const Block& block, double font_pt, bool hav
 
 std::string write_html(const Document& document) {
   const PageSetup page = sane_page(document.page);
-  const bool grade_font = !grade_font_ttf().empty() && has_grade_symbols(document);
+  const bool grade_font = !platform::grade_font_ttf().empty() && has_grade_symbols(document);
   std::string out;
   out.reserve(8192 + document.blocks.size() * 120);
   append_head(out, document, page, grade_font);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/writers.h"
 
 namespace zelkora::document {
@@ -122,7 +122,7 @@ TEST(WriteHtml, ReportPartsBecomeTheirElements) {
                 table,
                 figure};
   const std::string html = write_html(doc);
-  const bool have_font = !grade_font_ttf().empty();
+  const bool have_font = !platform::grade_font_ttf().empty();
 
   const std::string parts[] = {
       "<html lang=\"zh-CN\">",

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "zelkora/document/figure_emf.h"
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/writer_support.h"
 #include "zelkora/document/writers.h"
 #include "zelkora/platform/codepage.h"
@@ -186,7 +186,7 @@ void write_font_table(std::string& out) {
   for (unsigned char byte : codepage::to_ansi(u"宋体")) append_hex_byte(out, byte);
   out += "{\\*\\falt SimSun};}{\\f1\\froman\\fcharset0\\fprq2 Times New Roman;}";
   out += "{\\f2\\fnil\\fcharset0\\fprq2 ";
-  out += kGradeFontFamily;
+  out += platform::kGradeFontFamily;
   out += ";}}\n";
 }
 

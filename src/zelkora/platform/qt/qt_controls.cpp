@@ -15,7 +15,7 @@
 #include <cmath>
 #include <utility>
 
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 
 namespace zelkora::platform::qt {
 
@@ -328,7 +328,7 @@ void QtRichTextBox::render() {
   QFont font = this->font();
   if (model_.FontSize() > 0) font.setPointSizeF(model_.FontSize());
   // The steel-grade symbols (U+E000-U+E003) from the project's font.
-  font.setFamilies({font.family(), QString::fromLatin1(document::kGradeFontFamily)});
+  font.setFamilies({font.family(), QString::fromLatin1(platform::kGradeFontFamily)});
   doc.setDefaultFont(font);
 
   const zelkora::Text text = model_.Text();

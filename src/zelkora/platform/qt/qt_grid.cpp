@@ -18,7 +18,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::platform::qt {
@@ -322,7 +322,7 @@ void QtGridControl::fonts_changed() {
     QFont& font = fonts_[bold ? 1 : 0];
     font = QFont(font_family_);
     // The steel-grade symbols (U+E000-U+E003) from the project's font.
-    font.setFamilies({font_family_, QString::fromLatin1(document::kGradeFontFamily)});
+    font.setFamilies({font_family_, QString::fromLatin1(platform::kGradeFontFamily)});
     font.setPointSizeF(font_points_ > 0 ? font_points_ : 9);
     font.setBold(bold);
   }

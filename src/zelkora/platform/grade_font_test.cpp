@@ -1,6 +1,6 @@
 // Tests of the shipped font of the steel-grade symbols: the compiled-in file is
 // read table by table as TrueType, as a PDF or DOCX reader would take it.
-#include "zelkora/document/grade_font.h"
+#include "zelkora/platform/grade_font.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace zelkora::document {
+namespace zelkora::platform {
 namespace {
 
 using Tables = std::map<std::string, std::string_view>;
@@ -116,4 +116,4 @@ TEST_F(GradeFont, NamesItsFamilyAndAllowsEmbedding) {
 }
 
 }  // namespace
-}  // namespace zelkora::document
+}  // namespace zelkora::platform
