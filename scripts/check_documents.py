@@ -6,12 +6,13 @@ DOCX, RTF and HTML; then
   - python-docx reads the DOCX: its headings, the sub- and superscript runs,
     the grade-symbol runs in the symbol font, the tables and their cells, the
     header and footer with their page fields;
-  - LibreOffice (headless) converts each file to PDF, and pdftotext must find
-    every line of the report's plain text in it (blanks aside, the grade
-    symbols as their letters), the page footer "第 1 页 共 N 页" and the
-    program's name in the header; pdffonts must list the symbol font as
-    embedded where the report has a symbol (DOCX). (HTML's page numbers are
-    in @page margin boxes, which browsers print and LibreOffice does not.)
+  - LibreOffice (headless) converts the DOCX and the RTF to PDF, Chromium
+    (headless) prints the HTML to PDF, and pdftotext must find every line of
+    the report's plain text in it (blanks aside, the grade symbols as their
+    letters), the page footer "第 1 页 共 N 页" and the program's name in the
+    header; pdffonts must list the symbol font as embedded where the report
+    has a symbol (DOCX and HTML carry the font; RTF names it, and is read
+    with the font installed, as the installer leaves it).
 Prints what it checked and how long each step took; exits 1 on the first
 failure.
 
@@ -19,6 +20,7 @@ usage: check_documents.py BUILD_DIR [--keep DIR]
 """
 import os
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -61,7 +63,19 @@ def expected_pieces(plain):
     return pieces
 
 
-def check_docx(path, plain):
+LABEL = re.compile(r"^(\(\d+\)|（[一二三四五六七八九十百]+）|[一二三四五六七八九十百]+、)(.+)$")
+
+
+def found(piece, flat):
+    """Whether the piece is in the text; a heading's label may stand apart
+    from its words (a reader's order of runs in two fonts)."""
+    if piece in flat:
+        return True
+    label = LABEL.match(piece)
+    return bool(label) and label.group(1) in flat and label.group(2) in flat
+
+
+def check_docx(path, plain, program=PROGRAM):
     d = docx.Document(path)
     styles = [p.style.name for p in d.paragraphs]
     if not any(s.startswith("Heading 1") or s == "Heading1" for s in styles):
@@ -92,7 +106,7 @@ def check_docx(path, plain):
         fail(f"{path}: {len(missing)} pieces of the report missing, first {missing[:3]}")
     section = d.sections[0]
     head = squeeze(header_footer_text(d, footer=False))
-    if PROGRAM not in head:
+    if program not in head:
         fail(f"{path}: the header lacks the program: {head!r}")
     footer_xml = section.footer._element.xml
     if "PAGE" not in footer_xml or "NUMPAGES" not in footer_xml:
@@ -106,9 +120,17 @@ def header_footer_text(d, footer=True):
     return "".join(p.text for part in parts for p in part.paragraphs)
 
 
-def to_pdf(path, outdir):
+def to_pdf(path, outdir, font_installed=False):
+    """LibreOffice's PDF of a file; `font_installed`: with the grade font in
+    the user's fonts, as the installer puts it (an RTF file names the font
+    and cannot carry it)."""
     start = time.monotonic()
-    env = dict(os.environ, HOME=os.path.join(outdir, "lo-home"))
+    home = os.path.join(outdir, "lo-home")
+    if font_installed:
+        fonts = os.path.join(home, ".fonts")
+        os.makedirs(fonts, exist_ok=True)
+        shutil.copy(os.path.join(ROOT, "resources", "fonts", "zelkora-grade.ttf"), fonts)
+    env = dict(os.environ, HOME=home)
     run(["soffice", "--headless", "--norestore", "--convert-to", "pdf", "--outdir", outdir, path],
         env=env, timeout=240)
     pdf = os.path.join(outdir, os.path.splitext(os.path.basename(path))[0] + ".pdf")
@@ -118,16 +140,30 @@ def to_pdf(path, outdir):
     return pdf, time.monotonic() - start
 
 
-def check_pdf(pdf, plain, want_symbol_font, want_footer=True):
-    text = run(["pdftotext", "-enc", "UTF-8", pdf, "-"]).stdout
+def to_pdf_in_browser(path, outdir):
+    """A browser's print of an HTML file (Chromium headless, without its own
+    page header and footer: the file's @page boxes carry them)."""
+    start = time.monotonic()
+    pdf = os.path.join(outdir, os.path.splitext(os.path.basename(path))[0] + ".pdf")
+    run(["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--no-pdf-header-footer",
+         f"--user-data-dir={os.path.join(outdir, 'chromium-profile')}",
+         f"--print-to-pdf={pdf}", "file://" + os.path.abspath(path)], timeout=120)
+    if not os.path.exists(pdf):
+        fail(f"Chromium made no PDF of {path}")
+        return None, 0
+    return pdf, time.monotonic() - start
+
+
+def check_pdf(pdf, plain, want_symbol_font, program=PROGRAM):
+    text = run(["pdftotext", "-layout", "-enc", "UTF-8", pdf, "-"]).stdout
     flat = squeeze(text)
-    missing = [p for p in expected_pieces(plain) if p not in flat]
+    missing = [p for p in expected_pieces(plain) if not found(p, flat)]
     if missing:
         fail(f"{pdf}: {len(missing)} pieces missing from the PDF's text, first {missing[:3]}")
     pages = int(re.search(r"Pages:\s+(\d+)", run(["pdfinfo", pdf]).stdout).group(1))
-    if want_footer and f"第1页共{pages}页" not in flat:
+    if f"第1页共{pages}页" not in flat:
         fail(f"{pdf}: no footer 第 1 页 共 {pages} 页")
-    if PROGRAM not in flat:
+    if program not in flat:
         fail(f"{pdf}: the header's program name is not in the text")
     fonts = run(["pdffonts", pdf]).stdout
     if want_symbol_font:
@@ -135,6 +171,39 @@ def check_pdf(pdf, plain, want_symbol_font, want_footer=True):
         if not line or " yes " not in line:
             fail(f"{pdf}: the symbol font is not embedded:\n{fonts}")
     return pages
+
+
+def check_desktop(build, tool, out):
+    """The beam's report as the desktop program exports it: its Word file
+    (with the section's figure) through python-docx and LibreOffice, its own
+    PDF through poppler. The lines are the sample beam report's, its date
+    aside (the program calculates today)."""
+    desk = os.path.join(build, "zelkora-desk")
+    if not os.path.exists(desk):
+        print("desktop: not built (no Qt), not checked")
+        return
+    folder = os.path.join(out, "desk")
+    os.makedirs(folder, exist_ok=True)
+    script = os.path.join(folder, "export.txt")
+    docx_file, pdf_file = os.path.join(folder, "beam.docx"), os.path.join(folder, "beam.pdf")
+    with open(script, "w", encoding="utf-8") as f:
+        f.write(f"menu 基本构件\nmenu 梁配筋\ncalculate\nexport docx {docx_file}\nexport pdf {pdf_file}\n")
+    # A user of their own: the menu opens as a new user's does.
+    settings = os.path.join(tempfile.mkdtemp(prefix="zk-desk-"), "settings.ini")
+    env = dict(os.environ, QT_QPA_PLATFORM="offscreen", ZELKORA_SETTINGS=settings)
+    run([desk, "--script", script, "--quit"], env=env, timeout=120)
+    source = os.path.join(TESTDATA, "beam_report.txt")
+    plain = run([tool, "report", source, "--to", "text", "-"]).stdout
+    plain = "\n".join(l for l in plain.splitlines() if "日期：" not in l)
+    program = "梁配筋计算"
+    paragraphs, tables, symbols, pictures = check_docx(docx_file, plain, program)
+    if pictures < 1:
+        fail(f"{docx_file}: the section's figure is missing")
+    pdf, took = to_pdf(docx_file, os.path.join(folder, "lo"))
+    pages = check_pdf(pdf, plain, want_symbol_font=True, program=program) if pdf else 0
+    own = check_pdf(pdf_file, plain, want_symbol_font=True, program=program)
+    print(f"desktop: beam.docx {paragraphs} paragraphs, {pictures} figure, LibreOffice {pages} pages "
+          f"in {took:.1f} s; beam.pdf {own} pages")
 
 
 def main():
@@ -163,14 +232,18 @@ def main():
                 summary = f"python-docx: {paragraphs} paragraphs, {tables} tables, {symbols} symbol runs"
             pdf_dir = os.path.join(out, fmt)
             os.makedirs(pdf_dir, exist_ok=True)
-            pdf, took = to_pdf(target, pdf_dir)
+            # HTML is for a browser: LibreOffice's import reads little of its
+            # CSS (no @page boxes, where the page numbers are).
+            reader = "Chromium" if fmt == "html" else "LibreOffice"
+            if fmt == "html":
+                pdf, took = to_pdf_in_browser(target, pdf_dir)
+            else:
+                pdf, took = to_pdf(target, pdf_dir, font_installed=fmt == "rtf")
             if pdf:
-                # HTML numbers its pages in @page margin boxes, which browsers
-                # print and LibreOffice's import does not.
-                pages = check_pdf(pdf, plain, want_symbol_font=has_symbol and fmt == "docx",
-                                  want_footer=fmt != "html")
-                summary += f"; LibreOffice: {pages} pages in {took:.1f} s"
+                pages = check_pdf(pdf, plain, want_symbol_font=has_symbol)
+                summary += f"; {reader}: {pages} pages in {took:.1f} s"
             print(f"{stem}.{fmt}: written in {written * 1000:.0f} ms (tool run); {summary}")
+    check_desktop(build, tool, out)
     if failures:
         print(f"{len(failures)} failures")
         return 1

@@ -47,11 +47,13 @@ if [ "${1:-}" = windows ]; then
 fi
 
 # `install-deps.sh documents`: also the readers that open the reports the
-# writers make (make doc-check): python-docx, LibreOffice without its GUI, and
-# poppler's pdftotext, pdffonts and pdfinfo.
+# writers make (make doc-check): python-docx, LibreOffice without its GUI,
+# Chromium (a browser, for the HTML), and poppler's pdftotext, pdffonts and
+# pdfinfo.
 if [ "${1:-}" = documents ]; then
   need_file /usr/lib/python3/dist-packages/docx/__init__.py python3-docx
   need_cmd soffice libreoffice-writer-nogui
+  need_cmd chromium chromium
   need_cmd pdftotext poppler-utils
 fi
 
