@@ -363,9 +363,13 @@ void append_section(std::string& out, const Layout& l) {
          "\" w:gutter=\"0\"/><w:cols w:space=\"425\"/></w:sectPr>";
 }
 
-std::string document_part(const Document& doc, const Layout& layout) {
+// word/document.xml, deflated into the package as it is written (a long
+// report's XML is never held whole).
+void document_part(const Document& doc, const Layout& layout, ZipWriter& zip) {
+  constexpr std::size_t kPiece = 1 << 16;
   std::string out;
-  out.reserve(256 + doc.blocks.size() * 160);
+  out.reserve(kPiece + 4096);
+  zip.begin_entry("word/document.xml");
   out += kXmlDeclaration;
   out += "<w:document";
   out += kWordNamespaces;
@@ -393,11 +397,16 @@ std::string document_part(const Document& doc, const Layout& layout) {
       last_was_table = false;
     }
     if (block == rule && !signed_yet) sign();
+    if (out.size() >= kPiece) {
+      zip.write(out);
+      out.clear();
+    }
   }
   if (last_was_table) out += "<w:p/>";  // a table never ends the body
   append_section(out, layout);
   out += "</w:body></w:document>";
-  return out;
+  zip.write(out);
+  zip.end_entry();
 }
 
 void append_relationship(std::string& out, std::string_view id, std::string_view type,
@@ -709,7 +718,7 @@ std::string write_docx(const Document& document) {
   zip.add("[Content_Types].xml", content_types(!font.empty()));
   zip.add("_rels/.rels", package_relationships());
   zip.add("docProps/core.xml", core_properties(document));
-  zip.add("word/document.xml", document_part(document, layout));
+  document_part(document, layout, zip);
   zip.add("word/_rels/document.xml.rels", document_relationships(figures));
   zip.add("word/styles.xml", styles_part(layout));
   zip.add("word/settings.xml", settings_part(!font.empty()));

@@ -76,6 +76,15 @@ TEST(ZipWriter, EntriesComeBackThroughTheCentralDirectory) {
   ZipWriter again;
   for (const auto& [name, data] : entries) again.add(name, data);
   EXPECT_EQ(std::move(again).finish(), bytes) << "the same entries give the same bytes";
+  // Written in pieces, deflated as they come: the same entries come back.
+  ZipWriter pieces;
+  for (const auto& [name, data] : entries) {
+    pieces.begin_entry(name);
+    for (std::size_t at = 0; at < data.size(); at += 7001)
+      pieces.write(std::string_view(data).substr(at, 7001));
+    pieces.end_entry();
+  }
+  EXPECT_EQ(unzip(std::move(pieces).finish()), entries);
 }
 
 // Whether `xml` is well-formed as far as a writer can get it wrong: UTF-8

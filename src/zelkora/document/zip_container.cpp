@@ -53,8 +53,8 @@ void put_common_fields(std::string& out, std::uint16_t method, std::uint32_t crc
 
 }  // namespace
 
-std::uint32_t crc32_of(std::string_view data) {
-  uLong crc = crc32(0L, Z_NULL, 0);
+std::uint32_t crc32_of(std::string_view data, std::uint32_t crc_so_far) {
+  uLong crc = crc_so_far;
   const auto* bytes = reinterpret_cast<const Bytef*>(data.data());
   std::size_t left = data.size();
   while (left > 0) {
@@ -95,7 +95,79 @@ std::string raw_deflate(std::string_view data, int level) {
   return out;
 }
 
+struct ZipWriter::Stream {
+  z_stream z{};
+  Entry entry;
+  std::size_t data_start = 0;
+};
+
+ZipWriter::ZipWriter(int level) : level_(level) {}
+
+ZipWriter::~ZipWriter() {
+  if (stream_) deflateEnd(&stream_->z);
+}
+
+void ZipWriter::begin_entry(std::string_view name) {
+  if (stream_) end_entry();
+  stream_ = std::make_unique<Stream>();
+  Entry& entry = stream_->entry;
+  entry.name = std::string(name.substr(0, 0xFFFF));
+  entry.offset = size32(out_.size());
+  entry.method = Method::kDeflate;
+  entry.crc = static_cast<std::uint32_t>(crc32(0L, Z_NULL, 0));
+  // The CRC and the sizes are written once the data is through.
+  put32(out_, kLocalHeader);
+  put_common_fields(out_, static_cast<std::uint16_t>(Method::kDeflate), 0, 0, 0, entry.name.size());
+  out_ += entry.name;
+  stream_->data_start = out_.size();
+  deflateInit2(&stream_->z, std::clamp(level_, 1, 9), Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
+}
+
+void ZipWriter::deflate_into_out(int flush) {
+  z_stream& z = stream_->z;
+  char buffer[1 << 15];
+  int result = Z_OK;
+  do {
+    z.next_out = reinterpret_cast<Bytef*>(buffer);
+    z.avail_out = sizeof buffer;
+    result = deflate(&z, flush);
+    out_.append(buffer, sizeof buffer - z.avail_out);
+  } while (z.avail_out == 0 || (flush == Z_FINISH && result == Z_OK));
+}
+
+void ZipWriter::write(std::string_view data) {
+  if (!stream_) return;
+  Entry& entry = stream_->entry;
+  entry.crc = crc32_of(data, entry.crc);
+  entry.size = size32(std::size_t{entry.size} + data.size());
+  z_stream& z = stream_->z;
+  while (!data.empty()) {
+    const std::size_t chunk = std::min<std::size_t>(data.size(), 1u << 30);
+    z.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
+    z.avail_in = static_cast<uInt>(chunk);
+    deflate_into_out(Z_NO_FLUSH);
+    data.remove_prefix(chunk);
+  }
+}
+
+void ZipWriter::end_entry() {
+  if (!stream_) return;
+  stream_->z.avail_in = 0;
+  deflate_into_out(Z_FINISH);
+  deflateEnd(&stream_->z);
+  Entry entry = std::move(stream_->entry);
+  entry.compressed = size32(out_.size() - stream_->data_start);
+  stream_.reset();
+  std::string fields;
+  put32(fields, entry.crc);
+  put32(fields, entry.compressed);
+  put32(fields, entry.size);
+  out_.replace(entry.offset + 14, fields.size(), fields);  // after signature .. date
+  entries_.push_back(std::move(entry));
+}
+
 void ZipWriter::add(std::string_view name, std::string_view data, Method method) {
+  if (stream_) end_entry();
   Entry entry;
   entry.name = std::string(name.substr(0, 0xFFFF));
   entry.crc = crc32_of(data);
@@ -120,6 +192,7 @@ void ZipWriter::add(std::string_view name, std::string_view data, Method method)
 }
 
 std::string ZipWriter::finish() && {
+  if (stream_) end_entry();
   const std::uint32_t directory_offset = size32(out_.size());
   for (const Entry& entry : entries_) {
     put32(out_, kCentralHeader);

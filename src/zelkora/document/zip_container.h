@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,10 +25,18 @@ class ZipWriter {
   enum class Method : std::uint16_t { kStore = 0, kDeflate = 8 };
 
   // `level` is zlib's compression level (1 fastest to 9 smallest).
-  explicit ZipWriter(int level = 6) : level_(level) {}
+  explicit ZipWriter(int level = 6);
+  ~ZipWriter();
 
   // Appends an entry: its local header and its data.
   void add(std::string_view name, std::string_view data, Method method = Method::kDeflate);
+
+  // An entry written in pieces, each deflated as it comes, so that a large
+  // part is never held whole: begin_entry, write as often as needed,
+  // end_entry (no other entry in between).
+  void begin_entry(std::string_view name);
+  void write(std::string_view data);
+  void end_entry();
 
   // The archive: the entries, then the central directory.
   std::string finish() &&;
@@ -42,15 +51,20 @@ class ZipWriter {
     Method method = Method::kDeflate;
   };
 
+  struct Stream;  // the entry being written in pieces
+
+  void deflate_into_out(int flush);
+
   int level_;
   std::string out_;
   std::vector<Entry> entries_;
+  std::unique_ptr<Stream> stream_;
 };
 
 // The data deflated without a zlib header (ZIP's method 8).
 std::string raw_deflate(std::string_view data, int level);
 
-// zlib's CRC-32 of the data.
-std::uint32_t crc32_of(std::string_view data);
+// zlib's CRC-32 of the data (going on from the CRC of what came before it).
+std::uint32_t crc32_of(std::string_view data, std::uint32_t crc_so_far = 0);
 
 }  // namespace zelkora::document
