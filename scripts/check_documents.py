@@ -25,6 +25,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import xml.etree.ElementTree as ET
 
 import docx  # python3-docx
 from docx.oxml.ns import qn
@@ -140,6 +141,20 @@ def to_pdf(path, outdir, font_installed=False):
     return pdf, time.monotonic() - start
 
 
+def check_html(path):
+    """The HTML's body is well-formed XML too (void elements closed, numeric
+    references only), so any reader, however strict, takes it."""
+    text = open(path, encoding="utf-8").read()
+    body = re.search(r"<body>.*</body>", text, re.S)
+    if not body:
+        fail(f"{path}: no <body>")
+        return
+    try:
+        ET.fromstring(body.group(0))
+    except ET.ParseError as error:
+        fail(f"{path}: the body is no XML: {error}")
+
+
 def to_pdf_in_browser(path, outdir):
     """A browser's print of an HTML file (Chromium headless, without its own
     page header and footer: the file's @page boxes carry them)."""
@@ -236,6 +251,7 @@ def main():
             # CSS (no @page boxes, where the page numbers are).
             reader = "Chromium" if fmt == "html" else "LibreOffice"
             if fmt == "html":
+                check_html(target)
                 pdf, took = to_pdf_in_browser(target, pdf_dir)
             else:
                 pdf, took = to_pdf(target, pdf_dir, font_installed=fmt == "rtf")

@@ -108,3 +108,16 @@ show grid clsBeamSteel --script "$grid_script"
 printf '%s\n' "enter 8" "type 300" "leave" "defaults yes" >"$grid_script"
 show grid clsBeamSteel --script "$grid_script"
 rm -f "$grid_script" "$grid_data"
+echo; echo "# A report's lines as a document: as text, then as Word, RTF and HTML files (the same bytes on every system):"
+report_dir=$(mktemp -d)
+cp "$(dirname "$0")/../src/zelkora/document/testdata/sample_report.txt" "$report_dir/j1.txt"
+(
+  cd "$report_dir"
+  zk=$zk_abs
+  show report j1.txt --to text - --program 独立基础计算 --checked-by 李工
+  for format in docx rtf html; do
+    show report j1.txt --to "$format" "j1.$format" --program 独立基础计算
+    printf 'sha256 %s\n' "$(sha256sum <"j1.$format" | cut -c1-16)"
+  done
+)
+rm -rf "$report_dir"
