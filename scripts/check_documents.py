@@ -241,10 +241,10 @@ def main():
             start = time.monotonic()
             run([tool, "report", source, "--to", fmt, target, "--program", PROGRAM])
             written = time.monotonic() - start
-            summary = ""
+            summary = []
             if fmt == "docx":
                 paragraphs, tables, symbols, pictures = check_docx(target, plain)
-                summary = f"python-docx: {paragraphs} paragraphs, {tables} tables, {symbols} symbol runs"
+                summary.append(f"python-docx: {paragraphs} paragraphs, {tables} tables, {symbols} symbol runs")
             pdf_dir = os.path.join(out, fmt)
             os.makedirs(pdf_dir, exist_ok=True)
             # HTML is for a browser: LibreOffice's import reads little of its
@@ -257,8 +257,8 @@ def main():
                 pdf, took = to_pdf(target, pdf_dir, font_installed=fmt == "rtf")
             if pdf:
                 pages = check_pdf(pdf, plain, want_symbol_font=has_symbol)
-                summary += f"; {reader}: {pages} pages in {took:.1f} s"
-            print(f"{stem}.{fmt}: written in {written * 1000:.0f} ms (tool run); {summary}")
+                summary.append(f"{reader}: {pages} pages in {took:.1f} s")
+            print(f"{stem}.{fmt}: written in {written * 1000:.0f} ms (tool run); " + "; ".join(summary))
     check_desktop(build, tool, out)
     if failures:
         print(f"{len(failures)} failures")
