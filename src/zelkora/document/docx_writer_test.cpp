@@ -217,16 +217,16 @@ TEST(WriteDocx, PartsAreWellFormedAndCarryTheDocument) {
   }
 }
 
-TEST(XmlText, EscapesAndKeepsToTheCharactersXmlAllows) {
+TEST(XmlText, EscapesAndKeepsToTheCharactersXmlAndHtmlAllow) {
   const struct {
     Text text;
     std::string xml;
   } cases[] = {
       {u"a<b>&\"c'", "a&lt;b&gt;&amp;&quot;c&apos;"},
-      {u"\t\x01\n\r\x1F", "\t"},
+      {u"\t\x01\n\r\x1F\x7F\x85", "\t"},            // controls, C1 too (HTML refuses them)
       {u"截面\U0001D400", "截面\xF0\x9D\x90\x80"},  // a pair: one code point
       {Text(1, char16_t(0xDC00)) + u"x" + char16_t(0xD800), "\uFFFDx\uFFFD"},
-      {Text(1, char16_t(0xFFFE)) + char16_t(0xFFFF) + u"\uE002", "\uFFFD\uFFFD\uE002"},
+      {Text(1, char16_t(0xFFFE)) + char16_t(0xFFFF) + u"\uFDD0\uE002", "\uFFFD\uFFFD\uFFFD\uE002"},
   };
   for (const auto& c : cases) {
     std::string out;

@@ -10,9 +10,10 @@
 #include <utility>
 
 #include "zelkora/document/figure_emf.h"
-#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/writer_support.h"
 #include "zelkora/document/writers.h"
+#include "zelkora/document/xml_text.h"
+#include "zelkora/platform/grade_font.h"
 
 namespace zelkora::document {
 
@@ -20,68 +21,8 @@ namespace {
 
 // ---- Text ---------------------------------------------------------------------
 
-void append_utf8(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    out += static_cast<char>(0xE0 | (c >> 12));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (c >> 18));
-    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
-
-// Controls other than tab and line feed have no place in an HTML file.
-bool is_dropped(char32_t c) {
-  return (c < 0x20 && c != U'\t' && c != U'\n') || (c >= 0x7F && c <= 0x9F);
-}
-
-bool is_noncharacter(char32_t c) { return (c >= 0xFDD0 && c <= 0xFDEF) || (c & 0xFFFE) == 0xFFFE; }
-
-void append_escaped(std::string& out, char32_t c) {
-  switch (c) {
-    case U'&':
-      out += "&amp;";
-      return;
-    case U'<':
-      out += "&lt;";
-      return;
-    case U'>':
-      out += "&gt;";
-      return;
-    case U'"':
-      out += "&quot;";
-      return;
-    case U'\'':
-      out += "&#39;";
-      return;
-    default:
-      if (is_dropped(c)) return;
-      append_utf8(out, is_noncharacter(c) ? U'\uFFFD' : c);
-  }
-}
-
-// The text as HTML character data (or an attribute value): escaped, UTF-8,
-// a lone surrogate as U+FFFD.
-void append_text(std::string& out, TextView text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    char32_t c = text[i];
-    if (c >= 0xD800 && c <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-        text[i + 1] <= 0xDFFF) {
-      c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00);
-    } else if (c >= 0xD800 && c <= 0xDFFF) {
-      c = U'\uFFFD';
-    }
-    append_escaped(out, c);
-  }
-}
+// The text as HTML character data (or an attribute value).
+void append_text(std::string& out, TextView text) { append_xml_text(out, text); }
 
 // A grade-symbol run: the symbols in the grade font, or their letters when
 // the library has no font to embed.

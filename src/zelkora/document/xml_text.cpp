@@ -8,6 +8,7 @@ constexpr char32_t kReplacement = 0xFFFD;
 
 bool is_high_surrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 bool is_low_surrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+bool is_noncharacter(char32_t c) { return (c >= 0xFDD0 && c <= 0xFDEF) || (c & 0xFFFE) == 0xFFFE; }
 
 void append_ascii(std::string& out, char16_t c) {
   switch (c) {
@@ -30,7 +31,7 @@ void append_ascii(std::string& out, char16_t c) {
       out += '\t';
       break;
     default:
-      if (c >= 0x20) out += static_cast<char>(c);  // other controls go
+      if (c >= 0x20 && c != 0x7F) out += static_cast<char>(c);  // other controls go
   }
 }
 
@@ -63,8 +64,10 @@ void append_xml_text(std::string& out, TextView text) {
     } else if (is_high_surrogate(c) && i + 1 < n && is_low_surrogate(text[i + 1])) {
       append_utf8(out, 0x10000 + ((c - 0xD800) << 10) + (text[i + 1] - 0xDC00));
       ++i;
-    } else if (is_high_surrogate(c) || is_low_surrogate(c) || c == 0xFFFE || c == 0xFFFF) {
+    } else if (is_high_surrogate(c) || is_low_surrogate(c) || is_noncharacter(c)) {
       append_utf8(out, kReplacement);
+    } else if (c <= 0x9F) {
+      // C1 controls: XML takes them, HTML does not; no report needs them.
     } else {
       append_utf8(out, c);
     }

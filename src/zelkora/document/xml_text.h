@@ -1,15 +1,16 @@
-// Text into XML 1.0: escaped for element content and attribute values alike,
-// converted to UTF-8, and kept to the characters XML allows, so that any
-// UTF-16 text (lone surrogates, control characters) gives a document that
-// every reader parses.
+// Text into XML 1.0 and HTML: escaped for element content and attribute
+// values alike, converted to UTF-8, and kept to the characters both allow,
+// so that any UTF-16 text (lone surrogates, control characters) gives a
+// document that every reader parses.
 //
 //   std::string xml = "<dc:title>";
 //   append_xml_text(xml, doc.title);
 //   xml += "</dc:title>";
 //
 // What a character becomes: & < > " ' their entities; a tab itself; the
-// other controls below U+0020 nothing; a lone surrogate, U+FFFE and U+FFFF
-// U+FFFD; a surrogate pair its code point.
+// other controls (below U+0020, U+007F-U+009F) nothing; a lone surrogate and
+// a noncharacter (U+FDD0-U+FDEF, U+xxFFFE, U+xxFFFF) U+FFFD; a surrogate
+// pair its code point.
 #pragma once
 
 #include <string>
