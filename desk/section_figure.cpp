@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <numbers>
 
+#include "zelkora/document/figure_shapes.h"
+
 namespace zelkora::desk {
 
 namespace {
@@ -32,22 +34,11 @@ Text number_text(double v) {
 double text_width(const Text& text) { return 0.55 * kText * static_cast<double>(text.size()); }
 
 Shape line(double x0, double y0, double x1, double y1, double width = 0.18) {
-  Shape s;
-  s.kind = Shape::Kind::kLine;
-  s.points = {x0, y0, x1, y1};
-  s.stroke_mm = width;
-  return s;
+  return document::line_shape(x0, y0, x1, y1, width);
 }
 
 Shape text(double x, double y, Text what, document::Align align) {
-  Shape s;
-  s.kind = Shape::Kind::kText;
-  s.points = {x, y};
-  s.stroke_mm = 0;
-  s.text = std::move(what);
-  s.text_mm = kText;
-  s.text_align = align;
-  return s;
+  return document::text_shape(x, y, std::move(what), kText, align);
 }
 
 // A dimension line with its ticks (short slashes at 45 degrees).

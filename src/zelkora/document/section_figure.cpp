@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <string>
 
+#include "zelkora/document/figure_shapes.h"
+
 namespace zelkora::document {
 
 namespace {
@@ -191,22 +193,11 @@ constexpr double kTextMm = 3;
 constexpr Colour kInk = 0x000000, kHatch = 0xE0E0E0, kPaper = 0xFFFFFF;
 
 Shape line(double x0, double y0, double x1, double y1, double stroke) {
-  Shape s;
-  s.kind = Shape::Kind::kLine;
-  s.points = {x0, y0, x1, y1};
-  s.stroke_mm = stroke;
-  return s;
+  return line_shape(x0, y0, x1, y1, stroke);
 }
 
 Shape label(double x, double y, Text text, Align align) {
-  Shape s;
-  s.kind = Shape::Kind::kText;
-  s.points = {x, y};
-  s.stroke_mm = 0;
-  s.text = std::move(text);
-  s.text_mm = kTextMm;
-  s.text_align = align;
-  return s;
+  return text_shape(x, y, std::move(text), kTextMm, align);
 }
 
 // A dimension line between two points with its ticks and its value.
