@@ -99,9 +99,10 @@ int print_report(const document::Document& doc, QPagedPaintDevice& device) {
 
   QTextDocument text;
   text.documentLayout()->setPaintDevice(&device);
-  fill_report(text, doc, ReportLook{body_font(doc.page), {}, {}});
+  // The page first, so that the text is laid out once, to the page's size.
   text.setDocumentMargin(0);
   text.setPageSize(body.size());
+  fill_report(text, doc, ReportLook{body_font(doc.page), {}, {}});
   const int pages = std::max(1, text.pageCount());
   QAbstractTextDocumentLayout::PaintContext context;
   context.palette.setColor(QPalette::Text, Qt::black);

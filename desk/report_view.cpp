@@ -256,6 +256,12 @@ void fill_report(QTextDocument& text, const document::Document& document, const 
   // One handler: a refill's replaces the last one's.
   delete text.findChild<FigureObject*>(QString(), Qt::FindDirectChildrenOnly);
   text.documentLayout()->registerHandler(kFigureObject, new FigureObject(&text, look.colours));
+  // One edit block: the layout runs once at its end, not after every
+  // insertion (a 100-page report fills in tens of milliseconds, not seconds);
+  // nothing to undo.
+  text.setUndoRedoEnabled(false);
+  QTextCursor edit(&text);
+  edit.beginEditBlock();
   Filler fill(text, look);
   fill.signature(document.signature);
   fill.notice();
@@ -264,6 +270,7 @@ void fill_report(QTextDocument& text, const document::Document& document, const 
     if (const auto* t = std::get_if<document::Table>(&block)) fill.table(*t);
     if (const auto* f = std::get_if<document::Figure>(&block)) fill.figure(*f);
   }
+  edit.endEditBlock();
 }
 
 document::Document form_report(const std::vector<Text>& lines, TextView program,
