@@ -23,6 +23,7 @@
 #include "desk/beam_design.h"
 #include "desk/report_print.h"
 #include "desk/report_view.h"
+#include "zelkora/document/read_report.h"
 #include "zelkora/document/writers.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/grid/grid_appearance.h"
@@ -37,16 +38,6 @@ using platform::qt::to_qstring;
 using platform::qt::to_text;
 
 int to_twips(int pixels, int dpi) { return dpi > 0 ? pixels * 1440 / dpi : pixels * 15; }
-
-// The steel-grade symbols of the suite's own font (U+E000 to U+E003) as the
-// letters that stand for them in plain text (HPB300 A, HRB335 B, HRB400 C,
-// HRB500 D), for views and files without that font.
-Text with_grade_letters(Text text) {
-  for (char16_t& c : text) {
-    if (c >= u'\uE000' && c <= u'\uE003') c = static_cast<char16_t>(u'A' + (c - u'\uE000'));
-  }
-  return text;
-}
 
 }  // namespace
 
@@ -368,15 +359,14 @@ void CalcForm::show_report_stale() {
 
 bool CalcForm::save_report(const QString& file) {
   if (!work_->report_may_leave(u"保存计算书")) return false;
-  clsCharacter chr(platform_);
   return write_report_file(file, u"保存计算书", [&](Text* why) {
     QSaveFile out(file);
-    if (out.open(QIODevice::WriteOnly)) {
-      for (const Text& line : work_->report_lines()) {
-        out.write(to_utf8(with_grade_letters(chr.tDelSuperSubSign(line))).c_str());
-        out.write("\n");
-      }
-      if (out.commit()) return true;
+    const std::string text = to_utf8(document::plain_text(report_document_));
+    if (out.open(QIODevice::WriteOnly) &&
+        out.write(text.data(), static_cast<qint64>(text.size())) ==
+            static_cast<qint64>(text.size()) &&
+        out.commit()) {
+      return true;
     }
     *why = to_text(out.errorString());
     return false;
