@@ -13,8 +13,11 @@ DOCX, RTF and HTML; then
     header; pdffonts must list the symbol font as embedded where the report
     has a symbol (DOCX and HTML carry the font; RTF names it, and is read
     with the font installed, as the installer leaves it).
-Prints what it checked and how long each step took; exits 1 on the first
-failure.
+Then a dozen hostile reports (markers cut and crossed, controls, lone
+surrogates, symbols) are written in every format: python-docx must open each
+Word file, LibreOffice convert each Word and RTF file, each HTML body parse as
+XML. Prints what it checked and how long each step took; exits 1 after all
+checks when one failed.
 
 usage: check_documents.py BUILD_DIR [--keep DIR]
 """
@@ -221,6 +224,64 @@ def check_desktop(build, tool, out):
           f"in {took:.1f} s; beam.pdf {own} pages")
 
 
+def random_report(rng):
+    """Hostile report lines: markers cut and crossed, labels, padded columns,
+    controls, lone surrogates, grade symbols, long lines, in UTF-16 so any
+    unit can be written."""
+    pieces = ["_bb(", ")bb_", "_ub(", ")ub_", "_up(", ")up_", "一、", "（一）", "(1)", "  ", "    ",
+              "\u3000", "\r\n", "\n", "\r", "────────", "＝", "|", "&", "<", ">", "\"", "{", "}",
+              "\\", "\x01", "\x0b", "\x7f", "\ue000", "\ue002", "\ue003", "f", "A", "12.5", "mm",
+              "混凝土", "工程名称：", "计算日期：", "\U0001d400", "\ufffe", "\ufdd0"]
+    units = []
+    for _ in range(rng.randrange(0, 400)):
+        if rng.random() < 0.03:
+            units.append(rng.choice([0xD800, 0xDBFF, 0xDC00, 0xDFFF]))  # a lone surrogate
+        else:
+            units.extend(int.from_bytes(b, "little") for b in
+                         (lambda e: [e[i:i + 2] for i in range(0, len(e), 2)])(rng.choice(pieces).encode("utf-16-le")))
+    return b"\xff\xfe" + b"".join(u.to_bytes(2, "little") for u in units)
+
+
+def check_random_reports(tool, out, count=12):
+    """Hostile reports written in every format: python-docx opens each Word
+    file, LibreOffice converts each Word and RTF file, each HTML body parses
+    as XML. A refused file is a failure."""
+    import random
+    rng = random.Random(20261126)
+    folder = os.path.join(out, "random")
+    os.makedirs(folder, exist_ok=True)
+    files = []
+    for n in range(count):
+        source = os.path.join(folder, f"r{n}.txt")
+        with open(source, "wb") as f:
+            f.write(random_report(rng))
+        for fmt in ("docx", "rtf", "html"):
+            target = os.path.join(folder, f"r{n}.{fmt}")
+            run([tool, "report", source, "--to", fmt, target, "--program", PROGRAM])
+            files.append(target)
+    for target in files:
+        if target.endswith(".docx"):
+            try:
+                docx.Document(target)
+            except Exception as error:  # python-docx refuses the file
+                fail(f"{target}: python-docx refuses it: {error}")
+        elif target.endswith(".html"):
+            check_html(target)
+    start = time.monotonic()
+    env = dict(os.environ, HOME=os.path.join(folder, "lo-home"))
+    for fmt in ("docx", "rtf"):  # apart: a report's two files share a stem
+        pdf_dir = os.path.join(folder, fmt)
+        batch = [t for t in files if t.endswith("." + fmt)]
+        run(["soffice", "--headless", "--norestore", "--convert-to", "pdf", "--outdir", pdf_dir] + batch,
+            env=env, timeout=600)
+        for target in batch:
+            stem = os.path.splitext(os.path.basename(target))[0]
+            if not os.path.exists(os.path.join(pdf_dir, stem + ".pdf")):
+                fail(f"{target}: LibreOffice made no PDF of it")
+    print(f"random: {count} hostile reports x 3 formats written and opened "
+          f"(LibreOffice {time.monotonic() - start:.1f} s)")
+
+
 def main():
     if len(sys.argv) < 2:
         print(__doc__)
@@ -259,6 +320,7 @@ def main():
                 pages = check_pdf(pdf, plain, want_symbol_font=has_symbol)
                 summary.append(f"{reader}: {pages} pages in {took:.1f} s")
             print(f"{stem}.{fmt}: written in {written * 1000:.0f} ms (tool run); " + "; ".join(summary))
+    check_random_reports(tool, out)
     check_desktop(build, tool, out)
     if failures:
         print(f"{len(failures)} failures")
