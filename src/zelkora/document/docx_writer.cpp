@@ -256,9 +256,18 @@ bool append_table(std::string& out, const Table& table, const Layout& layout) {
   for (const auto& row : table.rows) columns = std::max(columns, row.size());
   if (table.rows.empty() || columns == 0) return false;
   std::vector<int> widths(columns);
+  long long total = 0;
   for (std::size_t c = 0; c < columns; ++c) {
     const int cells = c < table.widths.size() ? std::clamp(table.widths[c], 1, 400) : 4;
     widths[c] = layout.cells(cells) + 2 * kCellMargin;
+    total += widths[c];
+  }
+  // A table wider than the text narrows to it, each column in proportion.
+  const long long room =
+      std::max<long long>(layout.text_width() - layout.cells(std::clamp(table.indent, 0, 400)),
+                          layout.text_width() / 2);
+  if (total > room) {
+    for (int& w : widths) w = static_cast<int>(std::max<long long>(w * room / total, 2 * kCellMargin + 1));
   }
   out += "<w:tbl><w:tblPr><w:tblStyle w:val=\"ReportTable\"/>";
   append_table_width(out, widths);
@@ -276,7 +285,13 @@ bool append_table(std::string& out, const Table& table, const Layout& layout) {
     out += "</w:trPr>";
     for (std::size_t c = 0; c < columns; ++c) {
       const Align align = c < table.align.size() ? table.align[c] : Align::kLeft;
-      append_cell(out, widths[c], jc_of(align), c < row.size() ? &row[c] : nullptr);
+      if (table.header && r == 0 && c < row.size()) {
+        std::vector<Run> caption = row[c];  // the captions in bold, as in RTF and HTML
+        for (Run& run : caption) run.bold = true;
+        append_cell(out, widths[c], jc_of(Align::kCenter), &caption);
+      } else {
+        append_cell(out, widths[c], jc_of(align), c < row.size() ? &row[c] : nullptr);
+      }
     }
     out += "</w:tr>";
   }

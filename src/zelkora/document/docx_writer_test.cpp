@@ -160,7 +160,7 @@ TEST(WriteDocx, PartsAreWellFormedAndCarryTheDocument) {
   table.widths = {10, 6};
   table.header = true;
   table.rows = {{{run(u"项目")}, {run(u"数值")}},
-                {{run(u"A"), run(u"s", false, Script::kSubscript)}}};
+                {{run(u"A"), run(u"s", false, Script::kSubscript)}, {run(u"1.5")}}};
   Figure figure;
   figure.width_mm = 40;
   figure.height_mm = 30;
@@ -185,7 +185,8 @@ TEST(WriteDocx, PartsAreWellFormedAndCarryTheDocument) {
        {"Title", "标题", "Rule", "计算：", "校对：", "审核：", "日期：", "Heading2", "正文"}},
       {"table and figure",
        {table, figure},
-       {"<w:tblHeader/>", "项目", "<w:jc w:val=\"right\"/>", "数值", "<w:tc>", "r:embed",
+       {"<w:tblHeader/>", "<w:b/>", "项目", "<w:b/>", "数值", "<w:tc>", "<w:jc w:val=\"right\"/>",
+        "1.5", "r:embed",
         "cx=\"1440000\" cy=\"1080000\"", "图 1"}},
       {"hostile text",
        {text({run(hostile)})},

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <string_view>
 
 #include "zelkora/platform/codepage.h"
+#include "zelkora/platform/utf8.h"
 
 namespace zelkora::document {
 
@@ -20,12 +22,15 @@ constexpr std::u16string_view kProjectWord = u"工程名称：";
 constexpr std::u16string_view kDateWord = u"计算日期：";
 
 // The operators a broken equation's further line begins with.
-constexpr std::u16string_view kEquationStarts = u"＝+−-·×/＜＞≤≥";
+// The most rows one table is read from.
+constexpr std::size_t kMostTableRows = 200;
+
+constexpr std::u16string_view kEquationStarts = u"＝+＋−－-·×/＜＞≤≥";
 
 // ---- Lines ------------------------------------------------------------------
 
-// The text split at its line ends: CR LF, LF, CR, and the continuation (an
-// ideographic space before CR LF, which goes with the end). A last line end
+// The text split at its line ends: CR LF, LF, CR, CR CR LF, and the
+// continuation (an ideographic space before CR LF, which goes with the end). A last line end
 // opens no further line.
 std::vector<TextView> split_lines(TextView text) {
   std::vector<TextView> lines;
@@ -34,6 +39,8 @@ std::vector<TextView> split_lines(TextView text) {
     const char16_t c = text[i];
     if (c != u'\r' && c != u'\n') continue;
     std::size_t end = i;
+    // CR LF, and CR CR LF (CR LF written through a text-mode stream).
+    if (c == u'\r' && i + 2 < text.size() && text[i + 1] == u'\r' && text[i + 2] == u'\n') ++i;
     if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
       if (end > start && text[end - 1] == kIdeographicSpace) --end;
       ++i;
@@ -205,17 +212,18 @@ struct Column {
   int first, last;  // display cells, inclusive
 };
 
-// The columns of a block of lines: stretches of cells where some line has
-// text, apart by at least two cells blank in every line.
-std::vector<Column> columns_of(const std::vector<CellLine>& lines) {
-  std::size_t width = 0;
-  for (const CellLine& line : lines) width = std::max(width, line.at.size());
-  std::vector<bool> used(width, false);
-  for (const CellLine& line : lines) {
-    for (std::size_t c = 0; c < line.at.size(); ++c) {
-      if (line.at[c] >= 0) used[c] = true;
-    }
+// Marks the cells where the line has text.
+void mark_used(const CellLine& line, std::vector<bool>& used) {
+  if (used.size() < line.at.size()) used.resize(line.at.size(), false);
+  for (std::size_t c = 0; c < line.at.size(); ++c) {
+    if (line.at[c] >= 0) used[c] = true;
   }
+}
+
+// The columns of cells some line has text in: stretches of used cells,
+// apart by at least two cells blank in every line.
+std::vector<Column> columns_in(const std::vector<bool>& used) {
+  const std::size_t width = used.size();
   std::vector<Column> columns;
   for (int c = 0; c < static_cast<int>(width); ++c) {
     if (!used[static_cast<std::size_t>(c)]) continue;
@@ -248,8 +256,11 @@ std::vector<Run> cell_runs(const CellLine& line, const Column& column, int& left
   return runs_of(line.chars.data() + begin, line.chars.data() + end);
 }
 
+// Whether the runs hold a digit outside sub- and superscripts (mm², h₀ are
+// captions' units and indices, not values).
 bool has_digit(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
+    if (run.script != Script::kNormal) continue;
     if (std::any_of(run.text.begin(), run.text.end(),
                     [](char16_t c) { return c >= u'0' && c <= u'9'; })) {
       return true;
@@ -258,53 +269,89 @@ bool has_digit(const std::vector<Run>& runs) {
   return false;
 }
 
+// Whether the runs read as a number: a digit, a sign or a point first.
+bool numeric(const std::vector<Run>& runs) {
+  if (runs.empty() || runs.front().text.empty()) return false;
+  const char16_t c = runs.front().text.front();
+  return (c >= u'0' && c <= u'9') || c == u'-' || c == u'+' || c == u'.' || c == u'−';
+}
+
+// A column's alignment from where its texts stand, the caption row aside:
+// all flush left (and not all numbers of one width): left; all flush right:
+// right; else centred.
+Align alignment_of(const std::vector<std::pair<int, int>>& spans, bool all_numbers) {
+  int first = INT_MAX, last = INT_MIN;
+  for (const auto& [f, l] : spans) {
+    first = std::min(first, f);
+    last = std::max(last, l);
+  }
+  bool flush_left = true, flush_right = true;
+  for (const auto& [f, l] : spans) {
+    flush_left = flush_left && f == first;
+    flush_right = flush_right && l == last;
+  }
+  if (flush_left && flush_right) return all_numbers ? Align::kRight : Align::kLeft;
+  return flush_left ? Align::kLeft : flush_right ? Align::kRight : Align::kCenter;
+}
+
 // A table of the lines, or nothing when they do not make one: two columns
 // at least, two rows with text in two of them, and every column with text
 // in two rows.
 std::optional<Table> table_of(const std::vector<TextView>& lines) {
   std::vector<CellLine> cells;
-  for (TextView line : lines) cells.push_back(cell_line(line));
-  const std::vector<Column> columns = columns_of(cells);
+  std::vector<bool> used;
+  for (TextView line : lines) {
+    cells.push_back(cell_line(line));
+    mark_used(cells.back(), used);
+  }
+  const std::vector<Column> columns = columns_in(used);
   if (columns.size() < 2) return std::nullopt;
   Table table;
   table.indent = columns.front().first;
-  std::vector<int> lefts(columns.size(), 0), rights(columns.size(), 0),
-      filled_in(columns.size(), 0);
+  // Per row and column where the text stands (display cells), or -1.
+  std::vector<std::vector<std::pair<int, int>>> spans;
+  std::vector<int> filled_in(columns.size(), 0);
   int full_rows = 0;
   for (const CellLine& line : cells) {
     std::vector<std::vector<Run>> row;
+    std::vector<std::pair<int, int>> at;
     int filled = 0;
     for (std::size_t k = 0; k < columns.size(); ++k) {
       int left = 0, right = 0;
       row.push_back(cell_runs(line, columns[k], left, right));
+      at.emplace_back(columns[k].first + left, columns[k].last - right);
       if (row.back().empty()) continue;
       ++filled;
       ++filled_in[k];
-      lefts[k] = std::max(lefts[k], left);
-      rights[k] = std::max(rights[k], right);
     }
     if (filled >= 2) ++full_rows;
     table.rows.push_back(std::move(row));
+    spans.push_back(std::move(at));
   }
   // Two rows with two cells, and text in every column twice.
   if (full_rows < 2 ||
       std::any_of(filled_in.begin(), filled_in.end(), [](int n) { return n < 2; })) {
     return std::nullopt;
   }
-  for (std::size_t k = 0; k < columns.size(); ++k) {
-    // Flush left in every row: left; flush right: right; else centred.
-    table.align.push_back(lefts[k] == 0    ? Align::kLeft
-                          : rights[k] == 0 ? Align::kRight
-                                           : Align::kCenter);
-    const int next = k + 1 < columns.size() ? columns[k + 1].first : columns[k].last + 2;
-    table.widths.push_back(next - columns[k].first);
-  }
   // Captions: a first row without a digit over rows with them.
   const auto digits = [](const std::vector<std::vector<Run>>& row) {
     return std::any_of(row.begin(), row.end(), has_digit);
   };
-  table.header = table.rows.size() >= 2 && !digits(table.rows.front()) &&
+  table.header = !digits(table.rows.front()) &&
                  std::any_of(table.rows.begin() + 1, table.rows.end(), digits);
+  const std::size_t body = table.header ? 1 : 0;
+  for (std::size_t k = 0; k < columns.size(); ++k) {
+    std::vector<std::pair<int, int>> texts;
+    bool all_numbers = true;
+    for (std::size_t r = body; r < table.rows.size(); ++r) {
+      if (table.rows[r][k].empty()) continue;
+      texts.push_back(spans[r][k]);
+      all_numbers = all_numbers && numeric(table.rows[r][k]);
+    }
+    table.align.push_back(texts.empty() ? Align::kLeft : alignment_of(texts, all_numbers));
+    const int next = k + 1 < columns.size() ? columns[k + 1].first : columns[k].last + 2;
+    table.widths.push_back(next - columns[k].first);
+  }
   return table;
 }
 
@@ -349,6 +396,7 @@ class Reader {
 
  private:
   std::size_t header(std::size_t first);
+  std::size_t rows_from(std::size_t i) const;
   std::size_t table_or_line(std::size_t i);
   void line(TextView text);
 
@@ -358,12 +406,13 @@ class Reader {
   bool in_equation_ = false;
 };
 
-// The calculation header from line `first` (its centred bold title) down to
-// the rule; returns the line after it, or `first` when there is none.
+// The calculation header from line `first` (its centred bold title: blanks,
+// then a bold run) down to the rule; returns the line after it, or `first`
+// when there is none.
 std::size_t Reader::header(std::size_t first) {
   if (first >= lines_.size()) return first;
   const TextView title = without_blanks(lines_[first]);
-  if (!starts_with(title, u"_bb(") || title.size() < 8 ||
+  if (leading_cells(lines_[first]) == 0 || !starts_with(title, u"_bb(") || title.size() < 8 ||
       title.substr(title.size() - 4) != u")bb_") {
     return first;
   }
@@ -390,10 +439,30 @@ std::size_t Reader::header(std::size_t first) {
   return rule + 1;
 }
 
+// The end of the rows of a table that could start at line `i`: lines with
+// text after two blanks, no heading or rule among them, as long as a further
+// line does not join columns (a note under a table whose words cross its
+// gaps ends it), at most kMostTableRows of them (a longer run makes tables
+// of that many rows, and keeps reading linear).
+std::size_t Reader::rows_from(std::size_t i) const {
+  std::vector<bool> used;
+  std::size_t columns = 0, end = i;
+  for (; end < lines_.size() && end - i < kMostTableRows; ++end) {
+    const TextView line = lines_[end];
+    if (!row_like(line) || heading_level(without_blanks(line)) > 0 || is_rule(line)) break;
+    std::vector<bool> with = used;
+    mark_used(cell_line(line), with);
+    const std::size_t n = columns_in(with).size();
+    if (end - i >= 2 && n < columns) break;
+    used = std::move(with);
+    columns = n;
+  }
+  return end;
+}
+
 // A table from line `i` when the lines there make one, else the line alone.
 std::size_t Reader::table_or_line(std::size_t i) {
-  std::size_t end = i;
-  while (end < lines_.size() && row_like(lines_[end])) ++end;
+  const std::size_t end = rows_from(i);
   if (end - i >= 2) {
     std::vector<TextView> block(lines_.begin() + static_cast<std::ptrdiff_t>(i),
                                 lines_.begin() + static_cast<std::ptrdiff_t>(end));
@@ -452,7 +521,10 @@ Document Reader::read(TextView markup) {
 Text plain_runs(const std::vector<Run>& runs) {
   Text text;
   for (const Run& run : runs) {
-    for (char16_t c : run.text) text.push_back(grade_letter(c) ? grade_letter(c) : c);
+    for (char16_t c : run.text) {
+      if (c < 0x20 || c == 0x7F) continue;  // controls have no place in a text file's line
+      text.push_back(grade_letter(c) ? grade_letter(c) : c);
+    }
   }
   return text;
 }
@@ -487,7 +559,15 @@ Text report_text_from_bytes(std::string_view bytes) {
   }
   Text text;
   if (append_utf8(bytes, text)) return text;
-  return codepage::from_ansi(bytes);
+  // A few damaged bytes in a UTF-8 file leave it UTF-8 (each a U+FFFD):
+  // code page 936 text has hardly any valid multi-byte UTF-8 sequence.
+  std::size_t valid = 0, invalid = 0;
+  for (std::size_t i = 0, length = 0; i < bytes.size(); i += length) {
+    const int32_t c = decode_utf8(bytes, i, length);
+    if (c < 0) ++invalid;
+    else if (c >= 0x80) ++valid;
+  }
+  return valid >= 2 * invalid ? from_utf8(bytes) : codepage::from_ansi(bytes);
 }
 
 std::vector<Run> read_runs(TextView line) { return runs_of(styled_chars(line)); }

@@ -47,8 +47,9 @@ Document read_report(TextView markup, const ReadOptions& options = {});
 // One line of markup as runs; the markers go, the text between them stays.
 std::vector<Run> read_runs(TextView line);
 
-// The text of a report file: UTF-8 (with or without its byte order mark),
-// UTF-16 with its byte order mark, else code page 936.
+// The text of a report file: UTF-8 (with or without its byte order mark; a
+// few damaged bytes become U+FFFD), UTF-16 with its byte order mark, else
+// code page 936.
 Text report_text_from_bytes(std::string_view bytes);
 
 // The document as plain text: the runs' text with the steel-grade symbols

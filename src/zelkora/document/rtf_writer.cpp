@@ -3,6 +3,7 @@
 // Roman for ASCII, \f2 the grade-symbol font. Every non-ASCII character is
 // \uN with its code page 936 bytes (or "?") for readers without Unicode.
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <string>
 
@@ -323,12 +324,18 @@ void write_row_definition(std::string& out, const std::vector<Column>& columns, 
   append_word(out, "\\trowd\\trgaph", kCellGapTwips);
   append_word(out, "\\trleft", left);
   if (header) out += "\\trhdr";
-  int edge = left;
+  // A cell of one more display cell than its text, for the proportional
+  // fonts; a table wider than the text narrows to it, each column in
+  // proportion.
+  long long total = 0;
+  for (const Column& column : columns) total += (column.width + 1LL) * m.cell + 2 * kCellGapTwips;
+  const long long room = std::max<long long>(m.text_width - left, m.text_width / 2);
+  long long edge = left;
   for (const Column& column : columns) {
-    // A cell of one more display cell than its text, for the proportional fonts.
-    edge += (column.width + 1) * m.cell + 2 * kCellGapTwips;
+    const long long width = (column.width + 1LL) * m.cell + 2 * kCellGapTwips;
+    edge += total > room ? std::max<long long>(width * room / total, 2 * kCellGapTwips + 1) : width;
     write_cell_borders(out);
-    append_word(out, "\\cellx", edge);
+    append_word(out, "\\cellx", static_cast<int>(std::min<long long>(edge, INT_MAX)));
   }
   out += '\n';
 }
