@@ -12,8 +12,8 @@
 #include <algorithm>
 
 #include "desk/section_figure.h"
-#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/read_report.h"
+#include "zelkora/platform/grade_font.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
 Q_DECLARE_METATYPE(zelkora::document::Figure)

@@ -45,7 +45,8 @@ document::Figure figure_of(fuzz::Input& in) {
     shape.stroke = static_cast<document::Colour>(in.number()) << 12 | in.byte();
     if (in.byte() % 2) shape.fill = static_cast<document::Colour>(in.number()) << 16;
     shape.text = u"250×500";
-    for (int n = in.byte() % 4; n > 0; --n) shape.text.push_back(static_cast<char16_t>(in.number()));
+    for (int n = in.byte() % 4; n > 0; --n)
+      shape.text.push_back(static_cast<char16_t>(in.number()));
     shape.text_mm = coordinate(in);
     shape.text_align = static_cast<document::Align>(static_cast<int>(in.byte() % 3) - 1);
     figure.shapes.push_back(std::move(shape));

@@ -33,8 +33,10 @@ void report_command(Args& args, std::ostream& out) {
   std::string bytes;
   const auto input = platform::path_from_text(file_arg(args[0]));
   switch (platform::read_file(input, kMostReportBytes, bytes)) {
-    case platform::ReadStatus::Ok: break;
-    case platform::ReadStatus::Missing: throw Failure{"no file " + args[0]};
+    case platform::ReadStatus::Ok:
+      break;
+    case platform::ReadStatus::Missing:
+      throw Failure{"no file " + args[0]};
     case platform::ReadStatus::Failed:
       throw Failure{"cannot read " + args[0] + " (not a file, or over 64 MiB)"};
   }

@@ -24,10 +24,10 @@
 #include <vector>
 
 #include "zelkora/document/figure_emf.h"
-#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/writers.h"
 #include "zelkora/document/xml_text.h"
 #include "zelkora/document/zip_container.h"
+#include "zelkora/platform/grade_font.h"
 
 namespace zelkora::document {
 
@@ -267,7 +267,8 @@ bool append_table(std::string& out, const Table& table, const Layout& layout) {
       std::max<long long>(layout.text_width() - layout.cells(std::clamp(table.indent, 0, 400)),
                           layout.text_width() / 2);
   if (total > room) {
-    for (int& w : widths) w = static_cast<int>(std::max<long long>(w * room / total, 2 * kCellMargin + 1));
+    for (int& w : widths)
+      w = static_cast<int>(std::max<long long>(w * room / total, 2 * kCellMargin + 1));
   }
   out += "<w:tbl><w:tblPr><w:tblStyle w:val=\"ReportTable\"/>";
   append_table_width(out, widths);

@@ -337,8 +337,8 @@ std::optional<Table> table_of(const std::vector<TextView>& lines) {
   const auto digits = [](const std::vector<std::vector<Run>>& row) {
     return std::any_of(row.begin(), row.end(), has_digit);
   };
-  table.header = !digits(table.rows.front()) &&
-                 std::any_of(table.rows.begin() + 1, table.rows.end(), digits);
+  table.header =
+      !digits(table.rows.front()) && std::any_of(table.rows.begin() + 1, table.rows.end(), digits);
   const std::size_t body = table.header ? 1 : 0;
   for (std::size_t k = 0; k < columns.size(); ++k) {
     std::vector<std::pair<int, int>> texts;
@@ -564,8 +564,10 @@ Text report_text_from_bytes(std::string_view bytes) {
   std::size_t valid = 0, invalid = 0;
   for (std::size_t i = 0, length = 0; i < bytes.size(); i += length) {
     const int32_t c = decode_utf8(bytes, i, length);
-    if (c < 0) ++invalid;
-    else if (c >= 0x80) ++valid;
+    if (c < 0)
+      ++invalid;
+    else if (c >= 0x80)
+      ++valid;
   }
   return valid >= 2 * invalid ? from_utf8(bytes) : codepage::from_ansi(bytes);
 }

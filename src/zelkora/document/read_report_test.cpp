@@ -176,19 +176,24 @@ TEST(ReadReport, TablesKeepToTheirRows) {
       // a heading over the table and a note under it whose words cross its gaps
       {u"_bb((1))bb_截面  尺寸\r\n    项目      弯矩      轴力\r\n    柱1      120.5     850.0\r\n"
        u"    柱2       12.0      85.5\r\n    注：  轴力以受压为正。\r\n",
-       3, true, {Align::kLeft, Align::kRight, Align::kRight}},
+       3,
+       true,
+       {Align::kLeft, Align::kRight, Align::kRight}},
       // a caption with a unit's superscript; a centred caption over numbers
       // flush right; numbers of one width
       {u"A_ub(s)ub_(mm_up(2)up_)     剪力(kN)        N\r\n    1256          85.3     120\r\n"
        u"     942         112.6     130\r\n",
-       3, true, {Align::kRight, Align::kRight, Align::kRight}},
+       3,
+       true,
+       {Align::kRight, Align::kRight, Align::kRight}},
       // CR CR LF line ends
       {u"a    b\r\r\n1    2\r\r\n3    4\r\r\n", 3, true, {Align::kRight, Align::kRight}},
   };
   for (const auto& c : cases) {
     const Document doc = read_report(c.text);
-    const auto table = std::find_if(doc.blocks.begin(), doc.blocks.end(),
-                                    [](const Block& b) { return std::holds_alternative<Table>(b); });
+    const auto table = std::find_if(doc.blocks.begin(), doc.blocks.end(), [](const Block& b) {
+      return std::holds_alternative<Table>(b);
+    });
     ASSERT_NE(table, doc.blocks.end()) << to_utf8(c.text);
     const Table& t = std::get<Table>(*table);
     EXPECT_EQ(t.rows.size(), c.rows) << to_utf8(c.text);
@@ -227,7 +232,7 @@ TEST(ReadReport, FileBytesInEveryEncodingASuiteProgramWrites) {
       {"A\xE2\x82\x9B", u"A\u209B"},                         // UTF-8 without
       {std::string("\xFF\xFE\x00\x4E\x41\x00", 6), u"一A"},  // UTF-16 LE
       {std::string("\xFE\xFF\x4E\x00\x00\x41", 6), u"一A"},  // UTF-16 BE
-      {"\xE4\xB8\x80\xE4\xBA\x8C\xA9", u"一二\uFFFD"},  // UTF-8 with a damaged byte
+      {"\xE4\xB8\x80\xE4\xBA\x8C\xA9", u"一二\uFFFD"},       // UTF-8 with a damaged byte
       {"\xD2\xBB\xAA\xA3", u"一\uE002"},                     // code page 936
   };
   for (const auto& c : cases) EXPECT_EQ(report_text_from_bytes(c.bytes), c.text) << c.bytes;

@@ -8,10 +8,10 @@
 #include <string>
 
 #include "zelkora/document/figure_emf.h"
-#include "zelkora/platform/grade_font.h"
 #include "zelkora/document/writer_support.h"
 #include "zelkora/document/writers.h"
 #include "zelkora/platform/codepage.h"
+#include "zelkora/platform/grade_font.h"
 
 namespace zelkora::document {
 

@@ -27,7 +27,8 @@ double drawn_area(const Figure& f, double scale) {
       }
       a = std::fabs(a) / 2;
     } else if (s.kind == Shape::Kind::kEllipse) {
-      a = std::numbers::pi / 4 * std::fabs(s.points[2] - s.points[0]) * std::fabs(s.points[3] - s.points[1]);
+      a = std::numbers::pi / 4 * std::fabs(s.points[2] - s.points[0]) *
+          std::fabs(s.points[3] - s.points[1]);
     } else {
       continue;
     }
