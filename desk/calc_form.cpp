@@ -21,6 +21,7 @@
 #include <cmath>
 
 #include "desk/beam_design.h"
+#include "desk/case_table.h"
 #include "desk/report_print.h"
 #include "desk/report_view.h"
 #include "zelkora/document/read_report.h"
@@ -54,6 +55,10 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   column->addWidget(build_filter_bar(left));
   panel_ = new platform::qt::QtPanel(left);
   column->addWidget(panel_, 1);
+  if (program.load_cases) {
+    cases_ = new CaseTable(left);
+    column->addWidget(cases_);
+  }
   panel_->installEventFilter(this);
   heading_ = new QLabel(to_qstring(program.menu_key), panel_);
   QFont heading_font = heading_->font();
@@ -97,6 +102,12 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
   statusBar()->addPermanentWidget(refused_count_);
   build_actions();
   work_ = std::make_unique<FormWork>(platform, program, static_cast<FormView&>(*this));
+  if (cases_) {
+    cases_->edited = [this] { work_->cases_changed(); };
+    cases_->add = [this] { return work_->add_case(); };
+    cases_->remove = [this](int32_t item) { return work_->delete_case(item); };
+    cases_->move = [this](int32_t item, int step) { return work_->move_case(item, step); };
+  }
   grid_->QTableWidget::setSelectionMode(QAbstractItemView::ExtendedSelection);
   describe_values();
   // The user sets the caption column's width by its edge; it is kept with
@@ -107,6 +118,8 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const Pro
 }
 
 CalcForm::~CalcForm() = default;
+
+platform::ListView* CalcForm::case_table() { return cases_ ? &cases_->table() : nullptr; }
 
 QAction* CalcForm::action(Action which) const {
   const auto at = static_cast<std::size_t>(which);

@@ -38,6 +38,8 @@
 
 namespace zelkora::desk {
 
+class CaseTable;
+
 class CalcForm : public QMainWindow, private FormView {
   Q_OBJECT
 
@@ -83,6 +85,8 @@ class CalcForm : public QMainWindow, private FormView {
   // and the pane it shares with the report; else null.
   SectionView* sketch_view() { return sketch_view_; }
   QSplitter* side_panes() { return side_; }
+  // The table of load cases, on a form that has one (else null).
+  CaseTable* case_table_widget() { return cases_; }
   // The section the report was last calculated for (its figure).
   const SectionSketch& report_sketch() const { return report_sketch_; }
   // The report last calculated as a document (empty before the first).
@@ -178,6 +182,7 @@ class CalcForm : public QMainWindow, private FormView {
   platform::GridControl& grid_control() override { return *grid_; }
   platform::RichTextBox& title_box_control() override { return *title_; }
   platform::Panel& panel_control() override { return *panel_; }
+  platform::ListView* case_table() override;
   void connect_events(platform::GridEvents* events) override { grid_->connect_events(events); }
   bool leave_cell() override { return grid_->leave_cell(); }
   bool type_into(int32_t row, TextView text) override;
@@ -216,6 +221,7 @@ class CalcForm : public QMainWindow, private FormView {
   QSplitter* splitter_ = nullptr;
   QSplitter* side_ = nullptr;  // the sketch over the report
   SectionView* sketch_view_ = nullptr;
+  CaseTable* cases_ = nullptr;  // the load cases, on a form that has them
   SectionSketch report_sketch_;
   QRect title_rule_, grid_rule_;  // where Form_Resize put the title box and the grid
   bool title_grows_ = false;      // the title box shows a refusal

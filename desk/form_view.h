@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "zelkora/grid/row_filter.h"
+#include "zelkora/platform/controls.h"
 #include "zelkora/platform/grid_control.h"
 #include "zelkora/platform/text.h"
 
@@ -26,6 +27,9 @@ class FormView {
   virtual platform::GridControl& grid_control() = 0;
   virtual platform::RichTextBox& title_box_control() = 0;
   virtual platform::Panel& panel_control() = 0;
+  // The table of load cases of a form that has one (Program::load_cases),
+  // else null. Its edits are told to FormWork::cases_changed.
+  virtual platform::ListView* case_table() { return nullptr; }
   // The grid's events go to `events` (null: nowhere).
   virtual void connect_events(platform::GridEvents* events) = 0;
 

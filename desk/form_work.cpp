@@ -96,6 +96,7 @@ FormWork::FormWork(std::shared_ptr<const platform::Platform> platform, const Pro
   view_.connect_events(session_.get());
   const clsCharacter chr(platform);
   session_->build(layout_id(program.layout, chr));
+  if (platform::ListView* table = view_.case_table()) set_case_rows(*table, default_case_rows());
   history_ = std::make_unique<grid::ValueHistory>(session_->cell());
   update_refused();
   update_history();
@@ -146,7 +147,7 @@ void FormWork::remember_file(TextView file) {
 // ---- The project ---------------------------------------------------------------------
 
 void FormWork::update_changed() {
-  const bool changed = values() != saved_values_;
+  const bool changed = values() != saved_values_ || cases() != saved_cases_;
   if (changed == changed_) return;
   changed_ = changed;
   update_title();
@@ -154,6 +155,7 @@ void FormWork::update_changed() {
 
 void FormWork::values_saved() {
   saved_values_ = values();
+  saved_cases_ = cases();
   changed_ = false;
   update_title();
 }
@@ -223,6 +225,7 @@ bool FormWork::may_close() {
 
 void FormWork::new_project() {
   session_->cell().LoadDefaultEnterA(false);
+  if (platform::ListView* table = view_.case_table()) set_case_rows(*table, default_case_rows());
   history_->clear();
   values_changed();
   file_.clear();
@@ -288,6 +291,7 @@ void FormWork::calculate() {
   chr.bSuperSub(true);  // squares and cubes of units as superscripts
   report_lines_ = beam_report(now, chr);
   report_values_ = now;
+  report_cases_ = cases();
   report_stale_ = false;
   view_.show_report(report_lines_, report_values_);
 }
@@ -300,9 +304,60 @@ bool FormWork::report_may_leave(TextView action) {
 
 void FormWork::mark_report_stale() {
   if (!program_.calculates || report_lines_.empty() || report_stale_) return;
-  if (values() == report_values_) return;
+  if (values() == report_values_ && cases() == report_cases_) return;
   report_stale_ = true;
   view_.show_report_stale();
+}
+
+// ---- The load cases -------------------------------------------------------------------
+
+CaseRows FormWork::cases() const {
+  const platform::ListView* table = view_.case_table();
+  return table ? case_rows(*table) : CaseRows();
+}
+
+void FormWork::cases_changed() {
+  update_changed();
+  mark_report_stale();
+}
+
+int32_t FormWork::add_case() {
+  platform::ListView* table = view_.case_table();
+  if (!table) return 0;
+  CaseRows rows = case_rows(*table);
+  if (static_cast<int32_t>(rows.size()) >= kMostCases) {
+    platform_->messages->warning(
+        u"荷载工况最多 " + from_utf8(std::to_string(kMostCases)) + u" 个。", window_title());
+    return 0;
+  }
+  rows.push_back(new_case_row(rows));
+  set_case_rows(*table, rows);
+  cases_changed();
+  return static_cast<int32_t>(rows.size());
+}
+
+bool FormWork::delete_case(int32_t item) {
+  platform::ListView* table = view_.case_table();
+  if (!table) return false;
+  CaseRows rows = case_rows(*table);
+  if (item < 1 || item > static_cast<int32_t>(rows.size()) || rows.size() == 1) return false;
+  rows.erase(rows.begin() + (item - 1));
+  set_case_rows(*table, rows);
+  cases_changed();
+  return true;
+}
+
+int32_t FormWork::move_case(int32_t item, int step) {
+  platform::ListView* table = view_.case_table();
+  if (!table) return 0;
+  CaseRows rows = case_rows(*table);
+  const int32_t to = item + (step < 0 ? -1 : 1);
+  const auto count = static_cast<int32_t>(rows.size());
+  if (item < 1 || item > count || to < 1 || to > count) return 0;
+  std::swap(rows[static_cast<std::size_t>(item - 1)], rows[static_cast<std::size_t>(to - 1)]);
+  set_case_rows(*table, rows);
+  cases_changed();
+  return to;
 }
 
 // ---- The form object ------------------------------------------------------------------

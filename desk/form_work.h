@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "desk/form_view.h"
+#include "desk/load_cases.h"
 #include "desk/programs.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/form_session.h"
@@ -101,6 +102,20 @@ class FormWork : public platform::GridForm {
   // it has been calculated and the values have not changed since. Else the
   // user is told so in a box titled `action`; false then.
   bool report_may_leave(TextView action);
+
+  // ---- The table of load cases (a form with Program::load_cases).
+  // Its rows as they are now (none without a table).
+  CaseRows cases() const;
+  // After the user edited a cell of the table.
+  void cases_changed();
+  // A new case after the last; its row (from 1).
+  int32_t add_case();
+  // Case `item` (from 1) deleted; false when there is none or it is the
+  // only one.
+  bool delete_case(int32_t item);
+  // Case `item` moved one row up (`step` -1) or down (1); its new row, or 0
+  // when it cannot move.
+  int32_t move_case(int32_t item, int step);
 
   // ---- The Edit menu.
   // Undo and redo: the cell is left first; the row of the step's first item
@@ -187,6 +202,7 @@ class FormWork : public platform::GridForm {
   std::vector<Text> report_values_;  // the values the report was calculated from
   bool report_stale_ = false;
   std::vector<Text> saved_values_;  // the values last saved, opened or begun anew
+  CaseRows saved_cases_, report_cases_;  // the load cases saved and calculated
   Text file_;
   std::optional<Text> preset_open_, preset_save_;
   bool changed_ = false;

@@ -8,6 +8,10 @@ namespace zelkora::desk {
 HeadlessDeskForm::HeadlessDeskForm(std::shared_ptr<const platform::Platform> platform,
                                    const Program& program)
     : platform_(platform) {
+  if (program.load_cases) {
+    cases_ = std::make_unique<platform::headless::MemoryListView>();
+    cases_->columns = kCaseColumns;
+  }
   work_ = std::make_unique<FormWork>(platform, program, static_cast<FormView&>(*this));
   // Shown, the grid takes the focus and enters its first shown cell.
   const platform::headless::MemoryGrid& grid = controls_.grid;

@@ -18,6 +18,7 @@
 
 #include "desk/form_view.h"
 #include "desk/form_work.h"
+#include "zelkora/platform/headless/headless_controls.h"
 #include "zelkora/platform/headless/headless_form.h"
 
 namespace zelkora::desk {
@@ -30,6 +31,8 @@ class HeadlessDeskForm : private FormView {
   FormWork& work() { return *work_; }
   platform::headless::HeadlessForm& controls() { return controls_; }
   platform::headless::HeadlessUser& user() { return user_; }
+  // The table of load cases (null on a form without one).
+  platform::headless::MemoryListView* cases() { return cases_.get(); }
 
   const Text& title() const { return title_; }
   bool title_changed() const { return title_changed_; }
@@ -51,6 +54,7 @@ class HeadlessDeskForm : private FormView {
   platform::GridControl& grid_control() override { return controls_.grid; }
   platform::RichTextBox& title_box_control() override { return controls_.title; }
   platform::Panel& panel_control() override { return controls_.panel; }
+  platform::ListView* case_table() override { return cases_.get(); }
   void connect_events(platform::GridEvents* events) override { controls_.connect(events); }
   bool leave_cell() override { return user_.leave_cell(); }
   bool type_into(int32_t row, TextView text) override;
@@ -83,6 +87,8 @@ class HeadlessDeskForm : private FormView {
 
   std::shared_ptr<const platform::Platform> platform_;
   platform::headless::HeadlessForm controls_;
+  // The table of load cases, on a form that has one.
+  std::unique_ptr<platform::headless::MemoryListView> cases_;
   platform::headless::HeadlessUser user_{controls_};
   std::map<int32_t, Text> marks_;  // refused values' rows, their refusals
   Text title_;

@@ -145,6 +145,7 @@ void HeadlessScriptRunner::run_step(const QString& line) {
     return;
   }
   if (verb == QLatin1String("reset")) return open_form().work().reset_current();
+  if (verb == QLatin1String("case")) return load_case(parse_case_step(rest));
   if (verb == QLatin1String("toggle")) {
     if (rest != QLatin1String("changed") && rest != QLatin1String("refused")) {
       throw StepError("toggle takes changed or refused");
@@ -414,6 +415,48 @@ void HeadlessScriptRunner::answer_next(const QString& args) {
     throw StepError("answer takes yes [FILE], no or cancel");
   }
   if (!file.isEmpty()) open_form().work().preset_file(to_text(file), true);
+}
+
+// The table of load cases is clicked: the grid's cell is left first, as the
+// focus leaves it.
+void HeadlessScriptRunner::load_case(const CaseStep& step) {
+  HeadlessDeskForm& form = open_form();
+  platform::headless::MemoryListView* table = form.cases();
+  if (!table) throw StepError("the form has no table of load cases");
+  if (step.kind != CaseStep::Kind::kAdd && step.row > table->ListItemsCount()) {
+    throw StepError("the table has no case " + std::to_string(step.row));
+  }
+  if (focus_ == Focus::kGrid) form.user().focus_away();
+  focus_ = Focus::kElsewhere;
+  FormWork& work = form.work();
+  switch (step.kind) {
+    case CaseStep::Kind::kAdd:
+      work.add_case();
+      return;
+    case CaseStep::Kind::kDelete:
+      work.delete_case(step.row);
+      return;
+    case CaseStep::Kind::kUp:
+    case CaseStep::Kind::kDown:
+      work.move_case(step.row, step.kind == CaseStep::Kind::kUp ? -1 : 1);
+      return;
+    case CaseStep::Kind::kSet: {
+      static const QStringList kKinds = {"永久", "可变", "风", "地震"};
+      if (step.col == 2 && !kKinds.contains(step.text)) {
+        throw StepError("the list has no " + step.text.toStdString());
+      }
+      const Text text = platform::qt::to_text(step.text);
+      if (step.col == 1) {
+        CaseRows rows = case_rows(*table);
+        rows[static_cast<std::size_t>(step.row - 1)][0] = text;
+        set_case_rows(*table, rows);
+      } else {
+        table->SubItem(step.row, step.col - 1, text);
+      }
+      work.cases_changed();
+      return;
+    }
+  }
 }
 
 void HeadlessScriptRunner::close_form() {

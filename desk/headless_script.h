@@ -68,6 +68,7 @@ class HeadlessScriptRunner {
   void paste(const QString& args);
   void answer_next(const QString& args);
   void close_form();
+  void load_case(const CaseStep& step);
   void preset(const QString& file, bool saving);
 
   QTextStream& out_;

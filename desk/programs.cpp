@@ -20,7 +20,7 @@ const std::vector<Program>& programs() {
   // clsLoadCombination 7 SEhk under 17 考虑地震作用, 6 SWk under 18 考虑风荷载.
   static const std::vector<Program> kPrograms = {
       {u"梁配筋计算", u"clsBeamSteel", {{25, {24}}}, true},
-      {u"独立基础计算", u"clsFoundationSpread", {{21, {22, 23, 24}}}, false},
+      {u"独立基础计算", u"clsFoundationSpread", {{21, {22, 23, 24}}}, false, true},
       {u"荷载组合", u"clsLoadCombination", {{17, {7}}, {18, {6}}}, false},
   };
   return kPrograms;

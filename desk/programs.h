@@ -23,6 +23,8 @@ struct Program {
   TextView layout;    // its form's layout ("clsBeamSteel")
   std::vector<ItemRule> rules;
   bool calculates;  // the form has a calculation (the beam)
+  // The form holds its loads in a table of load cases (desk/load_cases.h).
+  bool load_cases = false;
 };
 
 // The catalogue id of the layout named `name` (without regard to case), or 0.

@@ -12,6 +12,7 @@
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
+#include "desk/footing_figure.h"
 #include "desk/report_print.h"
 #include "desk/report_view.h"
 #include "desk/script.h"
@@ -91,6 +92,67 @@ class ReportTest : public QObject {
       QCOMPARE(figure.shapes.empty(), c.sketch.b <= 0);
     }
     QCOMPARE(section_figure(cases[1].sketch).caption, Text(u"6000×150"));
+  }
+
+  // The footing's plan: everything inside the drawing, the column where it
+  // stands (or left out when it does not fit), each side's pressure a
+  // trapezoid or, with the base lifting off, a triangle as long as the part
+  // in contact.
+  void footingFigureDrawsThePressures() {
+    using Profile = FootingSketch::Profile;
+    const double nan = std::nan("");
+    const struct {
+      const char* name;
+      FootingSketch sketch;
+      int columns;                        // grey rectangles of the column
+      std::vector<std::size_t> diagrams;  // corners of each pressure diagram
+      double reach = 0;                   // the triangle along b reaches this share of the plan
+    } cases[] = {
+        {"centred, full contact",
+         {2500, 3000, 500, 500, 0, 0, Profile{180, 95, 2500}, Profile{150, 125, 3000}, {}},
+         1,
+         {4, 4}},
+        {"lifting off along b",
+         {2000, 2000, 400, 400, 300, 0, Profile{0, 240, 1500}, std::nullopt, {}},
+         1,
+         {3},
+         0.75},
+        {"column off the base",
+         {1000, 1000, 400, 400, 450, 0, std::nullopt, Profile{100, 100, 1000}, {}},
+         0,
+         {4}},
+        {"pressures not numbers",
+         {1500, 1500, 400, 400, 0, 0, Profile{nan, 1, 1500}, std::nullopt, {}},
+         1,
+         {}},
+        {"no base", {0, 1500, 400, 400, 0, 0, Profile{100, 100, 1}, std::nullopt, {}}, 0, {}},
+    };
+    for (const auto& c : cases) {
+      const document::Figure figure = footing_figure(c.sketch);
+      QCOMPARE(figure.shapes.empty(), c.sketch.b <= 0);
+      int columns = 0;
+      std::vector<std::size_t> diagrams;
+      for (const document::Shape& shape : figure.shapes) {
+        for (std::size_t i = 0; i < shape.points.size(); i += 2) {
+          QVERIFY2(shape.points[i] >= -1e-9 && shape.points[i] <= figure.width_mm + 1e-9 &&
+                       shape.points[i + 1] >= -1e-9 &&
+                       shape.points[i + 1] <= figure.height_mm + 1e-9,
+                   c.name);
+        }
+        if (shape.kind == document::Shape::Kind::kRect && shape.fill == figure_colour::kStirrup)
+          ++columns;
+        if (shape.kind != document::Shape::Kind::kPolygon) continue;
+        diagrams.push_back(shape.points.size() / 2);
+        if (c.reach > 0 && diagrams.size() == 1) {
+          const document::Shape& plan = figure.shapes.front();
+          const double share =
+              (plan.points[2] - shape.points[4]) / (plan.points[2] - plan.points[0]);
+          QVERIFY2(std::abs(share - c.reach) < 1e-9, c.name);
+        }
+      }
+      QCOMPARE(columns, c.columns);
+      QCOMPARE(diagrams, c.diagrams);
+    }
   }
 
   // Documents made by hand, hostile ones too, as PDF: every one gives a file

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDeadlineTimer>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -18,10 +19,13 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
+#include <QTreeWidget>
 #include <functional>
 #include <stdexcept>
 
 #include "desk/calc_form.h"
+#include "desk/case_table.h"
 #include "desk/desk_app.h"
 #include "desk/main_window.h"
 
@@ -215,6 +219,7 @@ class ScriptRunner::Steps {
     if (verb == QLatin1String("toggle")) return toggle(rest);
     if (verb == QLatin1String("reset")) return reset_row();
     if (verb == QLatin1String("clip")) return clip(rest);
+    if (verb == QLatin1String("case")) return load_case(parse_case_step(rest));
     throw StepError("unknown step \"" + verb.toStdString() +
                     "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
                     "shot, undo, redo, filter, toggle, copy, clip, paste, reset, new, close, "
@@ -405,6 +410,70 @@ class ScriptRunner::Steps {
     click_cell(f.grid(), row_of_item(f, item), 3);
     QApplication::clipboard()->setText(values.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     chord(Qt::Key_V);
+  }
+
+  // A step on the table of load cases, by the mouse and the keys.
+  void load_case(const CaseStep& step) {
+    CalcForm& f = form();
+    CaseTable* cases = f.case_table_widget();
+    if (!cases) throw StepError("the form has no table of load cases");
+    QTreeWidget& table = cases->table();
+    const auto cell_point = [&](int32_t row, int32_t col) {
+      QTreeWidgetItem* item = table.topLevelItem(row - 1);
+      if (!item) throw StepError("the table has no case " + std::to_string(row));
+      table.scrollToItem(item);
+      const int x = table.header()->sectionViewportPosition(col - 1) +
+                    table.header()->sectionSize(col - 1) / 2;
+      return QPoint(x, table.visualItemRect(item).center().y());
+    };
+    const char* button = nullptr;
+    switch (step.kind) {
+      case CaseStep::Kind::kAdd:
+        button = "caseAdd";
+        break;
+      case CaseStep::Kind::kDelete:
+        button = "caseDelete";
+        break;
+      case CaseStep::Kind::kUp:
+        button = "caseUp";
+        break;
+      case CaseStep::Kind::kDown:
+        button = "caseDown";
+        break;
+      case CaseStep::Kind::kSet: {
+        const QPoint at = cell_point(step.row, step.col);
+        close_list_for_click(table.viewport());
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseDClick(table.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        settle();
+        QWidget* editor = QApplication::focusWidget();
+        if (!editor || editor == &table) throw StepError("the cell opened no editor");
+        if (auto* box = qobject_cast<QComboBox*>(editor)) {
+          const int index = box->findText(step.text);
+          if (index < 0) throw StepError("the list has no " + step.text.toStdString());
+          // Down from the first item to the one wanted.
+          QTest::keyClick(box, Qt::Key_Home);
+          for (int i = 0; i < index; ++i) QTest::keyClick(box, Qt::Key_Down);
+        } else {
+          QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+          if (step.text.isEmpty()) QTest::keyClick(editor, Qt::Key_Delete);
+          type_text(editor, step.text);
+        }
+        QTest::keyClick(editor, Qt::Key_Return);
+        settle();
+        return;
+      }
+    }
+    if (step.kind != CaseStep::Kind::kAdd) {
+      const QPoint at = cell_point(step.row, 1);
+      close_list_for_click(table.viewport());
+      QTest::mouseClick(table.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    }
+    auto* target = cases->findChild<QToolButton*>(QString::fromLatin1(button));
+    if (!target) throw StepError("the table's button is not there");
+    close_list_for_click(target);
+    QTest::mouseClick(target, Qt::LeftButton);
+    settle();
   }
 
   void press(CalcForm::Action which) {

@@ -37,6 +37,10 @@
 //   recent N              entry N of File ▸ Recent projects
 //   answer yes [FILE]|no|cancel  the answer to the next question
 //   shot PNGFILE          the window as a picture
+//   case add              the table of load cases' 添加 button
+//   case delete|up|down ROW  click case ROW, then 删除, 上移 or 下移
+//   case ROW COL TEXT     double-click a cell of the table (from 1), type
+//                         TEXT (a kind: choose it from the list), Enter
 //
 // Blank lines and lines starting with "#" are passed over. Every message box
 // met is printed as "message: TITLE | TEXT" and answered: OK, or the answer

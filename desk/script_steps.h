@@ -29,6 +29,17 @@ ScriptStep parse_step(const QString& line);
 // column 2 without its blanks); a StepError when the form has none.
 int32_t row_of_item(clsGridCell& cell, const platform::GridControl& grid, const QString& item);
 
+// A step on the table of load cases ("case ..."): add a case; delete, or
+// move up or down, case ROW; or replace the text of cell ROW COL (both from
+// 1) by typing TEXT (empty: the cell emptied).
+struct CaseStep {
+  enum class Kind { kAdd, kDelete, kUp, kDown, kSet };
+  Kind kind = Kind::kAdd;
+  int32_t row = 0, col = 0;
+  QString text;
+};
+CaseStep parse_case_step(const QString& rest);
+
 // What a run prints for a message box met ("message: TITLE | TEXT", the
 // text on one line) and for a copy ("copied: " and the lines, "|" between).
 QString message_line(TextView title, TextView text);
