@@ -214,6 +214,8 @@ class LoadCombinationTest : public QObject {
     QCOMPARE(all[of(CombinationKind::kFundamental, 1).smallest].label,
              Text(u"G1+G2+1.5Wy+1.5×0.7Q2"));
     QCOMPARE(g.size(), 10u);  // five kinds, two components
+    // Frequent (3.2.9), component 0: Q1 leading with ψf, Q2 with ψq.
+    QCOMPARE(all[of(CombinationKind::kFrequent, 0).largest].effects[0], 150 + 0.5 * 40 + 0.5 * 20);
   }
 
   // Values the combinations must refuse rather than answer.
