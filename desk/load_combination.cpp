@@ -314,7 +314,11 @@ class Builder {
             d.c.factors[at] += gamma_g * a_[at].psi_e;
             gravity += (gravity.empty() ? u"" : u"+") + product({a_[at].psi_e}) + a_[at].name;
           }
-          if (!gravity.empty()) d.c.label = product({gamma_g}) + u"(" + gravity + u")";
+          // "1.2(G+0.5Q)", "1.0(G+0.5Q)": the factor always shown.
+          if (!gravity.empty()) {
+            d.c.label = number_text(gamma_g) + (gamma_g == std::floor(gamma_g) ? u".0(" : u"(") +
+                        gravity + u")";
+          }
           d.add(a_[e], e, o_.gamma_eh, product({o_.gamma_eh}));
           if (w != npos)
             d.add(a_[w], w, o_.psi_we * kGammaWSeismic, product({o_.psi_we, kGammaWSeismic}));
