@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 
 #include "desk/load_combination.h"
 #include "desk/load_combination_report.h"
@@ -246,7 +247,7 @@ class LoadCombinationTest : public QObject {
   }
 
   // The report of a case read back: its headings in order, the governing
-  // values in the conclusion, a table of only the governing rows.
+  // values in the conclusion, a table of only the governing rows or of all.
   void reportReadBack() {
     std::vector<Row> rows = read_csv(QStringLiteral("load_combination_cases.csv"));
     const Row row = *std::find_if(rows.begin(), rows.end(), [](const Row& r) {
@@ -274,6 +275,16 @@ class LoadCombinationTest : public QObject {
     QVERIFY(text.contains(QStringLiteral("只列出起控制作用的组合")));
     QVERIFY(text.contains(QStringLiteral("GB 50009－2012（荷载组合与分项系数）")));
     QVERIFY(text.contains(QStringLiteral("1.35")));
+    // 输出全部荷载组合: every combination has its row (the governing ones had
+    // theirs already).
+    std::vector<Text> values = values_of(row);
+    const std::size_t governing_only = load_combination_report(values, chr).size();
+    values[19] = u"是";
+    const std::vector<Combination> all = result_of(row).combinations;
+    std::set<std::size_t> shown;
+    for (const Governing& g : governing(all)) shown.insert({g.largest, g.smallest});
+    QCOMPARE(load_combination_report(values, chr).size() - governing_only,
+             all.size() - shown.size());
   }
 };
 
