@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <string>
 
-#include "desk/beam_report.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/grid_appearance.h"
@@ -289,7 +288,7 @@ void FormWork::calculate() {
   const std::vector<Text> now = values();
   clsCharacter chr(platform_);
   chr.bSuperSub(true);  // squares and cubes of units as superscripts
-  report_lines_ = beam_report(now, chr);
+  report_lines_ = program_.report ? program_.report(now, chr) : std::vector<Text>{};
   report_values_ = now;
   report_cases_ = cases();
   report_stale_ = false;

@@ -1,6 +1,9 @@
 // The programs of the desktop program and the rules of their forms.
 #include "desk/programs.h"
 
+#include "desk/beam_report.h"
+#include "desk/load_combination_report.h"
+
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_numbers.h"
 #include "zelkora/frame/catalogue_ids.h"
@@ -17,11 +20,17 @@ int32_t layout_id(TextView name, const clsCharacter& chr) {
 const std::vector<Program>& programs() {
   // Items of the layouts: clsBeamSteel 24 As'/As under 25 考虑受压钢筋;
   // clsFoundationSpread 22-24 纵筋的直径范围 under 21 底板钢筋自动选筋;
-  // clsLoadCombination 7 SEhk under 17 考虑地震作用, 6 SWk under 18 考虑风荷载.
+  // clsLoadCombination 7 SEhk, 11 γEh, 15 ψE, 16 ψwE under 17 考虑地震作用, 6 SWk
+  // and 14 ψw under 18 考虑风荷载 (ψwE, under the earthquake, says in the report
+  // when the wind is not considered).
   static const std::vector<Program> kPrograms = {
-      {u"梁配筋计算", u"clsBeamSteel", {{25, {24}}}, true},
-      {u"独立基础计算", u"clsFoundationSpread", {{21, {22, 23, 24}}}, false, true},
-      {u"荷载组合", u"clsLoadCombination", {{17, {7}}, {18, {6}}}, false},
+      {u"梁配筋计算", u"clsBeamSteel", {{25, {24}}}, true, beam_report},
+      {u"独立基础计算", u"clsFoundationSpread", {{21, {22, 23, 24}}}, false, nullptr, true},
+      {u"荷载组合",
+       u"clsLoadCombination",
+       {{17, {7, 11, 15, 16}}, {18, {6, 14}}},
+       true,
+       load_combination_report},
   };
   return kPrograms;
 }

@@ -18,11 +18,16 @@ struct ItemRule {
   std::vector<int32_t> items;
 };
 
+// A program's calculation: the report, one line of markup each, of the form's
+// values by item.
+using ReportOf = std::vector<Text> (*)(const std::vector<Text>& values, clsCharacter& chr);
+
 struct Program {
   TextView menu_key;  // the program's key in the menu ("梁配筋计算")
   TextView layout;    // its form's layout ("clsBeamSteel")
   std::vector<ItemRule> rules;
-  bool calculates;  // the form has a calculation (the beam)
+  bool calculates;            // the form has a calculation (the beam, the load combinations)
+  ReportOf report = nullptr;  // the calculation of a form that calculates
   // The form holds its loads in a table of load cases (desk/load_cases.h).
   bool load_cases = false;
 };
