@@ -19,6 +19,7 @@
 //   cell.bLoadOrSaveData(u"Save", u"/p/beam.zks", u"clsBeamSteel", {}, add);
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -320,6 +321,18 @@ class clsGridCell {
   bool bLoadOrSaveData(TextView tMode, TextView tDataSaveName, TextView tPro1, TextView tPro2,
                        Text& tAddData);
 
+  // Groups a form keeps in its data file beside the grid's values (a
+  // foundation program's load cases, say). `save` writes them after the
+  // values; false fails the save. `load` is handed each name record (ID 100)
+  // the grid does not know, as `record`, and reads the rest of its group
+  // through `ls`; false is a damaged file. A form keeps what `load` read
+  // aside and takes it only when bLoadOrSaveData has answered true.
+  struct FormGroups {
+    std::function<bool(clsLoadSave& ls)> save;
+    std::function<bool(clsLoadSave& ls, UseBinRecord& record)> load;
+  };
+  void form_groups(FormGroups groups) { form_groups_ = std::move(groups); }
+
  private:
   // Sets the loading flag for its life. Left by a fault, it also switches
   // the grid's drawing back on.
@@ -402,6 +415,7 @@ class clsGridCell {
   int32_t row_height_ = 0;
   bool built_ = false;
   bool display_tu_li_ = false;
+  FormGroups form_groups_;
   std::vector<bool> collapsed_;  // per row 1..R
   // Rows a filter of the host shows although they are collapsed (1..R, or
   // empty for none): they take part in the editing cycle like any shown row.

@@ -298,6 +298,47 @@ TEST(GridEditing, ValuesRoundTripThroughADataFile) {
   }
 }
 
+// A form's own group travels with the values; a group its reader calls
+// damaged, or a save of it that fails, leaves the form and the file alone.
+TEST(GridEditing, FormGroupsTravelWithTheValues) {
+  TestForm saved;
+  clsGridCell& a = saved.build();
+  saved.enter_type_leave(kRowWidth, u"300");
+  a.form_groups({[](clsLoadSave& ls) {
+                   return ls.WriteFile_Array_Str_1A({u"恒载", u"活载"}, u"Cases");
+                 },
+                 nullptr});
+  Text add;
+  ASSERT_TRUE(a.bLoadOrSaveData(u"Save", u"beam.zks", u"clsBeamSteel", {}, add));
+  const struct {
+    const char* name;
+    bool reader_accepts;
+    bool loads;
+  } cases[] = {{"read", true, true}, {"damaged", false, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    TestForm f;
+    f.platform->files = saved.platform->files;
+    clsGridCell& b = f.build();
+    std::vector<Text> read;
+    b.form_groups({nullptr, [&](clsLoadSave& ls, UseBinRecord& record) {
+                     if (record.Member != u"Cases") return true;
+                     return ls.ReadFile_Array_Str_1W(read) && c.reader_accepts;
+                   }});
+    EXPECT_EQ(b.bLoadOrSaveData(u"Load", u"beam.zks", u"clsBeamSteel", {}, add), c.loads);
+    EXPECT_EQ(read, (std::vector<Text>{u"恒载", u"活载"}));
+    EXPECT_EQ(f.value(kRowWidth), c.loads ? u"300" : u"250");
+  }
+  a.form_groups({[](clsLoadSave&) { return false; }, nullptr});
+  saved.enter_type_leave(kRowWidth, u"400");
+  EXPECT_FALSE(a.bLoadOrSaveData(u"Save", u"beam.zks", u"clsBeamSteel", {}, add));
+  TestForm f;
+  f.platform->files = saved.platform->files;
+  clsGridCell& b = f.build();
+  ASSERT_TRUE(b.bLoadOrSaveData(u"Load", u"beam.zks", u"clsBeamSteel", {}, add));
+  EXPECT_EQ(f.value(kRowWidth), u"300");
+}
+
 // Every way the save of a form can fail (the N-th write for every N, the
 // commit, the open) leaves the previous file byte for byte, with 2003.
 TEST(GridEditing, FailedSavesLeaveThePreviousFile) {

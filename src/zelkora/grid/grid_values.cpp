@@ -26,8 +26,9 @@ bool clsGridCell::save_values(TextView tDataSaveName, TextView tPro1, TextView t
   return datafile::FormFile::save(ls, tDataSaveName, tPro1, [&] {
     bool ok = ls.WriteFile_100_StrA(character_->tResStr(text_id::kDisplayTuLiName), display_tu_li_);
     ok = ls.WriteFile_100_StrA(character_->tResStr(text_id::kAddDataName), tAddData) && ok;
-    return ls.WriteFile_Array_Str_1A(items_.current, character_->tResStr(text_id::kCellTextName)) &&
-           ok;
+    ok = ls.WriteFile_Array_Str_1A(items_.current, character_->tResStr(text_id::kCellTextName)) &&
+         ok;
+    return (!form_groups_.save || form_groups_.save(ls)) && ok;
   });
 }
 
@@ -56,6 +57,9 @@ bool clsGridCell::load_values(TextView tDataSaveName, TextView tPro1, TextView t
       std::vector<Text> values;
       if (!ls.ReadFile_Array_Str_1W(values)) return false;
       texts = std::move(values);
+    } else if (form_groups_.load) {
+      UseBinRecord record{ls.ID(), ls.Member()};
+      return form_groups_.load(ls, record);
     }
     return true;
   });
