@@ -255,7 +255,7 @@ void QtListView::ItemText(int32_t item, TextView text) {
 }
 
 int32_t QtListView::SelectedItem() const {
-  const QTreeWidgetItem* entry = currentItem();
+  QTreeWidgetItem* entry = currentItem();
   return entry && entry->isSelected() ? indexOfTopLevelItem(entry) + 1 : 0;
 }
 
