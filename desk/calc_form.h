@@ -2,14 +2,14 @@
 // layout with the title box under it (placed by Form_Resize), a toolbar and
 // menus (File: New, Open, Save, Save As, Defaults and the recent projects
 // of the program from the suite's history; Edit: Undo, Redo, Copy, Paste,
-// Reset to default, Next error, Find; Calculate: Calculate, Save report;
-// Help: the help of the current row, F1; for a form with a report, Calculate
-// also has Export Word, Export PDF, Print and Print preview), the form's rules for the items that
-// do not apply, and, for the beam, the report of its calculation and a sketch of its section that
-// follows the values (the report ends with it as a figure). A value is checked with its row's check
-// expression when its cell is left: a refused value is explained in a numbered message, the cell
-// gets its text back and keeps the focus, is marked until mended, and the status line counts the
-// refused values.
+// Reset to default, Save as my defaults, Restore my defaults, Next error, Find; Calculate:
+// Calculate, Save report; Help: the help of the current row, F1; for a form with a report,
+// Calculate also has Export Word, Export PDF, Print and Print preview), the form's rules for the
+// items that do not apply, and, for the beam, the report of its calculation and a sketch of its
+// section that follows the values (the report ends with it as a figure). A value is checked with
+// its row's check expression when its cell is left: a refused value is explained in a numbered
+// message, the cell gets its text back and keeps the focus, is marked until mended, and the status
+// line counts the refused values.
 //
 // Over the grid a filter box with two toggles (changed from default,
 // refused) keeps the matching rows. The view (unfolded headings and groups,
@@ -57,6 +57,8 @@ class CalcForm : public QMainWindow, private FormView {
     kCopy,
     kPaste,
     kResetRow,
+    kSaveMyDefaults,
+    kRestoreMyDefaults,
     kNextRefused,
     kFind,
     kHelp,
@@ -142,6 +144,8 @@ class CalcForm : public QMainWindow, private FormView {
     return work_->paste_values(platform::qt::to_text(text));
   }
   void reset_current() { work_->reset_current(); }
+  bool save_my_defaults() { return work_->save_my_defaults(); }
+  bool restore_my_defaults() { return work_->restore_my_defaults(); }
   bool next_refused() { return work_->next_refused(); }
   const std::vector<int32_t>& refused_rows() const { return work_->refused_rows(); }
   // Applies the filter box and its toggles to the grid.

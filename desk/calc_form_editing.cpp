@@ -63,6 +63,8 @@ void CalcForm::build_edit_actions(QMenu* menu, QToolBar* toolbar) {
       {Action::kCopy, "复制", {QKeySequence(Qt::CTRL | Qt::Key_C)}},
       {Action::kPaste, "粘贴", {QKeySequence(Qt::CTRL | Qt::Key_V)}},
       {Action::kResetRow, "恢复默认值", {}},
+      {Action::kSaveMyDefaults, "保存为我的默认值", {}},
+      {Action::kRestoreMyDefaults, "恢复我的默认值", {}},
       {Action::kNextRefused, "下一个错误", {QKeySequence(Qt::Key_F8)}},
       {Action::kFind, "筛选", {QKeySequence(Qt::CTRL | Qt::Key_F)}},
   };
@@ -87,6 +89,10 @@ void CalcForm::build_edit_actions(QMenu* menu, QToolBar* toolbar) {
   connect(action(Action::kPaste), &QAction::triggered, this,
           [this] { paste_values(QApplication::clipboard()->text()); });
   connect(action(Action::kResetRow), &QAction::triggered, this, [this] { reset_current(); });
+  connect(action(Action::kSaveMyDefaults), &QAction::triggered, this,
+          [this] { save_my_defaults(); });
+  connect(action(Action::kRestoreMyDefaults), &QAction::triggered, this,
+          [this] { restore_my_defaults(); });
   connect(action(Action::kNextRefused), &QAction::triggered, this, [this] { next_refused(); });
   connect(action(Action::kFind), &QAction::triggered, this, [this] {
     filter_->setFocus(Qt::ShortcutFocusReason);

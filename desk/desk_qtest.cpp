@@ -35,6 +35,8 @@
 #include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/memory_settings.h"
 #include "zelkora/platform/headless/recording_events.h"
+#include "zelkora/platform/ini_history.h"
+#include "zelkora/platform/shared_services.h"
 
 namespace zelkora::desk {
 
@@ -980,6 +982,45 @@ class DeskTest : public QObject {
     QVERIFY(!bold(form, kRowDepth));
     run(app, {QStringLiteral("undo")});
     QCOMPARE(shown(form, kRowDepth), QStringLiteral("600"));
+  }
+
+  // 保存为我的默认值 keeps the form's values in ZK_Form.INI beside the
+  // suite's history; a form opened later starts from them, and
+  // 恢复我的默认值 puts them back after an edit, as one step.
+  void myDefaultsAreSavedReopenedAndRestored() {
+    DeskApp app;
+    QTemporaryDir dir;
+    app.platform()->suite = std::make_shared<platform::FolderSuiteServices>(
+        std::vector<std::filesystem::path>{},
+        std::make_shared<platform::IniHistory>(
+            app.platform()->ini, to_text(dir.filePath(QStringLiteral("ZK_History.INI"))),
+            platform::PathCase::kExact));
+    CalcForm& form = beam(app);
+    run(app, {QStringLiteral("edit 10 300"), QStringLiteral("edit 1 三号楼"),
+              QStringLiteral("mine save")});
+    QFile file(dir.filePath(QStringLiteral("ZK_Form.INI")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QVERIFY(bytes.contains("[clsBeamSteel]\r\n"));
+    QVERIFY(bytes.contains("10=300\r\n"));
+    QVERIFY(bytes.contains("\n1=\xC8\xFD\xBA\xC5\xC2\xA5\r\n"));  // 三号楼 in code page 936
+    run(app, {QStringLiteral("close")});
+
+    CalcForm& again = beam(app);
+    QCOMPARE(shown(again, kRowWidth), QStringLiteral("300"));
+    QCOMPARE(item_text(again, 1), QStringLiteral("三号楼"));
+    QVERIFY(bold(again, kRowWidth));  // not the layout's default
+    QVERIFY(!again.isWindowModified());
+    QVERIFY(!again.action(CalcForm::Action::kUndo)->isEnabled());
+    run(app, {QStringLiteral("edit 10 400"), QStringLiteral("edit 11 600"),
+              QStringLiteral("mine restore")});
+    QCOMPARE(shown(again, kRowWidth), QStringLiteral("300"));
+    QCOMPARE(shown(again, kRowDepth), QStringLiteral("500"));  // saved as it was
+    run(app, {QStringLiteral("undo")});
+    QCOMPARE(shown(again, kRowWidth), QStringLiteral("400"));
+    QCOMPARE(shown(again, kRowDepth), QStringLiteral("600"));
+    run(app, {QStringLiteral("defaults yes")});  // the layout's defaults stay the layout's
+    QCOMPARE(shown(again, kRowWidth), QStringLiteral("250"));
   }
 
   void viewIsKeptPerForm() {

@@ -11,6 +11,7 @@
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/row_facts.h"
+#include "zelkora/grid/user_defaults.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {
@@ -96,6 +97,7 @@ FormWork::FormWork(std::shared_ptr<const platform::Platform> platform, const Pro
   const clsCharacter chr(platform);
   session_->build(layout_id(program.layout, chr));
   if (platform::ListView* table = view_.case_table()) set_case_rows(*table, default_case_rows());
+  apply_my_defaults();
   history_ = std::make_unique<grid::ValueHistory>(session_->cell());
   update_refused();
   update_history();
@@ -225,6 +227,7 @@ bool FormWork::may_close() {
 void FormWork::new_project() {
   session_->cell().LoadDefaultEnterA(false);
   if (platform::ListView* table = view_.case_table()) set_case_rows(*table, default_case_rows());
+  apply_my_defaults();
   history_->clear();
   values_changed();
   file_.clear();
@@ -512,6 +515,44 @@ void FormWork::reset_current() {
   if (defaults.empty()) return;
   grid::write_values(cell(), defaults);
   values_changed();
+}
+
+// ---- The user's own defaults -------------------------------------------------------------
+
+void FormWork::apply_my_defaults() {
+  const std::vector<grid::ItemValue> mine = grid::load_user_defaults(cell(), program_.layout);
+  if (!mine.empty()) grid::write_values(cell(), mine);
+}
+
+bool FormWork::save_my_defaults() {
+  if (!view_.leave_cell()) return false;
+  values_changed();
+  const grid::SavedUserDefaults saved = grid::save_user_defaults(cell(), program_.layout);
+  if (!saved.written) {
+    platform_->messages->warning(
+        u"不能保存我的默认值：文件“" + grid::user_defaults_file(*platform_) + u"”不能写入。",
+        window_title());
+    return false;
+  }
+  Text note = u"已保存为我的默认值";
+  if (!saved.left_out.empty()) {
+    note += u"（" + number(saved.left_out.size()) + u" 个数据不能保存，仍用原默认值）";
+  }
+  view_.show_status(note, 5000);
+  return true;
+}
+
+bool FormWork::restore_my_defaults() {
+  if (!view_.leave_cell()) return false;
+  values_changed();
+  const std::vector<grid::ItemValue> mine = grid::load_user_defaults(cell(), program_.layout);
+  if (mine.empty()) {
+    view_.show_status(u"没有保存的我的默认值", 5000);
+    return false;
+  }
+  grid::write_values(cell(), mine);
+  values_changed();  // one step of the history
+  return true;
 }
 
 bool FormWork::next_refused() {

@@ -132,6 +132,14 @@ class FormWork : public platform::GridForm {
   // The current row's value, a group's values or a heading's back at their
   // defaults.
   void reset_current();
+  // 保存为我的默认值: the form's values become the user's defaults of its
+  // layout (ZK_Form.INI, grid/user_defaults.h), after the cell is left
+  // through its check; false when they could not be kept.
+  bool save_my_defaults();
+  // 恢复我的默认值: the user's defaults put back as one step of the history,
+  // checked and marked like any value the program writes; the items without
+  // one keep their values. False when there are none.
+  bool restore_my_defaults();
   // The next row whose value is refused, after the current one (and round),
   // its editor open; false when there is none.
   bool next_refused();
@@ -179,6 +187,8 @@ class FormWork : public platform::GridForm {
   // those last saved, opened or begun anew.
   void update_changed();
   void values_saved();
+  // The user's defaults over the layout's, as a form opens or begins anew.
+  void apply_my_defaults();
   // Before the values are replaced (New, Open) or the form closes: a changed
   // project asks Save, Discard or Cancel; false to stop.
   bool may_discard_changes();

@@ -100,7 +100,7 @@ void HeadlessScriptRunner::run_step(const QString& line) {
   // The tool buttons, the menu or the window's close button are clicked: a
   // click closes an open list first.
   static const QStringList kButtons = {"defaults", "calculate", "save", "open",
-                                       "new",      "reset",     "close"};
+                                       "new",      "reset",     "mine", "close"};
   if (kButtons.contains(verb)) open_form().user().click_outside();
   if (verb == QLatin1String("defaults")) {
     if (rest != QLatin1String("yes") && rest != QLatin1String("cancel")) {
@@ -108,6 +108,11 @@ void HeadlessScriptRunner::run_step(const QString& line) {
     }
     boxes_->reply = rest == QLatin1String("yes") ? Boxes::Reply::kYes : Boxes::Reply::kCancel;
     return open_form().work().load_defaults();
+  }
+  if (verb == QLatin1String("mine")) {
+    if (rest == QLatin1String("save")) return void(open_form().work().save_my_defaults());
+    if (rest == QLatin1String("restore")) return void(open_form().work().restore_my_defaults());
+    throw StepError("mine takes save or restore");
   }
   if (verb == QLatin1String("calculate")) return open_form().work().calculate();
   if (verb == QLatin1String("save")) {
@@ -164,7 +169,7 @@ void HeadlessScriptRunner::run_step(const QString& line) {
   }
   throw StepError("unknown step \"" + verb.toStdString() +
                   "\" (edit, pick, click, key, type, clip, defaults, calculate, save, open, "
-                  "undo, redo, filter, toggle, copy, paste, reset, new, close, answer)");
+                  "undo, redo, filter, toggle, copy, paste, reset, mine, new, close, answer)");
 }
 
 HeadlessDeskForm& HeadlessScriptRunner::open_form() {

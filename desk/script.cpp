@@ -218,11 +218,12 @@ class ScriptRunner::Steps {
     if (verb == QLatin1String("type")) return type_here(line.mid(5));
     if (verb == QLatin1String("toggle")) return toggle(rest);
     if (verb == QLatin1String("reset")) return reset_row();
+    if (verb == QLatin1String("mine")) return my_defaults(rest);
     if (verb == QLatin1String("clip")) return clip(rest);
     if (verb == QLatin1String("case")) return load_case(parse_case_step(rest));
     throw StepError("unknown step \"" + verb.toStdString() +
                     "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
-                    "shot, undo, redo, filter, toggle, copy, clip, paste, reset, new, close, "
+                    "shot, undo, redo, filter, toggle, copy, clip, paste, reset, mine, new, close, "
                     "answer, report, export, preview, recent)");
   }
 
@@ -366,6 +367,17 @@ class ScriptRunner::Steps {
   void reset_row() {
     QAction* action = form().action(CalcForm::Action::kResetRow);
     if (!action->isEnabled()) throw StepError("恢复默认值 is off");
+    close_list_for_click(nullptr);  // the menu is clicked
+    action->trigger();
+    settle();
+  }
+
+  // Edit ▸ 保存为我的默认值 or 恢复我的默认值, chosen from the menu.
+  void my_defaults(const QString& which) {
+    const bool save = which == QLatin1String("save");
+    if (!save && which != QLatin1String("restore")) throw StepError("mine takes save or restore");
+    QAction* action = form().action(save ? CalcForm::Action::kSaveMyDefaults
+                                         : CalcForm::Action::kRestoreMyDefaults);
     close_list_for_click(nullptr);  // the menu is clicked
     action->trigger();
     settle();

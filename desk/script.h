@@ -29,6 +29,7 @@
 //   clip TEXT...          put the texts on the clipboard, one a line
 //   toggle changed|refused  click the filter's 已修改 or 有错误 box
 //   reset                 Edit ▸ 恢复默认值
+//   mine save|restore     Edit ▸ 保存为我的默认值 or 恢复我的默认值
 //   new, close            the New button; close the form's window
 //   report FILE           the Save report button, the file given
 //   export docx|pdf FILE  the 导出 Word or 导出 PDF button, the file given

@@ -31,7 +31,7 @@ const std::map<std::string, std::set<std::string>>& allowed_layers() {
       {"datafile", {"platform", "frame", "typeset", "reporttext", "checking"}},
       {"grid", {"platform", "frame", "typeset", "reporttext", "checking", "datafile"}},
       {"section", {"platform", "frame"}},
-      {"controls", {"platform"}},
+      {"controls", {"platform", "frame"}},
       {"document", {"platform", "frame", "typeset"}},
   };
   return allowed;

@@ -13,10 +13,17 @@
 
 namespace zelkora::platform {
 
-// Any control or object of the calling form.
+// Any control or object of the calling form. "Enabled": whether the user
+// can work it; a control kept in memory just keeps the flag, a host's
+// control greys out.
 class Control {
  public:
   virtual ~Control() = default;
+  virtual bool Enabled() const { return enabled_; }
+  virtual void Enabled(bool enabled) { enabled_ = enabled; }
+
+ private:
+  bool enabled_ = true;
 };
 
 // A check box: "Value" 0 unchecked, 1 checked, 2 grayed.
@@ -78,6 +85,12 @@ class ListView : public Control {
   virtual Text SubItem(int32_t item, int32_t sub) const = 0;
   // Ignored for an item or sub-item that does not exist.
   virtual void SubItem(int32_t item, int32_t sub, TextView text) = 0;
+  // An item's own text (column 0); ignored for an item that does not exist.
+  virtual void ItemText(int32_t item, TextView text) = 0;
+  // The selected item (the one the user works on), 0 for none; selecting
+  // an item that does not exist selects none.
+  virtual int32_t SelectedItem() const = 0;
+  virtual void SelectedItem(int32_t item) = 0;
 };
 
 // A toolbar: "Buttons" numbered from 1, each with a "Value" (0 up, 1 down).

@@ -94,6 +94,11 @@ class SuiteServices {
   // The full path of a named suite file ("Zelkora.chm"), or empty text when
   // the suite does not have it.
   virtual Text full_path(TextView suite_file_name) const = 0;
+  // The full path of a per-user file of the suite that the library writes
+  // ("ZK_Form.INI"), kept where the history file "ZK_History.INI" is kept,
+  // whether it exists yet or not; its folder is made when missing. Empty
+  // text when the suite keeps no such files.
+  virtual Text user_file(TextView /*suite_file_name*/) { return {}; }
   // History records of the suite's programs. Absent unless the suite
   // provides them: reading gives nothing, adding fails quietly.
   virtual std::vector<Text> history(TextView /*program*/) const { return {}; }

@@ -79,6 +79,14 @@ bool FolderSuiteServices::add_history(TextView program, TextView entry) {
   return history_->add(program, entry);
 }
 
+Text FolderSuiteServices::user_file(TextView suite_file_name) {
+  if (!history_ || suite_file_name.empty()) return {};
+  const std::filesystem::path folder = path_from_text(history_->file()).parent_path();
+  std::error_code ec;
+  if (!folder.empty()) std::filesystem::create_directories(folder, ec);
+  return text_from_path(folder / path_from_text(suite_file_name));
+}
+
 void StderrMessageBox::warning(TextView text, TextView title) {
   std::fprintf(stderr, "zelkora: %s: %s\n", to_utf8(title).c_str(), to_utf8(text).c_str());
 }

@@ -36,7 +36,8 @@ std::filesystem::path resource_folder(const EnvLookup& env);
 
 // File questions answered by the file system; suite files are looked for in
 // the given folders in order, without regard to the case of their names.
-// The history is kept in the history file given, if any.
+// The history is kept in the history file given, if any, and the suite's
+// other per-user files beside it.
 class FolderSuiteServices : public SuiteServices {
  public:
   explicit FolderSuiteServices(std::vector<std::filesystem::path> folders = {},
@@ -47,6 +48,8 @@ class FolderSuiteServices : public SuiteServices {
   Text full_path(TextView suite_file_name) const override;
   std::vector<Text> history(TextView program) const override;
   bool add_history(TextView program, TextView entry) override;
+  // Beside the history file; empty without one.
+  Text user_file(TextView suite_file_name) override;
 
  private:
   std::vector<std::filesystem::path> folders_;

@@ -66,7 +66,8 @@ class FixedNumberLocale : public NumberLocale {
 };
 
 // Suite services over a set of named files; the history in the INI files
-// given (the bundle's own in Platform::headless), compared exactly.
+// given (the bundle's own in Platform::headless), compared exactly; the
+// other per-user files in the same INI files, known by their names.
 class MemorySuiteServices : public SuiteServices {
  public:
   explicit MemorySuiteServices(std::shared_ptr<IniFiles> ini = nullptr);
@@ -77,6 +78,8 @@ class MemorySuiteServices : public SuiteServices {
   bool add_history(TextView program, TextView entry) override {
     return history_.add(program, entry);
   }
+  // The file's name itself, in the same INI files as the history.
+  Text user_file(TextView suite_file_name) override { return Text(suite_file_name); }
 
   std::set<Text> files;              // paths that exist
   std::map<Text, Text> suite_files;  // suite file name -> full path

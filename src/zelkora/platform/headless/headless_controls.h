@@ -74,7 +74,10 @@ class MemoryListView : public ListView {
   };
   int32_t ColumnHeadersCount() const override { return columns; }
   int32_t ListItemsCount() const override { return static_cast<int32_t>(items.size()); }
-  void ListItemsClear() override { items.clear(); }
+  void ListItemsClear() override {
+    items.clear();
+    selected = 0;
+  }
   int32_t ListItemsAdd(TextView text) override {
     items.push_back({zelkora::Text(text),
                      std::vector<zelkora::Text>(static_cast<std::size_t>(std::max(columns, 1)))});
@@ -93,8 +96,14 @@ class MemoryListView : public ListView {
       items[static_cast<std::size_t>(item - 1)].sub_items[static_cast<std::size_t>(sub)] = text;
     }
   }
+  void ItemText(int32_t item, TextView text) override {
+    if (valid(item, 0)) items[static_cast<std::size_t>(item - 1)].text = text;
+  }
+  int32_t SelectedItem() const override { return valid(selected, 0) ? selected : 0; }
+  void SelectedItem(int32_t item) override { selected = valid(item, 0) ? item : 0; }
   int32_t columns = 1;
   std::vector<Item> items;
+  int32_t selected = 0;  // from 1; 0 for none
 
  private:
   bool valid(int32_t item, int32_t sub) const {

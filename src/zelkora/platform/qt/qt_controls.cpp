@@ -250,6 +250,26 @@ void QtListView::SubItem(int32_t item, int32_t sub, TextView text) {
   if (entry && sub >= 1 && sub < columnCount()) entry->setText(sub, to_qstring(text));
 }
 
+void QtListView::ItemText(int32_t item, TextView text) {
+  if (QTreeWidgetItem* entry = item_at(item)) entry->setText(0, to_qstring(text));
+}
+
+int32_t QtListView::SelectedItem() const {
+  QTreeWidgetItem* entry = currentItem();
+  return entry && entry->isSelected() ? indexOfTopLevelItem(entry) + 1 : 0;
+}
+
+void QtListView::SelectedItem(int32_t item) {
+  QTreeWidgetItem* entry = item_at(item);
+  if (entry) {
+    setCurrentItem(entry);
+    entry->setSelected(true);
+  } else {
+    clearSelection();
+    setCurrentItem(nullptr);
+  }
+}
+
 // ---- QtToolbar -------------------------------------------------------------
 
 QtToolbar::QtToolbar(QWidget* parent) : QToolBar(parent) {}

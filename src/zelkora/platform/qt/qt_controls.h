@@ -92,6 +92,9 @@ class QtCheckBox : public QCheckBox, public platform::CheckBox {
 
   int16_t Value() const override;
   void Value(int16_t value) override;
+  // "Enabled" is the widget's own flag (a form may disable a parent too).
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 
  protected:
   void nextCheckState() override;
@@ -108,6 +111,8 @@ class QtOptionButton : public QRadioButton, public platform::OptionButton {
 
   bool Value() const override { return isChecked(); }
   void Value(bool value) override;
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 };
 
 // A combo box: "Style" kDropdownCombo (editable, the default) or
@@ -136,6 +141,8 @@ class QtComboBox : public QComboBox, public platform::ComboBox {
   // palette the box had before it was given any.
   uint32_t BackColor() const override { return back_colour_; }
   void SetBackColor(uint32_t colour);
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 
  private:
   uint32_t back_colour_ = kColourWindow;
@@ -155,6 +162,8 @@ class QtListBox : public QListWidget, public platform::ListBox {
   void Clear() override { clear(); }
   bool Selected(int32_t index) const override;
   void Selected(int32_t index, bool selected) override;
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 };
 
 // A list view in report form: the columns are the header's
@@ -173,6 +182,12 @@ class QtListView : public QTreeWidget, public platform::ListView {
   zelkora::Text ItemText(int32_t item) const override;
   zelkora::Text SubItem(int32_t item, int32_t sub) const override;
   void SubItem(int32_t item, int32_t sub, TextView text) override;
+  void ItemText(int32_t item, TextView text) override;
+  // The current item (selected with it).
+  int32_t SelectedItem() const override;
+  void SelectedItem(int32_t item) override;
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 
  private:
   QTreeWidgetItem* item_at(int32_t item) const;
@@ -192,6 +207,8 @@ class QtToolbar : public QToolBar, public platform::Toolbar {
   int32_t ButtonsCount() const override;
   int16_t ButtonValue(int32_t index) const override;
   void ButtonValue(int32_t index, int16_t value) override;
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 
  private:
   QAction* button(int32_t index) const;
@@ -210,6 +227,8 @@ class QtPanel : public QFrame, public platform::Panel {
   }
   bool Visible() const override { return !isHidden(); }
   void Visible(bool visible) override { setVisible(visible); }
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 };
 
 // The read-only title box. Its state is an in-memory box (`model()`), which
@@ -228,6 +247,8 @@ class QtRichTextBox : public QTextEdit, public platform::RichTextBox {
   }
   bool Visible() const override { return !isHidden(); }
   void Visible(bool visible) override { setVisible(visible); }
+  bool Enabled() const override { return !testAttribute(Qt::WA_ForceDisabled); }
+  void Enabled(bool enabled) override { setEnabled(enabled); }
 
   zelkora::Text Text() const override { return model_.Text(); }
   void Text(TextView text) override;

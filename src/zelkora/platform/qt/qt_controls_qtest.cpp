@@ -18,6 +18,7 @@
 #include <memory>
 #include <vector>
 
+#include "zelkora/controls/form_controls.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/platform/headless/headless_controls.h"
 #include "zelkora/platform/qt/qt_grid.h"
@@ -208,6 +209,7 @@ class QtControlsTest : public QObject {
   void comboBoxTakesASavedText_data();
   void comboBoxTakesASavedText();
   void controlsKeepTheInMemoryRules();
+  void formHelpersWorkTheAdapters();
   void comboBoxPaintsItsBackColor_data();
   void comboBoxPaintsItsBackColor();
   void systemColoursComeFromThePalette_data();
@@ -826,6 +828,46 @@ void QtControlsTest::gridDrawsWhatChangedWhileDrawingWasOff() {
   grid.AutoRedraw(true);
   grid.Refresh();
   QVERIFY2(tested.shown(grid), "not drawn at Refresh");
+}
+
+// The form helpers on the Qt adapters: a list fills and selects as on the
+// in-memory controls, a user's click on the check box greys the controls
+// out, and a moved row keeps its sub-items and the selection.
+void QtControlsTest::formHelpersWorkTheAdapters() {
+  QtComboBox combo;
+  combo.SetStyle(platform::ComboBox::kDropdownList);
+  QVERIFY(controls::bCboB_FillFromText(combo, u"C25|C30"));
+  QVERIFY(controls::bCboB_SelectText(combo, u" c30"));
+  QCOMPARE(combo.currentText(), QString("C30"));
+  QtListBox list;
+  QVERIFY(controls::bLstB_FillFromText(list, u"锥形|阶梯形"));
+  QVERIFY(controls::bLstB_SelectText(list, u"阶梯形"));
+  QCOMPARE(texts_of(list, true), QStringList({"阶梯形"}));
+
+  QWidget window;
+  auto* check = new QtCheckBox("受扭", &window);
+  auto* view = new QtListView(&window);
+  auto* layout = new QVBoxLayout(&window);
+  layout->addWidget(check);
+  layout->addWidget(view);
+  window.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&window));
+  QTest::mouseClick(check, Qt::LeftButton, Qt::NoModifier, QPoint(8, check->height() / 2));
+  QCOMPARE(check->Value(), int16_t{1});
+  controls::ChkB_EnableControls(*check, {view, &combo}, true);
+  QVERIFY(!view->isEnabled() && !view->Enabled() && !combo.isEnabled());
+  controls::ChkB_EnableControls(*check, {view, &combo});
+  QVERIFY(view->isEnabled() && combo.Enabled());
+
+  view->setHeaderLabels({"荷载", "值"});
+  for (const char* row : {"A", "B", "C"}) view->SubItem(view->ListItemsAdd(to_text(row)), 1, u"1");
+  view->SubItem(3, 1, u"3");
+  view->SelectedItem(3);
+  QVERIFY(controls::bLstView_MoveRow(*view, view->SelectedItem(), -2));
+  QCOMPARE(rows_of(*view), QStringList({"C|3", "A|1", "B|1"}));
+  QCOMPARE(view->SelectedItem(), 1);
+  QCOMPARE(view->currentItem()->text(0), QString("C"));
+  QVERIFY(!controls::bLstView_MoveRow(*view, 1, -1));
 }
 
 }  // namespace zelkora::platform::qt
