@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "zelkora/datafile/cls_load_save.h"
+#include "zelkora/datafile/record_file.h"
 #include "zelkora/datafile/record_numbers.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
@@ -40,7 +41,14 @@ bool FormFile::save(clsLoadSave& ls, TextView file, TextView program,
     ok = ls.WriteFile_RevisionA();
     if (!program.empty()) ok = ls.WriteFile_TempStrA(program) && ok;
     ok = groups() && ok;
-    ok = ls.WriteFileEofAndCloseFileA() && ok;
+    if (ok) {
+      ok = ls.WriteFileEofAndCloseFileA();
+    } else {
+      // A group that could not be written whole: the file is dropped and the
+      // previous one stays.
+      take_file(ls.FileOpenID());
+      ls.FileOpenID(0);
+    }
   }
   if (!ok) ls.error_ = error_id::kDataFileNotSaved;
   return ok;
