@@ -51,6 +51,15 @@ const Rows kLoads = {
     {u"", u"", u"", u"", u"", u"", u"  "},  // a new-row line: not a load case
 };
 
+// The first three cases of kLoads and wind cases up to `n`.
+Rows with_cases(int n) {
+  Rows rows(kLoads.begin(), kLoads.begin() + 3);
+  for (int i = 3; i < n; ++i) {
+    rows.push_back({u"L" + from_utf8(std::to_string(i)), u"风", u"0", u"0", u"0", u"0", u"0"});
+  }
+  return rows;
+}
+
 Array2<Text> cells_of(const Rows& rows) {
   Array2<Text> cells(static_cast<int32_t>(rows.size()) - 1, 6);
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -73,6 +82,8 @@ TEST(FoundationTables, ReadTheCasesTheFootingsAndAnyColumns) {
   EXPECT_EQ(forces.Values,
             (std::vector<double>{1250.5, -12.5, 0, 3, -4, 300, 100, 2.5, 0, 0, 0, 80, 0, 25, 0}));
   EXPECT_EQ(kinds, (std::vector<int16_t>{1, 2, 4}));
+  ASSERT_TRUE(ls.ReadCellToArray_Gk_Nl_Text(table(with_cases(50)), cells, forces, kinds));
+  EXPECT_EQ(kinds.size(), 50u);
 
   const MemoryListView footings = table({{u"J-1", u"WDCNL.OUT"}, {u"Z3", u""}, {u"", u""}}, 2);
   std::vector<Text> numbers, files;
@@ -103,14 +114,7 @@ TEST(FoundationTables, RefuseTheFirstBadCell) {
   };
   const Case cases[] = {
       {"no case", [](Rows& r) { r.clear(); }, 3601000, 0, 0, u""},
-      {"51 cases",
-       [](Rows& r) {
-         for (int i = 3; i < 51; ++i) {
-           r.insert(r.end() - 1, std::vector<Text>{u"L" + from_utf8(std::to_string(i)), u"风", u"0",
-                                                   u"0", u"0", u"0", u"0"});
-         }
-       },
-       3601001, 0, 0, u"51"},
+      {"51 cases", [](Rows& r) { r = with_cases(51); }, 3601001, 0, 0, u"51"},
       {"blank name amid cases", set(1, 0, u"  "), 3601002, 2, 1, u"  "},
       {"name twice, blanks aside", set(2, 0, u"恒载 "), 3601003, 3, 1, u"恒载 "},
       {"unknown kind", set(1, 1, u"雪"), 3601004, 2, 2, u"雪"},
@@ -298,18 +302,23 @@ TEST(FoundationFile, DamagedDataLeavesTheFormUntouched) {
   }
 }
 
+// Data that would not load again: a bad number, and two names that code page
+// 936 gives back as one ("?").
 TEST(FoundationFile, RefusesToSaveDataTheReadersWouldRefuse) {
-  Memory m;
-  m.files->put(u"p.zks", "old");
-  Foundation f;
-  f.loads[1](0, 3) = u"abc";
-  clsLoadSave ls(m.platform);
-  ASSERT_TRUE(ls.OpenFileA(u"p.zks", u"OutPut"));
-  ls.WriteFile_RevisionA();
-  EXPECT_FALSE(ls.SaveDataFoundation(f.numbers, f.files, f.loads));
-  EXPECT_EQ(ls.last_error(), 2003);
-  EXPECT_FALSE(ls.WriteFileEofAndCloseFileA());
-  EXPECT_EQ(m.files->bytes(u"p.zks").value_or(""), "old");
+  for (const auto& [cell, name] : {std::pair<Text, Text>{u"abc", u"活载"}, {u"0", u"\U0001F600"}}) {
+    Memory m;
+    m.files->put(u"p.zks", "old");
+    Foundation f;
+    f.loads[1](0, 3) = cell;
+    f.loads[1](0, 0) = u"\U0001F601";
+    f.loads[1](1, 0) = name;
+    clsLoadSave ls(m.platform);
+    ASSERT_TRUE(ls.OpenFileA(u"p.zks", u"OutPut"));
+    EXPECT_FALSE(ls.SaveDataFoundation(f.numbers, f.files, f.loads));
+    EXPECT_EQ(ls.last_error(), 2003);
+    EXPECT_FALSE(ls.WriteFileEofAndCloseFileA());
+    EXPECT_EQ(m.files->bytes(u"p.zks").value_or(""), "old");
+  }
 }
 
 }  // namespace
