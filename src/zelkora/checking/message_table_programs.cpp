@@ -25,6 +25,7 @@ constexpr int32_t kStructureFileMissingTitle = 52604;  // "结构数据文件不
 constexpr int32_t kForceFileDamagedTitle = 52606;      // "内力标准值数据文件错误！"
 constexpr int32_t kResultReadTitle = 52608;            // "读取计算结果错误！"
 constexpr int32_t kRebarFileReadTitle = 51986;         // "读取配筋文件错误！"
+constexpr int32_t kFoundationDataTitle = 52722;        // "基础荷载数据输入错误！"
 
 // "错误：C1 ＝ V1 ＞ V2，": the opening of the design rules written in the form
 // of the general input errors.
@@ -124,6 +125,21 @@ constexpr Composition kPrograms[] = {
     {3600932, kRebarFileReadTitle, {{{52660, C1, V1}, {52664}}}},
     {3600933, kRebarFileReadTitle, {{{52662, C1, V1}, {52664}}}},
     {3600940, kRebarFileReadTitle, {{{52666, C1}, {52668}}}},
+
+    // Foundation program, the tables of its footings (datafile/foundation_data.h):
+    // C1 the cell ("第 2 行第 3 列"), V1 its text (3601001: the number of load
+    // cases, above the limit of 50).
+    {3601000, kFoundationDataTitle, {{{52726}, {52728}}}},
+    {3601001, kFoundationDataTitle, {{{52730, V1, literal(u"50")}, {52732}}}},
+    {3601002, kFoundationDataTitle, {{{52734, C1}, {52736}}}},
+    {3601003, kFoundationDataTitle, {{{52738, C1, V1}, {52688}}}},
+    {3601004, kFoundationDataTitle, {{{52740, C1, V1}, {52742}}}},
+    {3601005, kFoundationDataTitle, {{{52744, C1, V1}, {52746}}}},
+    {3601006, kFoundationDataTitle, {{{52744, C1, V1}, {52748}}}},
+    {3601007, kFoundationDataTitle, {{{52750}, {52752}}}},
+    {3601010, kFoundationDataTitle, {{{52754}, {52756}}}},
+    {3601011, kFoundationDataTitle, {{{52758, C1}, {52760}}}},
+    {3601012, kFoundationDataTitle, {{{52762, C1, V1}, {52764}}}},
 
     // Column program: the force files it reads, missing (x03 to x05) or
     // unreadable (9x0), and a column not found in them.

@@ -291,6 +291,61 @@ class clsLoadSave {
                        platform::ControlArray<platform::OptionButton>* OptB = nullptr,
                        bool* bDisplayTuLi = nullptr);
 
+  // ---- Foundation data -----------------------------------------------------
+  //
+  // The load cases of a foundation program's footings: the tables, the
+  // arrays, the records and the error numbers are in foundation_data.h. The
+  // readers take the form's table and fill their arrays only when every cell
+  // passes; otherwise they return false with the error number in
+  // last_error(), the first bad cell in error_row(), error_column(),
+  // error_place() and error_cell(), and the arrays as they were. A column
+  // outside the table is the caller's mistake: Fault(IndexOutOfRange).
+
+  // Columns iColFirst..iColLast (0 the item text) of every row up to the last
+  // that is not blank into tCell (U1 = rows - 1, U2 = iColLast - iColFirst),
+  // the texts as the cells hold them. With iNumColFirst in the range, the
+  // columns from it to iColLast must hold numbers (3601005, 3601006).
+  bool ReadCellToArray_Com_Text(const platform::ListView& lstView, int32_t iColFirst,
+                                int32_t iColLast, Array2<Text>& tCell, int32_t iNumColFirst = -1);
+  // The footing numbers of the footing table (column iCol): at least one,
+  // none blank, none twice (3601010, 3601011, 3601012).
+  bool ReadCellToArray_Gk_ZhuBh_Text(const platform::ListView& lstView,
+                                     std::vector<Text>& tGk_ZhuBh, int32_t iCol = 0);
+  // The files of the footing table (column iCol), one per footing, blank
+  // allowed; at least one footing (3601010).
+  bool ReadCellToArray_Gk_FileInfo_Text(const platform::ListView& lstView,
+                                        std::vector<Text>& tGk_FileInfo, int32_t iCol = 1);
+  // The load cases of a footing's load table (seven columns): the cells as
+  // they are (tGk_Nl, U2 = 6), the forces (dGk_Nl, U2 = 4: N, Mx, My, Vx, Vy)
+  // and the kinds (iGk_Kind, datafile::FoundationLoadKind); 3601000 to
+  // 3601007.
+  bool ReadCellToArray_Gk_Nl_Text(const platform::ListView& lstView, Array2<Text>& tGk_Nl,
+                                  Array2<double>& dGk_Nl, std::vector<int16_t>& iGk_Kind);
+  // Writes the groups "Gk_ZhuBh", "Gk_FileInfo" and "Gk_Nl" (element k of
+  // tGk_Nl: the cells of footing k, as ReadCellToArray_Gk_Nl_Text gives
+  // them). Data the readers would refuse, or arrays of different sizes, is
+  // 2003 with no record written, and the file can then no longer be saved.
+  bool SaveDataFoundation(const std::vector<Text>& tGk_ZhuBh, const std::vector<Text>& tGk_FileInfo,
+                          const std::vector<Array2<Text>>& tGk_Nl);
+  // Handed the name record "Gk_ZhuBh" (uDR) that the caller's loop has just
+  // read, reads the three groups into temporaries, checks them as the
+  // readers do, and only then sets the arrays and, when given, fills the load
+  // table lstNl(k) of each footing k the array has. Anything else is 2001
+  // with the arrays and the tables as they were.
+  bool bLoadDataFoundation(std::vector<Text>& tGk_ZhuBh, std::vector<Text>& tGk_FileInfo,
+                           std::vector<Array2<Text>>& tGk_Nl, UseBinRecord& uDR,
+                           platform::ControlArray<platform::ListView>* lstNl = nullptr);
+
+  // The cell of the last refusal of a table reader (both 1-based; 0 when
+  // the fault is the whole table's, as a table without a load case), the
+  // place in words ("第 2 行第 3 列", catalogue 52724; empty for the whole
+  // table) and the cell's text (for 3601001 the count of load cases). Each
+  // reader clears them first.
+  int32_t error_row() const { return error_row_; }
+  int32_t error_column() const { return error_column_; }
+  const Text& error_place() const { return error_place_; }
+  const Text& error_cell() const { return error_cell_; }
+
   // ---- For the library and its tools ---------------------------------------
 
   // The error number of the last failure since OpenFileA, or 0.
@@ -318,6 +373,9 @@ class clsLoadSave {
   bool write_record(int32_t id, TextView member);
   bool write_encoded(datafile::OpenFile& file, bool encoded);
   bool read_into(int32_t& id, Text& member);
+  // Sets the error number and the cell of a table reader's refusal.
+  bool refuse_cell(int32_t error, int32_t row, int32_t column, TextView cell);
+  void clear_cell();
   // The most records the rest of the open file can hold.
   int64_t records_left() const;
   friend class datafile::FormRecords;
@@ -338,6 +396,10 @@ class clsLoadSave {
   Text one_text_;
   Text backup_name_;
   int32_t error_ = 0;
+  int32_t error_row_ = 0;
+  int32_t error_column_ = 0;
+  Text error_place_;
+  Text error_cell_;
   std::string scratch_;  // bytes of the record being read or written
 
   // The held texts of Let_ValText, and the combo boxes of Let_ComboBox_TextA.

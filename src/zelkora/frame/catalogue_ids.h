@@ -56,6 +56,7 @@ inline constexpr int32_t kBackupExtension = 35170;   // "zk$"
 inline constexpr int32_t kDisplayTuLiName = 37000;   // "bfDisplayTuLi"
 inline constexpr int32_t kAddDataName = 37006;       // "tAddData"
 inline constexpr int32_t kCellTextName = 37007;      // "tCellText"
+inline constexpr int32_t kCellPlace = 52724;  // "第 %%1% 行第 %%2% 列", a cell of a table
 
 // ---- Value lists and layouts ---------------------------------------------------
 inline constexpr int32_t kListBase = 40000;  // value list L is text 40000 + L

@@ -30,6 +30,19 @@ inline constexpr int32_t kDataFileDamaged = 2001;    // a record cannot be read
 inline constexpr int32_t kDataFileNotOpened = 2002;  // the file cannot be opened (loading)
 inline constexpr int32_t kDataFileNotSaved = 2003;   // the file cannot be saved
 
+// ---- Foundation data (datafile/foundation_data.h) ------------------------------------
+inline constexpr int32_t kNoLoadCase = 3601000;          // no load case in the table
+inline constexpr int32_t kTooManyLoadCases = 3601001;    // more than 50
+inline constexpr int32_t kLoadCaseUnnamed = 3601002;     // a load case without a name
+inline constexpr int32_t kLoadCaseTwice = 3601003;       // a name given twice
+inline constexpr int32_t kLoadKindUnknown = 3601004;     // not 永久, 可变, 风, 地震
+inline constexpr int32_t kCellNotANumber = 3601005;      // a force that is no number
+inline constexpr int32_t kCellBeyondLimit = 3601006;     // a force beyond ±3E14
+inline constexpr int32_t kNoPermanentLoad = 3601007;     // no permanent load case
+inline constexpr int32_t kNoFooting = 3601010;           // no footing in the table
+inline constexpr int32_t kFootingUnnumbered = 3601011;   // a footing without a number
+inline constexpr int32_t kFootingNumberTwice = 3601012;  // a footing number given twice
+
 // ---- Bar texts -------------------------------------------------------------------
 inline constexpr int32_t kBarNotPositive = 3000100;  // no separator, number <= 0
 inline constexpr int32_t kBarNotNumber = 3000110;    // no separator, not a number
