@@ -137,7 +137,6 @@ struct BarSet {
 
 struct FootingDesign {
   std::vector<Text> faults;  // inputs outside what the design covers: nothing else is set
-  std::vector<Text> notes;   // what the report should say about a choice made
   double ft = 0, fy = 0;
   double b = 0, l = 0;  // mm, the ones used (sized when 自动)
   bool sized = false;

@@ -8,6 +8,7 @@
 #include <QTextStream>
 #include <cmath>
 #include <map>
+#include <random>
 #include <tuple>
 
 #include "desk/footing_design.h"
@@ -254,6 +255,63 @@ class FootingDesignTest : public QObject {
     QVERIFY(std::fabs(beta_hp(1400) - 0.95) < 1e-12);
     QCOMPARE(beta_hp(2000), 0.9);
     QCOMPARE(beta_hp(2500), 0.9);
+  }
+
+  // Random input, hostile values among it: either the design names a fault,
+  // or every number it gives is finite and the bars it chooses hold the area.
+  void randomInputsAreRefusedOrFinite() {
+    std::mt19937 random(20261126);
+    const auto uniform = [&](double lo, double hi) {
+      return std::uniform_real_distribution<double>(lo, hi)(random);
+    };
+    const auto odd = [&](double value) {
+      const double hostile[] = {NAN, INFINITY, -1, 0, 1e12};
+      return random() % 20 == 0 ? hostile[random() % 5] : value;
+    };
+    int designed = 0;
+    for (int i = 0; i < 20000; ++i) {
+      FootingInput in;
+      in.concrete = 15 + 5 * static_cast<int32_t>(random() % 8);
+      in.shape = random() % 2 ? FootingShape::kStepped : FootingShape::kTapered;
+      in.bc = odd(uniform(300, 900));
+      in.hc = odd(uniform(300, 900));
+      in.e = random() % 3 ? 0 : odd(uniform(-300, 300));
+      in.b = random() % 5 ? std::optional<double>(odd(uniform(1200, 6000))) : std::nullopt;
+      in.l = random() % 5 ? std::optional<double>(odd(uniform(1200, 6000))) : std::nullopt;
+      in.h = odd(uniform(400, 2200));
+      in.h1 = odd(uniform(200, 600));
+      if (in.shape == FootingShape::kStepped || random() % 2) {
+        in.b1 = odd(in.bc + uniform(100, 1500));
+        in.l1 = odd(in.hc + uniform(100, 1500));
+      }
+      in.d = odd(uniform(300, 4000));
+      in.fak = odd(uniform(80, 500));
+      in.soil = static_cast<SoilKind>(random() % 12);
+      in.d_min = 10 + 2 * static_cast<double>(random() % 4);
+      in.d_max = in.d_min + 2 * static_cast<double>(random() % 8);
+      std::vector<FootingLoad> loads;
+      for (int k = 0; k < 1 + static_cast<int>(random() % 4); ++k) {
+        loads.push_back({u"L", random() % 2 == 0, false, odd(uniform(-200, 8000)),
+                         odd(uniform(-600, 600)), odd(uniform(-600, 600)), uniform(-100, 100),
+                         uniform(-100, 100)});
+      }
+      const FootingDesign d = design_footing(in, loads);
+      if (!d.faults.empty()) continue;
+      ++designed;
+      const QString where = QStringLiteral("case %1").arg(i);
+      QVERIFY2(std::isfinite(d.fa) && d.b > 0 && d.l > 0, qPrintable(where));
+      for (const FootingPressure& p : d.pressures)
+        QVERIFY2(std::isfinite(p.pmax) && p.pmin >= 0 && p.pmax >= p.p - 1e-9, qPrintable(where));
+      for (const PunchingCheck& c : d.punching)
+        QVERIFY2(std::isfinite(c.fl) && c.capacity > 0 && c.ab >= c.at, qPrintable(where));
+      for (int dir = 0; dir < 2; ++dir) {
+        QVERIFY2(std::isfinite(d.as_total[dir]) && d.as_total[dir] >= d.as_min[dir],
+                 qPrintable(where));
+        if (d.bars[dir].found)
+          QVERIFY2(d.bars[dir].area >= d.as_total[dir] - 1e-6, qPrintable(where));
+      }
+    }
+    QVERIFY2(designed > 1000, qPrintable(QString::number(designed)));
   }
 
   // Values the design must refuse rather than answer.

@@ -166,6 +166,14 @@ void Writer::punching() {
       u"F_ub(l)ub_ ≤ 0.7β_ub(hp)ub_·f_ub(t)ub_·a_ub(m)ub_·h_ub(0)ub_，F_ub(l)ub_ ＝ "
       u"p_ub(j)ub_·A_ub(l)ub_，a_ub(m)ub_ ＝ (a_ub(t)ub_ + a_ub(b)ub_)/2；"
       u"p_ub(j)ub_ 取该侧基础边缘处的最大净反力，逐个基本组合、逐侧验算，列出控制的一项。");
+  std::vector<std::vector<Text>> rows = {{u"基本组合", u"G(kN)", u"pjmax(kPa)", u"基底"}};
+  for (const FootingPressure& p : d_.pressures) {
+    if (!p.standard)
+      rows.push_back(
+          {p.name, num(p.g, u"0.0"), num(p.pj_max), p.full_contact ? u"全接触" : u"部分脱开"});
+  }
+  table(rows, {10, 10, 11, 9});
+  line(u"（G 取 1.35 倍自重；全接触时净反力 p_ub(j)ub_ ＝ N/A ± M'/W 与 G 无关）");
   if (d_.punching.empty()) line(u"冲切破坏锥体的底面落在基础底面以外：不需验算受冲切承载力。");
   for (const PunchingCheck& c : d_.punching) {
     line(Text(c.step ? u"变阶处" : u"柱与基础交接处") + u"（" + kSides[c.side] + u"，控制荷载“" +
@@ -215,9 +223,9 @@ void Writer::bending() {
     const BendingSection& s = d_.bending[dir];
     line(Text(names[dir]) + u"钢筋：控制截面为" + (s.step ? u"变阶处" : u"柱边") + u"（" +
          kSides[s.side] + u"，控制荷载“" + s.load + u"”），a_ub(1)ub_ ＝ " + num(s.a1, u"0") +
-         u"mm，a' ＝ " + num(s.a_prime, u"0") + u"mm，l ＝ " + num(s.width, u"0") +
-         u"mm，p_ub(j,max)ub_ ＝ " + num(s.p_edge) + u"kPa，p_ub(j)ub_ ＝ " + num(s.p_section) +
-         u"kPa");
+         u"mm，a' ＝ " + num(s.a_prime, u"0") + u"mm，垂直于计算方向的底边长 l ＝ " +
+         num(s.width, u"0") + u"mm，p_ub(j,max)ub_ ＝ " + num(s.p_edge) + u"kPa，p_ub(j)ub_ ＝ " +
+         num(s.p_section) + u"kPa");
     equation(u"M ＝ " + num(s.a1 / 1000, u"0.000") + u"_up(2)up_/12 × [(2 × " +
              num(s.width / 1000, u"0.000") + u" + " + num(s.a_prime / 1000, u"0.000") + u") × (" +
              num(s.p_edge) + u" + " + num(s.p_section) + u") + (" + num(s.p_edge) + u" − " +
