@@ -314,6 +314,24 @@ class FootingDesignTest : public QObject {
     QVERIFY2(designed > 1000, qPrintable(QString::number(designed)));
   }
 
+  // Each item of the form's soil list (item 28) names a row of table 5.2.4.
+  void soilListReadsIntoTheTable() {
+    clsCharacter chr;
+    const std::vector<Text> kinds = chr.ComboBoxList(5138);
+    QCOMPARE(kinds.size(), std::size_t{12});
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+      std::vector<Text> values(30, u"1");
+      values[2] = u"25";
+      values[3] = u"HRB400";
+      values[7] = u"锥形";
+      values[28] = kinds[i];
+      std::vector<Text> unread;
+      const FootingInput in = footing_input(values, chr, &unread);
+      QVERIFY2(unread.empty(), qPrintable(platform::qt::to_qstring(kinds[i])));
+      QCOMPARE(static_cast<std::size_t>(in.soil), i);
+    }
+  }
+
   // Values the design must refuse rather than answer.
   void inputsOutsideTheDesignAreNamed() {
     const std::vector<FootingLoad> loads = {{u"S", true, false, 900, 0, 0, 0, 0},
