@@ -388,59 +388,64 @@ double reduced_width(const FootingInput& in, double across, double top_across) {
 }
 
 // 8.2.9: when the base's side across is at most the column's side + 2h0:
-// Vs ≤ 0.7 βhs ft A0, Vs the net pressure over the area beyond the column
-// face (its mean), βhs = (800/h0)^¼ with h0 taken 800 to 2000.
+// Vs ≤ 0.7 βhs ft A0, Vs the net pressure over the area beyond the face
+// (its mean), βhs = (800/h0)^¼ with h0 taken 800 to 2000.
 void Designer::shear() {
   const double h0 = in_.h - in_.as;
   const Core col = column(), t = top();
+  // The column face with the section of appendix U (U.0.1-1, U.0.2); a
+  // stepped footing's change of depth with the lower step alone (U.0.1-1's
+  // h01 and full width).
+  struct Section {
+    Core core;
+    double h0;
+    bool step;
+  };
+  std::vector<Section> sections = {{col, h0, false}};
+  if (in_.shape == FootingShape::kStepped) sections.push_back({t, in_.h1 - in_.as, true});
   double worst_ratio = -1;
   for (int32_t s = 0; s < 4; ++s) {
-    const Geometry::Side side = g_.side(col, s);
-    if (side.across > side.at + 2 * h0 + kTiny) continue;
-    for (std::size_t i = 0; i < d_.pressures.size(); ++i) {
-      if (d_.pressures[i].standard) continue;
-      ShearCheck c;
-      c.load = d_.pressures[i].name;
-      c.side = s;
-      c.h0 = h0;
-      c.beta_hs = std::pow(800 / std::clamp(h0, 800.0, 2000.0), 0.25);
-      const double top_across = s < 2 ? t.cy : t.cx;
-      c.width0 = reduced_width(in_, side.across, top_across);
-      c.a0 = c.width0 * h0 / 1e6;
-      // The mean over the area: the net pressure at its middle (linear
-      // across the area for each line parallel to the edge).
-      const double mid = side.c / 2;
-      double x = 0, y = 0;
-      switch (s) {
-        case 0:
-          x = g_.b / 2 - mid;
-          break;
-        case 1:
-          x = -g_.b / 2 + mid;
-          break;
-        case 2:
-          y = g_.l / 2 - mid;
-          break;
-        default:
-          y = -g_.l / 2 + mid;
-          break;
-      }
-      // Across the area (both halves of the other direction) the mean of
-      // the two edges' values.
-      if (s < 2)
-        c.pj = (net(i, x, g_.l / 2) + net(i, x, -g_.l / 2)) / 2;
-      else
-        c.pj = (net(i, g_.b / 2, y) + net(i, -g_.b / 2, y)) / 2;
-      c.pj = std::max(c.pj, 0.0);
-      c.area = side.c * side.across / 1e6;
-      c.vs = c.pj * c.area;
-      c.capacity = 0.7 * c.beta_hs * d_.ft * c.a0 * 1e3;
-      c.ok = c.vs <= c.capacity + kTiny;
-      const double ratio = c.vs / c.capacity;
-      if (ratio > worst_ratio) {
-        worst_ratio = ratio;
-        d_.shear = c;
-        d_.shear_checked = true;
+    if (g_.side(col, s).across > g_.side(col, s).at + 2 * h0 + kTiny) continue;
+    for (const Section& sec : sections) {
+      const Geometry::Side side = g_.side(sec.core, s);
+      for (std::size_t i = 0; i < d_.pressures.size(); ++i) {
+        if (d_.pressures[i].standard) continue;
+        ShearCheck c;
+        c.load = d_.pressures[i].name;
+        c.side = s;
+        c.step = sec.step;
+        c.h0 = sec.h0;
+        c.beta_hs = std::pow(800 / std::clamp(sec.h0, 800.0, 2000.0), 0.25);
+        c.width0 = sec.step ? side.across : reduced_width(in_, side.across, s < 2 ? t.cy : t.cx);
+        c.a0 = c.width0 * sec.h0 / 1e6;
+        // The mean over the area beyond the face: the net pressure at its
+        // middle, the mean of its two ends across.
+        const double mid = side.c / 2;
+        switch (s) {
+          case 0:
+            c.pj = (net(i, g_.b / 2 - mid, g_.l / 2) + net(i, g_.b / 2 - mid, -g_.l / 2)) / 2;
+            break;
+          case 1:
+            c.pj = (net(i, -g_.b / 2 + mid, g_.l / 2) + net(i, -g_.b / 2 + mid, -g_.l / 2)) / 2;
+            break;
+          case 2:
+            c.pj = (net(i, g_.b / 2, g_.l / 2 - mid) + net(i, -g_.b / 2, g_.l / 2 - mid)) / 2;
+            break;
+          default:
+            c.pj = (net(i, g_.b / 2, -g_.l / 2 + mid) + net(i, -g_.b / 2, -g_.l / 2 + mid)) / 2;
+            break;
+        }
+        c.pj = std::max(c.pj, 0.0);
+        c.area = side.c * side.across / 1e6;
+        c.vs = c.pj * c.area;
+        c.capacity = 0.7 * c.beta_hs * d_.ft * c.a0 * 1e3;
+        c.ok = c.vs <= c.capacity + kTiny;
+        const double ratio = c.vs / c.capacity;
+        if (ratio > worst_ratio) {
+          worst_ratio = ratio;
+          d_.shear = c;
+          d_.shear_checked = true;
+        }
       }
     }
   }

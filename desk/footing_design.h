@@ -112,6 +112,7 @@ struct PunchingCheck {
 
 struct ShearCheck {
   Text load;
+  bool step = false;  // at the change of depth
   int32_t side = 0;
   double h0 = 0, beta_hs = 1, width0 = 0, a0 = 0;  // width0 mm, A0 m²
   double pj = 0, area = 0, vs = 0, capacity = 0;   // kPa, m², kN, kN

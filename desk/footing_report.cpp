@@ -196,12 +196,15 @@ void Writer::shear() {
   if (!d_.shear_checked) return;
   heading(u"受剪承载力（8.2.9 条）");
   const ShearCheck& c = d_.shear;
-  line(u"基础底面短边不大于柱宽加两倍有效高度：验算柱边截面（" + Text(kSides[c.side]) +
-       u"，控制荷载“" + c.load + u"”）。");
+  line(u"基础底面短边不大于柱宽加两倍有效高度：验算柱边" +
+       Text(in_.shape == FootingShape::kStepped ? u"与变阶处" : u"") + u"截面；控制的是" +
+       (c.step ? u"变阶处" : u"柱边") + u"（" + kSides[c.side] + u"，控制荷载“" + c.load +
+       u"”），h_ub(0)ub_ ＝ " + num(c.h0, u"0") + u"mm。");
   equation(u"β_ub(hs)ub_ ＝ (800/h_ub(0)ub_)_up(1/4)up_ ＝ (800/" +
            num(std::clamp(c.h0, 800.0, 2000.0), u"0") + u")_up(1/4)up_" + eq(c.beta_hs, u"0.0000"));
-  line(u"截面按附录 U 折算：b_ub(0)ub_ ＝ " + num(c.width0, u"0.0") +
-       u"mm，A_ub(0)ub_ ＝ b_ub(0)ub_·h_ub(0)ub_ ＝ " + num(c.a0, u"0.0000") + u"m_up(2)up_");
+  line(Text(c.step ? u"下阶截面（附录 U）：b_ub(0)ub_ ＝ " : u"截面按附录 U 折算：b_ub(0)ub_ ＝ ") +
+       num(c.width0, u"0.0") + u"mm，A_ub(0)ub_ ＝ b_ub(0)ub_·h_ub(0)ub_ ＝ " +
+       num(c.a0, u"0.0000") + u"m_up(2)up_");
   equation(u"V_ub(s)ub_ ＝ p_ub(j)ub_·A ＝ " + num(c.pj) + u" × " + num(c.area, u"0.0000") +
            eq(c.vs) + u"kN（p_ub(j)ub_ 取该区域的平均净反力）");
   equation(u"0.7β_ub(hs)ub_·f_ub(t)ub_·A_ub(0)ub_ ＝ 0.7 × " + num(c.beta_hs, u"0.0000") + u" × " +

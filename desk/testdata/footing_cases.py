@@ -264,15 +264,20 @@ def design(c):
     # Shear (8.2.9) when the base across is at most the column + 2h0.
     h0 = c["h"] - c["as"]
     best = None
-    for side in sides:
+    # Sections: the column face (appendix U width, h0) and a stepped footing's
+    # change of depth (the lower step: full width, h01 = h1 - as).
+    ssecs = [("col", col, h0)]
+    if c["shape"] == "stepped":
+        ssecs.append(("step", core, c["h1"] - c["as"]))
+    for side, (tag, cr, sh0) in [(sd, sc) for sd in sides for sc in ssecs]:
         across, at = (l, c["hc"]) if side in ("+x", "-x") else (b, c["bc"])
         if across > at + 2 * h0 + 1e-9:
             continue
         top_across = core[1] if side in ("+x", "-x") else core[0]
-        w0 = width_u(c, across, top_across)
-        bhs = (800.0 / min(max(h0, 800.0), 2000.0)) ** 0.25
-        cap = 0.7 * bhs * FT[c["concrete"]] * w0 * h0 / 1000.0
-        cl = reach(col, side)
+        w0 = width_u(c, across, top_across) if tag == "col" else across
+        bhs = (800.0 / min(max(sh0, 800.0), 2000.0)) ** 0.25
+        cap = 0.7 * bhs * FT[c["concrete"]] * w0 * sh0 / 1000.0
+        cl = reach(cr, side)
         for ld, pr in fund:
             # Mean net pressure over the area beyond the face: a grid.
             n = 40
@@ -387,6 +392,8 @@ CASES = [
          b=1400, l=3400, bc=500, hc=500, h=1200, h1=500, fak=450, d_max=28),
     case("shear_narrow_stepped", [("Sk", S, 1800, 60, 0, 0, 0), ("F1", F, 2430, 80, 0, 0, 0)],
          shape="stepped", b=1500, l=3400, bc=500, hc=500, h=700, h1=400, b1=900, l1=1500, fak=400, d_max=28),
+    case("shear_at_the_step", [("Sk", S, 1800, 0, 0, 0, 0), ("F1", F, 2430, 0, 0, 0, 0)],
+         shape="stepped", b=1500, l=3400, bc=500, hc=500, h=900, h1=300, b1=900, l1=2000, fak=400, d_max=28),
     case("min_ratio_governs", [("Sk", S, 300, 0, 0, 0, 0), ("F1", F, 400, 0, 0, 0, 0)], h=700, h1=350,
          b=2000, l=2000),
     case("bearing_fails", [("Sk", S, 1500, 0, 0, 0, 0), ("F1", F, 1900, 0, 0, 0, 0)], b=2400, l=2400),
