@@ -22,9 +22,9 @@ constexpr int32_t kId = 1, kLife = 2, kClass = 3, kSgk = 4, kSqk = 5, kSwk = 6, 
 
 // The least partial factors of each edition. GB 50009 3.2.4: γG 1.2, γQ 1.4
 // (1.3 for an industrial floor's live load above 4 kN/m², so 1.3 is taken for
-// the variable actions without wind). GB 55001-2021: γG 1.3, γQ 1.5 (the
-// values are those of GB 50068-2018 8.2.9 taken into GB 55001; its clause
-// number is unconfirmed, see load_combination_rules.md).
+// the variable actions without wind). GB 55001-2021 edition: γG 1.3, γQ 1.5,
+// the values of GB 50068-2018 table 8.2.9 (confirmed as quoted, see
+// load_combination_rules.md); GB 55001's own clause number is unconfirmed.
 constexpr double kLeastGammaG50009 = 1.2, kLeastGammaQ50009 = 1.3, kLeastGammaQWind50009 = 1.4;
 constexpr double kLeastGammaG55001 = 1.3, kLeastGammaQ55001 = 1.5;
 // GB 50011 table 5.4.1: γEh 1.3 with the horizontal earthquake alone.
@@ -33,8 +33,9 @@ constexpr double kLeastGammaEh = 1.3;
 constexpr double kWindPsiF = 0.4, kWindPsiQ = 0.0;
 // Variable actions at most: their subsets are combined.
 constexpr std::size_t kMostVariable = 12;
-// Effects beyond this are no load effects but a typing slip.
-constexpr double kLargestEffect = 1e9;
+// Effects beyond this are no load effects but a typing slip; likewise partial
+// factors above this.
+constexpr double kLargestEffect = 1e9, kLargestGamma = 10;
 
 Text number_text(double value) {
   char buffer[40];
@@ -82,20 +83,25 @@ std::vector<Text> check(const std::vector<Action>& actions, const Options& o) {
   const bool wind = o.wind && !of_kind(actions, ActionKind::kWind).empty();
   const double least_q =
       gb50009 ? (wind ? kLeastGammaQWind50009 : kLeastGammaQ50009) : kLeastGammaQ55001;
-  const Text code = gb50009 ? u"GB 50009－2012 第 3.2.4 条" : u"GB 55001－2021";
-  if (!(o.gamma_g >= least_g - 1e-12 && o.gamma_g <= 10))
-    faults.push_back(u"永久荷载的分项系数 γ_ub(G)ub_ 不应小于 " + number_text(least_g) + u"（" +
-                     code + u"）。");
-  if (!(o.gamma_q >= least_q - 1e-12 && o.gamma_q <= 10)) {
-    faults.push_back(u"可变荷载的分项系数 γ_ub(Q)ub_ 不应小于 " + number_text(least_q) + u"（" +
-                     code + (gb50009 && wind ? u"：风荷载取 1.4" : u"") + u"）。");
+  const Text code = gb50009 ? u"GB 50009－2012 第 3.2.4 条" : u"GB 50068－2018 表 8.2.9";
+  // Above kLargestGamma a factor is a typing slip: the message gives the range.
+  if (!(o.gamma_g >= least_g - 1e-12 && o.gamma_g <= kLargestGamma))
+    faults.push_back(u"永久荷载的分项系数 γ_ub(G)ub_ 应在 " + number_text(least_g) +
+                     u"～10 之间（不应小于 " + number_text(least_g) + u"，" + code + u"）。");
+  if (!(o.gamma_q >= least_q - 1e-12 && o.gamma_q <= kLargestGamma)) {
+    faults.push_back(u"可变荷载的分项系数 γ_ub(Q)ub_ 应在 " + number_text(least_q) +
+                     u"～10 之间（不应小于 " + number_text(least_q) + u"，" + code +
+                     (gb50009 && wind ? u"：风荷载取 1.4" : u"") + u"）。");
   }
   if (!(o.gamma_g_favourable >= 0 && o.gamma_g_favourable <= 1))
     faults.emplace_back(
         u"永久荷载对结构有利时的分项系数 γ_ub(G)ub_' 应在 0～1.0 之间（不应大于 1.0）。");
-  if (o.seismic && !(o.gamma_eh >= kLeastGammaEh - 1e-12 && o.gamma_eh <= 10))
+  if (o.seismic && !(o.gamma_eh >= kLeastGammaEh - 1e-12 && o.gamma_eh <= kLargestGamma))
     faults.emplace_back(
-        u"水平地震作用的分项系数 γ_ub(Eh)ub_ 不应小于 1.3（GB 50011－2010 表 5.4.1）。");
+        u"水平地震作用的分项系数 γ_ub(Eh)ub_ 应在 1.3～10 之间（不应小于 1.3，GB 50011－2010 表 "
+        u"5.4.1）。");
+  if (o.seismic && !actions.empty() && of_kind(actions, ActionKind::kSeismic).empty())
+    faults.emplace_back(u"考虑地震作用时应有水平地震作用的工况。");
   return faults;
 }
 
@@ -187,14 +193,21 @@ class Builder {
 
   // A favourable permanent action could govern (3.2.4-1-2; GB 50011 5.4.1):
   // in some component one of `against` acts against the sum of `base`, each
-  // action weighted (the gravity load's ψE).
+  // action weighted (the gravity load's ψE); or, with several components,
+  // `base` has an effect in one component and one of `against` in another (the
+  // least N beside the largest M: a smaller permanent part is the worse one).
   bool favourable_could_govern(const std::vector<std::pair<std::size_t, double>>& base,
                                const std::vector<std::size_t>& against) const {
+    std::vector<double> sums(components_, 0.0);
     for (std::size_t k = 0; k < components_; ++k) {
-      double sum = 0;
-      for (const auto& [at, weight] : base) sum += weight * a_[at].effects[k];
+      for (const auto& [at, weight] : base) sums[k] += weight * a_[at].effects[k];
+    }
+    for (std::size_t k = 0; k < components_; ++k) {
       for (std::size_t at : against) {
-        if (sum * a_[at].effects[k] < 0) return true;
+        if (sums[k] * a_[at].effects[k] < 0) return true;
+        for (std::size_t other = 0; other < components_; ++other) {
+          if (other != k && sums[other] != 0 && a_[at].effects[k] != 0) return true;
+        }
       }
     }
     return false;
@@ -436,7 +449,9 @@ LoadCombinationInput load_combination_input(const std::vector<Text>& values,
   if (o.wind) read(kPsiW, in.psi_w, u"ψw");
   if (o.seismic) read(kPsiE, in.psi_e, u"ψE");
   if (o.seismic && o.wind) read(kPsiWE, o.psi_we, u"ψwE");
-  // γ0 by the safety class (GB 50068-2018 8.2.8; GB 50010-2010 3.3.2).
+  // γ0 by the safety class: 1.1, 1.0, 0.9 (GB 50068-2001 as quoted in
+  // load_combination_rules.md; the clause number in GB 50068-2018 is
+  // unconfirmed).
   o.gamma_0 = std::array<double, 3>{1.1, 1.0, 0.9}[static_cast<std::size_t>(in.safety_class - 1)];
   o.gamma_l = design_life_factor(in.years);
   // The form has no frequent value factor of the live load.

@@ -219,6 +219,30 @@ class LoadCombinationTest : public QObject {
     QCOMPARE(all[of(CombinationKind::kFrequent, 0).largest].effects[0], 150 + 0.5 * 40 + 0.5 * 20);
   }
 
+  // The permanent load favourable across components: G only in N, the wind
+  // only in M; the least N beside the wind's M has G at γG' (3.2.4-1-2), and
+  // likewise the gravity load at 1.0 in the seismic combination.
+  void favourableAcrossComponents() {
+    const std::vector<Action> actions = {{u"G", ActionKind::kPermanent, {100, 0}, 0, 0, 0, 0},
+                                         {u"W", ActionKind::kWind, {0, 60}, 0.6, 0.4, 0, 0},
+                                         {u"E", ActionKind::kSeismic, {0, 90}, 0, 0, 0, 0}};
+    Options o;
+    o.wind = o.seismic = true;
+    std::vector<Text> faults;
+    const std::vector<Combination> all = combine(actions, o, faults);
+    QVERIFY(faults.empty());
+    for (const auto& [kind, least] : {std::pair{CombinationKind::kFundamental, 100.0},
+                                      std::pair{CombinationKind::kSeismic, 100.0}}) {
+      const std::vector<Governing> g = governing(all);
+      const auto it = std::find_if(g.begin(), g.end(), [&](const Governing& x) {
+        return x.kind == kind && x.component == 0;
+      });
+      QVERIFY(it != g.end());
+      QCOMPARE(all[it->smallest].effects[0], least);
+      QVERIFY(all[it->smallest].favourable);
+    }
+  }
+
   // Values the combinations must refuse rather than answer.
   void inputsOutsideAreNamed() {
     const Action g{u"G", ActionKind::kPermanent, {1}, 0, 0, 0, 0};
@@ -237,6 +261,7 @@ class LoadCombinationTest : public QObject {
         {"γ0 0.8", {g}, [](Options& o) { o.gamma_0 = 0.8; }},
         {"γL 1.2", {g}, [](Options& o) { o.gamma_l = 1.2; }},
         {"ψwE 2", {g}, [](Options& o) { o.psi_we = 2; }},
+        {"earthquake without its case", {g}, [](Options& o) { o.seismic = true; }},
     };
     for (const Case& c : cases) {
       Options o;
