@@ -659,8 +659,6 @@ class DeskTest : public QObject {
       form_without->ask_before_closing(false);
       QVERIFY(!form_without->bDisplayPicture() && !form_without->sketch_view());
     }
-    const QString out = run(app, {QStringLiteral("calculate")});
-    QVERIFY(out.contains(QStringLiteral("没有计算")));
   }
 
   // 荷载组合 calculates too: values typed, 选项 unfolded, the wind switched on
@@ -681,6 +679,52 @@ class DeskTest : public QObject {
          {"二、基本组合", "由永久荷载控制的组合", "219.40", "51.00", "G+1.4W右", "五、结论"})
       QVERIFY2(report.contains(QString::fromUtf8(e)),
                qPrintable(QString::fromUtf8(e) + "\n" + report));
+  }
+
+  // 独立基础计算 calculates from its table of load cases: the report holds
+  // the cases, the combinations formed (by hand: G + Q = 800 + 240 = 1040,
+  // 1.3 × 800 + 1.5 × 240 = 1400 kN) and each check; the cases travel in the
+  // project file and come back as they were, the file saved again byte for
+  // byte; a bad cell is named where it is and nothing is saved.
+  void footingCalculatesFromItsLoadCases() {
+    QTemporaryDir dir;
+    DeskApp app;
+    CalcForm* form = app.open_program(u"独立基础计算");
+    QVERIFY(form && form->report() && form->case_table_widget());
+    form->ask_before_closing(false);
+    run(app, {QStringLiteral("case 1 3 800"), QStringLiteral("case 2 3 240"),
+              QStringLiteral("calculate")});
+    QString report = report_text(*form);
+    for (const char* e :
+         {"荷载工况（标准值）", "标准2 ＝ 恒载+活载", "1040.0", "1400.0", "受冲切承载力", "结论"}) {
+      QVERIFY2(report.contains(QString::fromUtf8(e)),
+               qPrintable(QString::fromUtf8(e) + "\n" + report));
+    }
+    run(app,
+        {QStringLiteral("case add"), QStringLiteral("case 3 2 风"), QStringLiteral("case 3 1 左风"),
+         QStringLiteral("case 3 4 60"), QStringLiteral("calculate")});
+    QVERIFY(report_text(*form).contains(QStringLiteral("0.6左风")));
+    const QString f = dir.filePath(QStringLiteral("f.zks")),
+                  g = dir.filePath(QStringLiteral("g.zks"));
+    run(app, {QStringLiteral("save ") + f});
+    const CaseRows saved = form->work().cases();
+    run(app, {QStringLiteral("new")});
+    QCOMPARE(form->work().cases(), default_case_rows());
+    run(app, {QStringLiteral("open ") + f});
+    QCOMPARE(form->work().cases(), saved);
+    QVERIFY(!form->changed());
+    run(app, {QStringLiteral("save ") + g});
+    const auto bytes = [](const QString& name) {
+      QFile file(name);
+      return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QCOMPARE(bytes(g), bytes(f));
+    const QString out = run(app, {QStringLiteral("case 2 3 abc"),
+                                  QStringLiteral("save ") + dir.filePath(QStringLiteral("h.zks")),
+                                  QStringLiteral("calculate")});
+    QVERIFY2(out.contains(QStringLiteral("第 2 行第 3 列")), qPrintable(out));
+    QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("h.zks"))));
+    QVERIFY(report_text(*form).contains(QStringLiteral("无法计算：荷载工况表第 2 行第 3 列")));
   }
 
   // Any sketch draws, at once and without harm, on a light and a dark
@@ -995,7 +1039,7 @@ class DeskTest : public QObject {
         std::make_shared<platform::IniHistory>(
             app.platform()->ini, to_text(dir.filePath(QStringLiteral("ZK_History.INI"))),
             platform::PathCase::kExact));
-    CalcForm& form = beam(app);
+    beam(app);
     run(app, {QStringLiteral("edit 10 300"), QStringLiteral("edit 1 三号楼"),
               QStringLiteral("mine save")});
     QFile file(dir.filePath(QStringLiteral("ZK_Form.INI")));
@@ -1220,10 +1264,38 @@ class DeskTest : public QObject {
                        "edit 10 320", "answer yes {dir}/b.zks", "new", "click 8 3", "key F2",
                        "save {dir}/c.zks", "edit 11 650", "calculate", "edit 10 abc", "key Tab",
                        "answer cancel", "close", "answer no", "close"};
+    QTest::newRow("the footing's load cases: edited, moved, saved, calculated, refused")
+        << QStringList{"program 独立基础计算",
+                       "case 1 3 800",
+                       "case add",
+                       "case 3 2 风",
+                       "case 3 4 60",
+                       "case 3 1 左风",
+                       "calculate",
+                       "save {dir}/f",
+                       "case up 3",
+                       "case delete 1",
+                       "case down 1",
+                       "new",
+                       "open {dir}/f.zks",
+                       "case 2 3 abc",
+                       "save {dir}/g",
+                       "calculate",
+                       "case 2 3 240",
+                       "edit 1 J-2",
+                       "calculate",
+                       "case add",
+                       "case 4 2 地震",
+                       "calculate"};
   }
 
   void headlessFormGoesAsTheDesktopForm() {
     QFETCH(QStringList, steps);
+    // The beam's form, or the program a first step "program NAME" names.
+    Text program = u"梁配筋计算";
+    if (steps.value(0).startsWith(QLatin1String("program "))) {
+      program = to_text(steps.takeFirst().mid(8));
+    }
     QTemporaryDir dir;
     // What a host shows after a step: what it printed, its events, its state.
     const auto seen = [](QString& out, platform::headless::RecordingEvents* log,
@@ -1240,14 +1312,14 @@ class DeskTest : public QObject {
       return lines;
     };
     DeskApp app;
-    QPointer<CalcForm> form = app.open_program(u"梁配筋计算");
+    QPointer<CalcForm> form = app.open_program(program);
     QVERIFY(form);
     QApplication::processEvents();
     platform::headless::RecordingEvents qt_log(form->work().events());
     form->work().record_events(&qt_log);
     QString qt_out, headless_out;
     QTextStream headless_stream(&headless_out);
-    HeadlessScriptRunner headless(*program_of(u"梁配筋计算"), headless_stream);
+    HeadlessScriptRunner headless(*program_of(program), headless_stream);
     platform::headless::RecordingEvents headless_log(headless.form()->work().events());
     headless.form()->work().record_events(&headless_log);
 

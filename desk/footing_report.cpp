@@ -17,8 +17,8 @@ constexpr const char16_t* kSides[] = {u"+x 侧", u"−x 侧", u"+y 侧", u"−y 
 class Writer {
  public:
   Writer(clsCharacter& chr, const FootingInput& in, const std::vector<FootingLoad>& loads,
-         const FootingDesign& d)
-      : chr_(chr), in_(in), loads_(loads), d_(d) {}
+         const FootingDesign& d, const FootingLoadSource* source)
+      : chr_(chr), in_(in), loads_(loads), d_(d), source_(source) {}
 
   std::vector<Text> write();
 
@@ -64,6 +64,7 @@ class Writer {
   const FootingInput& in_;
   const std::vector<FootingLoad>& loads_;
   const FootingDesign& d_;
+  const FootingLoadSource* source_;
   std::vector<Text> lines_;
   std::vector<Text> failed_;
   int32_t section_ = 0;
@@ -111,6 +112,17 @@ void Writer::load_table() {
       u"边为正；"
       u"基础底面的弯矩计入 V·h 与柱偏心 N·e：M_ub(x)ub_' ＝ M_ub(x)ub_ + V_ub(y)ub_·h + "
       u"N·e，M_ub(y)ub_' ＝ M_ub(y)ub_ + V_ub(x)ub_·h。");
+  if (source_) {
+    line(u"荷载工况（标准值）：");
+    std::vector<std::vector<Text>> cases = {
+        {u"工况", u"类别", u"N(kN)", u"Mx(kN·m)", u"My(kN·m)", u"Vx(kN)", u"Vy(kN)"}};
+    for (const std::vector<Text>& row : source_->cases) cases.push_back(row);
+    table(cases, {10, 6, 10, 10, 10, 9, 9});
+    line(u"荷载组合按 " + source_->code + u" 的分项系数（γ_ub(0)ub_ ＝ " +
+         num(source_->gamma_0, u"0.0") + u"，可变荷载 γ_ub(L)ub_ ＝ " + num(source_->gamma_l) +
+         u"；风荷载 ψ_ub(c)ub_ ＝ 0.6，GB 50009 8.1.4 条）：");
+    for (const Text& definition : source_->definitions) line(definition);
+  }
   line(u"标准组合用于地基承载力，基本组合用于受冲切、受剪与受弯（3.0.5 条）。");
   std::vector<std::vector<Text>> rows = {
       {u"荷载", u"组合", u"N(kN)", u"Mx(kN·m)", u"My(kN·m)", u"Vx(kN)", u"Vy(kN)"}};
@@ -294,7 +306,9 @@ std::vector<Text> Writer::write() {
 }  // namespace
 
 std::vector<Text> footing_report(const std::vector<Text>& values,
-                                 const std::vector<FootingLoad>& loads, clsCharacter& chr) {
+                                 const std::vector<FootingLoad>& loads, clsCharacter& chr,
+                                 const FootingLoadSource* source,
+                                 const std::vector<Text>& load_faults) {
   std::vector<Text> lines;
   const auto add = [&](TextView text) {
     for (Text& one : split_text(text, chr.tConEnter1())) {
@@ -311,12 +325,17 @@ std::vector<Text> footing_report(const std::vector<Text>& values,
     add(u"无法计算：以下数据为空或无效：" + names + u"。");
     return lines;
   }
+  if (!load_faults.empty()) {
+    for (const Text& fault : load_faults) add(u"无法计算：" + fault);
+    return lines;
+  }
   const FootingDesign design = design_footing(in, loads);
   if (!design.faults.empty()) {
     for (const Text& fault : design.faults) add(u"无法计算：" + fault);
     return lines;
   }
-  for (Text& line : Writer(chr, in, loads, design).write()) lines.push_back(std::move(line));
+  for (Text& line : Writer(chr, in, loads, design, source).write())
+    lines.push_back(std::move(line));
   return lines;
 }
 

@@ -41,6 +41,11 @@ std::vector<Text> form_state(FormWork& work) {
                   (filter.refused ? Text(u" refused") : Text()));
   lines.push_back(u"title " + work.window_title());
   lines.push_back(u"notes " + replace_all(view.title_box_control().Text(), u"\r\n", u" / "));
+  for (const std::vector<Text>& row : work.cases()) {
+    Text line = u"case";
+    for (const Text& cell : row) line += u" | " + cell;
+    lines.push_back(std::move(line));
+  }
   lines.push_back(u"report " + number(static_cast<int64_t>(work.report_lines().size())) +
                   u" lines" + (work.report_stale() ? Text(u" stale") : Text()));
   return lines;

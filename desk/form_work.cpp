@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <string>
 
+#include "zelkora/controls/form_controls.h"
+#include "zelkora/datafile/foundation_data.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/grid_appearance.h"
@@ -96,7 +98,13 @@ FormWork::FormWork(std::shared_ptr<const platform::Platform> platform, const Pro
   view_.connect_events(session_.get());
   const clsCharacter chr(platform);
   session_->build(layout_id(program.layout, chr));
-  if (platform::ListView* table = view_.case_table()) set_case_rows(*table, default_case_rows());
+  if (platform::ListView* table = view_.case_table()) {
+    set_case_rows(*table, default_case_rows());
+    // The load cases travel in the project file as the foundation data.
+    session_->cell().form_groups(
+        {[this](clsLoadSave& ls) { return save_cases(ls); },
+         [this](clsLoadSave& ls, UseBinRecord& record) { return read_cases(ls, record); }});
+  }
   apply_my_defaults();
   history_ = std::make_unique<grid::ValueHistory>(session_->cell());
   update_refused();
@@ -237,6 +245,7 @@ void FormWork::new_project() {
 }
 
 bool FormWork::open_file(TextView file) {
+  opened_cases_.reset();
   if (!session_->cell().bLoadOrSaveData(u"Load", file, Text(program_.layout), {}, add_data_)) {
     const ProjectFileKind kind = project_file_kind(platform_, file);
     if (kind.layout && !equal_text(*kind.layout, program_.layout, Compare::Text)) {
@@ -246,6 +255,11 @@ bool FormWork::open_file(TextView file) {
     const int32_t error = kind.exists ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
     errors_.GenMsgErrorW(error, to_text(QFileInfo(to_qstring(file)).fileName()), {}, {}, {}, false);
     return false;
+  }
+  // A file without load cases (saved before the form had its table) leaves
+  // the table empty.
+  if (platform::ListView* table = view_.case_table()) {
+    set_case_rows(*table, opened_cases_.value_or(CaseRows()));
   }
   session_->cell().ControlEnableA(0);
   history_->clear();
@@ -260,6 +274,7 @@ bool FormWork::open_file(TextView file) {
 bool FormWork::save_file(TextView file) {
   // A value still being edited is left first, checked as always.
   if (!view_.leave_cell()) return false;
+  if (!cases_can_be_saved()) return false;
   if (!session_->cell().bLoadOrSaveData(u"Save", file, Text(program_.layout), {}, add_data_)) {
     errors_.GenMsgErrorW(error_id::kDataFileNotSaved,
                          to_text(QFileInfo(to_qstring(file)).fileName()), {}, {}, {}, false);
@@ -291,7 +306,7 @@ void FormWork::calculate() {
   const std::vector<Text> now = values();
   clsCharacter chr(platform_);
   chr.bSuperSub(true);  // squares and cubes of units as superscripts
-  report_lines_ = program_.report ? program_.report(now, chr) : std::vector<Text>{};
+  report_lines_ = program_.report ? program_.report(now, cases(), chr) : std::vector<Text>{};
   report_values_ = now;
   report_cases_ = cases();
   report_stale_ = false;
@@ -351,15 +366,50 @@ bool FormWork::delete_case(int32_t item) {
 
 int32_t FormWork::move_case(int32_t item, int step) {
   platform::ListView* table = view_.case_table();
-  if (!table) return 0;
-  CaseRows rows = case_rows(*table);
-  const int32_t to = item + (step < 0 ? -1 : 1);
-  const auto count = static_cast<int32_t>(rows.size());
-  if (item < 1 || item > count || to < 1 || to > count) return 0;
-  std::swap(rows[static_cast<std::size_t>(item - 1)], rows[static_cast<std::size_t>(to - 1)]);
-  set_case_rows(*table, rows);
+  const int32_t by = step < 0 ? -1 : 1;
+  if (!table || !controls::bLstView_MoveRow(*table, item, by)) return 0;
   cases_changed();
-  return to;
+  return item + by;
+}
+
+bool FormWork::cases_can_be_saved() {
+  const platform::ListView* table = view_.case_table();
+  if (!table) return true;
+  clsLoadSave ls(platform_);
+  Array2<Text> cells;
+  Array2<double> forces;
+  std::vector<int16_t> kinds;
+  if (ls.ReadCellToArray_Gk_Nl_Text(*table, cells, forces, kinds)) return true;
+  errors_.GenMsgErrorW(ls.last_error(), ls.error_place(), ls.error_cell(), {}, {}, false);
+  return false;
+}
+
+bool FormWork::save_cases(clsLoadSave& ls) {
+  Array2<Text> cells;
+  Array2<double> forces;
+  std::vector<int16_t> kinds;
+  if (!ls.ReadCellToArray_Gk_Nl_Text(*view_.case_table(), cells, forces, kinds)) return false;
+  // The footing's number is the form's own (item 1); the table needs one.
+  const std::vector<Text> now = values();
+  Text number = now.size() > 1 ? Text(trim(now[1])) : Text();
+  if (number.empty()) number = u"1";
+  return ls.SaveDataFoundation({number}, {Text()}, {cells});
+}
+
+bool FormWork::read_cases(clsLoadSave& ls, UseBinRecord& record) {
+  if (record.Member != datafile::kFootingNumbersName) return true;
+  std::vector<Text> numbers, files;
+  std::vector<Array2<Text>> loads;
+  if (!ls.bLoadDataFoundation(numbers, files, loads, record) || loads.empty()) return false;
+  CaseRows rows;
+  const Array2<Text>& cells = loads.front();
+  for (int32_t i = 0; i <= cells.U1; ++i) {
+    std::vector<Text> row;
+    for (int32_t c = 0; c <= cells.U2; ++c) row.push_back(cells(i, c));
+    rows.push_back(std::move(row));
+  }
+  opened_cases_ = std::move(rows);
+  return true;
 }
 
 // ---- The form object ------------------------------------------------------------------

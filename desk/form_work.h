@@ -195,6 +195,12 @@ class FormWork : public platform::GridForm {
   // A report of values that have changed since is marked out of date.
   void mark_report_stale();
   void update_title();
+  // The load cases as the project file keeps them: checked before a save
+  // (a refusal is shown, naming the cell), written and read as the
+  // foundation data.
+  bool cases_can_be_saved();
+  bool save_cases(clsLoadSave& ls);
+  bool read_cases(clsLoadSave& ls, UseBinRecord& record);
   // Puts the project file at the top of the program's history.
   void remember_file(TextView file);
 
@@ -213,6 +219,7 @@ class FormWork : public platform::GridForm {
   bool report_stale_ = false;
   std::vector<Text> saved_values_;  // the values last saved, opened or begun anew
   CaseRows saved_cases_, report_cases_;  // the load cases saved and calculated
+  std::optional<CaseRows> opened_cases_;  // the load cases of the file being opened
   Text file_;
   std::optional<Text> preset_open_, preset_save_;
   bool changed_ = false;

@@ -422,8 +422,7 @@ void HeadlessScriptRunner::answer_next(const QString& args) {
   if (!file.isEmpty()) open_form().work().preset_file(to_text(file), true);
 }
 
-// The table of load cases is clicked: the grid's cell is left first, as the
-// focus leaves it.
+// A step on the table of load cases.
 void HeadlessScriptRunner::load_case(const CaseStep& step) {
   HeadlessDeskForm& form = open_form();
   platform::headless::MemoryListView* table = form.cases();
@@ -431,8 +430,14 @@ void HeadlessScriptRunner::load_case(const CaseStep& step) {
   if (step.kind != CaseStep::Kind::kAdd && step.row > table->ListItemsCount()) {
     throw StepError("the table has no case " + std::to_string(step.row));
   }
-  if (focus_ == Focus::kGrid) form.user().focus_away();
-  focus_ = Focus::kElsewhere;
+  // 添加 is a tool button, which takes no focus; the other steps click the
+  // table first, which does.
+  if (step.kind == CaseStep::Kind::kAdd) {
+    form.user().click_outside();
+  } else {
+    if (focus_ == Focus::kGrid) form.user().focus_away();
+    focus_ = Focus::kElsewhere;
+  }
   FormWork& work = form.work();
   switch (step.kind) {
     case CaseStep::Kind::kAdd:

@@ -2,6 +2,7 @@
 #include "desk/programs.h"
 
 #include "desk/beam_report.h"
+#include "desk/footing_loads.h"
 #include "desk/load_combination_report.h"
 
 #include "zelkora/datafile/cls_load_save.h"
@@ -24,13 +25,26 @@ const std::vector<Program>& programs() {
   // and 14 ψw under 18 考虑风荷载 (ψwE, under the earthquake, says in the report
   // when the wind is not considered).
   static const std::vector<Program> kPrograms = {
-      {u"梁配筋计算", u"clsBeamSteel", {{25, {24}}}, true, beam_report},
-      {u"独立基础计算", u"clsFoundationSpread", {{21, {22, 23, 24}}}, false, nullptr, true},
+      {u"梁配筋计算",
+       u"clsBeamSteel",
+       {{25, {24}}},
+       true,
+       [](const std::vector<Text>& values, const CaseRows&, clsCharacter& chr) {
+         return beam_report(values, chr);
+       }},
+      {u"独立基础计算",
+       u"clsFoundationSpread",
+       {{21, {22, 23, 24}}},
+       true,
+       footing_calculation,
+       true},
       {u"荷载组合",
        u"clsLoadCombination",
        {{17, {7, 11, 15, 16}}, {18, {6, 14}}},
        true,
-       load_combination_report},
+       [](const std::vector<Text>& values, const CaseRows&, clsCharacter& chr) {
+         return load_combination_report(values, chr);
+       }},
   };
   return kPrograms;
 }

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "desk/load_cases.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/text.h"
 
@@ -20,7 +21,10 @@ struct ItemRule {
 
 // A program's calculation: the report, one line of markup each, of the form's
 // values by item.
-using ReportOf = std::vector<Text> (*)(const std::vector<Text>& values, clsCharacter& chr);
+// A program's calculation: the report of the form's values and its load
+// cases (none on a form without a table of them).
+using ReportOf = std::vector<Text> (*)(const std::vector<Text>& values, const CaseRows& cases,
+                                       clsCharacter& chr);
 
 struct Program {
   TextView menu_key;  // the program's key in the menu ("梁配筋计算")
