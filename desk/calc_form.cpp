@@ -22,6 +22,8 @@
 
 #include "desk/beam_design.h"
 #include "desk/case_table.h"
+#include "desk/footing_loads.h"
+#include "desk/section_figure.h"
 #include "desk/report_print.h"
 #include "desk/report_view.h"
 #include "zelkora/document/read_report.h"
@@ -333,16 +335,19 @@ void CalcForm::show_report(const std::vector<Text>& lines, const std::vector<Tex
     enable_report_actions(false);
     return;
   }
-  if (bDisplayPicture()) {
-    clsCharacter chr(platform_);
-    try {
+  document::Figure figure;
+  clsCharacter chr(platform_);
+  try {
+    if (bDisplayPicture()) {
       report_sketch_ = beam_sketch(values, chr);
-    } catch (const std::exception&) {
-      // No figure rather than no report.
+      figure = section_figure(report_sketch_);
+    } else if (program_.load_cases && work_) {
+      figure = footing_figure(footing_sketch(values, work_->cases(), chr));
     }
+  } catch (const std::exception&) {
+    // No figure rather than no report.
   }
-  report_document_ =
-      form_report(lines, program_.menu_key, bDisplayPicture() ? &report_sketch_ : nullptr);
+  report_document_ = form_report(lines, program_.menu_key, &figure);
   show_report_page();
   enable_report_actions(true);
 }

@@ -150,6 +150,42 @@ FootingLoadSet footing_loads(const std::vector<Text>& values, const CaseRows& ca
   return set;
 }
 
+FootingSketch footing_sketch(const std::vector<Text>& values, const CaseRows& cases,
+                             const clsCharacter& chr) {
+  FootingSketch sketch;
+  const FootingInput in = footing_input(values, chr);
+  sketch.bc = in.bc;
+  sketch.hc = in.hc;
+  sketch.ey = in.e;
+  sketch.b = in.b.value_or(0);
+  sketch.l = in.l.value_or(0);
+  const FootingLoadSet set = footing_loads(values, cases, chr);
+  if (!set.faults.empty()) return sketch;
+  const FootingDesign design = design_footing(in, set.loads);
+  if (!design.faults.empty() || design.governing_pmax < 0) return sketch;
+  sketch.b = design.b;
+  sketch.l = design.l;
+  const FootingPressure& p = design.pressures[static_cast<std::size_t>(design.governing_pmax)];
+  const double b = design.b / 1000, l = design.l / 1000;  // m
+  if (p.full_contact) {
+    // GB 50007 5.2.2-2, -3 along each centre line: p ± M/W.
+    const double along_x = 6 * p.my / (l * b * b), along_y = 6 * p.mx / (b * l * l);
+    sketch.along_b = FootingSketch::Profile{p.p - along_x, p.p + along_x, design.b};
+    sketch.along_l = FootingSketch::Profile{p.p - along_y, p.p + along_y, design.l};
+  } else {
+    // 5.2.2-4: a triangle over 3a from the pressed edge, in the direction of
+    // the eccentricity (a biaxial lift-off is refused by the design).
+    const double contact = 3 * p.a * 1000;
+    const bool along_x = std::abs(p.ex) >= std::abs(p.ey);
+    const bool towards_end = (along_x ? p.ex : p.ey) > 0;
+    const FootingSketch::Profile triangle{towards_end ? 0.0 : p.pmax, towards_end ? p.pmax : 0.0,
+                                          contact};
+    (along_x ? sketch.along_b : sketch.along_l) = triangle;
+  }
+  sketch.caption = u"基础平面及基底压力（kPa，" + p.name + u"）";
+  return sketch;
+}
+
 std::vector<Text> footing_calculation(const std::vector<Text>& values, const CaseRows& cases,
                                       clsCharacter& chr) {
   FootingLoadSet set = footing_loads(values, cases, chr);

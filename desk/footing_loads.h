@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "desk/footing_design.h"
+#include "desk/footing_figure.h"
 #include "desk/footing_report.h"
 #include "desk/load_cases.h"
 #include "zelkora/frame/cls_character.h"
@@ -34,6 +35,12 @@ struct FootingLoadSet {
 };
 
 FootingLoadSet footing_loads(const std::vector<Text>& values, const CaseRows& cases,
+                             const clsCharacter& chr);
+
+// The footing's plan under the governing standard load (the one of the
+// greatest edge pressure) for the report's figure; without a design (a
+// fault), the plan of the values alone or, without a usable base, nothing.
+FootingSketch footing_sketch(const std::vector<Text>& values, const CaseRows& cases,
                              const clsCharacter& chr);
 
 // The report of the footing form: its values and its load cases.

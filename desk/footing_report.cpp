@@ -317,8 +317,13 @@ std::vector<Text> footing_report(const std::vector<Text>& values,
   };
   std::vector<Text> unread;
   const FootingInput in = footing_input(values, chr, &unread);
+  // The footing's codes, and the load code whose factors combined the
+  // loads (《工程结构通用规范》59001 or 《建筑结构荷载规范》59009).
+  std::vector<int32_t> standards = kStandards;
+  if (source)
+    standards.insert(standards.begin() + 1, source->code == u"GB 50009-2012" ? 59009 : 59001);
   add(chr.tCalHead(u"柱下独立基础计算", values.empty() ? Text() : Text(trim(values[0])),
-                   kStandards));
+                   standards));
   if (!unread.empty()) {
     Text names;
     for (const Text& one : unread) names += (names.empty() ? u"" : u"、") + one;

@@ -274,16 +274,13 @@ void fill_report(QTextDocument& text, const document::Document& document, const 
 }
 
 document::Document form_report(const std::vector<Text>& lines, TextView program,
-                               const SectionSketch* sketch) {
+                               const document::Figure* figure) {
   Text markup;
   for (const Text& line : lines) markup += line + u"\r\n";
   document::ReadOptions options;
   options.program = Text(program);
   document::Document doc = document::read_report(markup, options);
-  if (sketch) {
-    document::Figure figure = section_figure(*sketch);
-    if (!figure.shapes.empty()) doc.blocks.emplace_back(std::move(figure));
-  }
+  if (figure && !figure->shapes.empty()) doc.blocks.emplace_back(*figure);
   return doc;
 }
 

@@ -44,9 +44,10 @@ struct ReportLook {
 // `text` emptied and filled with the document.
 void fill_report(QTextDocument& text, const document::Document& document, const ReportLook& look);
 
-// The report of a form: the lines of its calculation read (read_report) and,
-// for a form with a section, its figure at the end.
+// The report of a form: the lines of its calculation read (read_report) and
+// its figure (the beam's section, the footing's plan), if any and not
+// empty, at the end.
 document::Document form_report(const std::vector<Text>& lines, TextView program,
-                               const SectionSketch* sketch);
+                               const document::Figure* figure);
 
 }  // namespace zelkora::desk
