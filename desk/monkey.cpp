@@ -30,6 +30,7 @@
 #include "desk/headless_script.h"
 #include "desk/main_window.h"
 #include "desk/script.h"
+#include "zelkora/datafile/foundation_data.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/layout.h"
 #include "zelkora/platform/headless/headless_form.h"
@@ -859,7 +860,8 @@ std::optional<Finding> Session::check(const QString& line) {
   return std::nullopt;
 }
 
-// A saved file opens with the values saved and saves again to the same bytes.
+// A saved file opens with the values saved and saves again to the same bytes
+// (a foundation program's load cases read and written back as they came).
 std::optional<Finding> Session::check_saved(const QString& file) {
   const auto it = files_.find(file);
   if (it == files_.end()) return std::nullopt;
@@ -867,6 +869,16 @@ std::optional<Finding> Session::check_saved(const QString& file) {
   grid::FormSession session(app_.platform(), view.grid, view.title, view.panel, view.form);
   const Text layout(form_->program().layout);
   session.build(layout_id(layout, clsCharacter(app_.platform())));
+  std::vector<Text> numbers, files;
+  std::vector<Array2<Text>> loads;
+  bool foundation = false;
+  session.cell().form_groups(
+      {[&](clsLoadSave& ls) { return !foundation || ls.SaveDataFoundation(numbers, files, loads); },
+       [&](clsLoadSave& ls, UseBinRecord& record) {
+         if (record.Member != datafile::kFootingNumbersName) return true;
+         foundation = ls.bLoadDataFoundation(numbers, files, loads, record);
+         return foundation;
+       }});
   Text add;
   const auto fail = [&](const QString& detail) {
     return std::optional<Finding>(Finding{
