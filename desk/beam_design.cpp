@@ -1,6 +1,7 @@
 // The design of a rectangular beam section; see the header. Clause numbers
 // are those of GB 50010-2010 (2015 edition) unless another code is named.
 #include "desk/beam_design.h"
+#include "desk/form_text.h"
 
 #include <algorithm>
 #include <array>
@@ -36,10 +37,6 @@ constexpr double kSameLength = 1e-6;
 constexpr double kZeta = 1.2;
 
 double bar_area(double d) { return kPi * d * d / 4; }
-
-std::optional<double> number_in(TextView text, const clsCharacter& chr) {
-  return frame::Variant(Text(trim(text))).number(chr.number_symbols());
-}
 
 // ---- Materials ----------------------------------------------------------------------
 
@@ -412,13 +409,6 @@ std::vector<Text> input_faults(const BeamInput& in) {
     faults.push_back(u"内力设计值超出本计算的范围（绝对值应小于 10^6）。");
   if (!(in.ratio >= 0 && in.ratio <= 1)) faults.push_back(u"As'/As 应在 0～1.0 之间。");
   return faults;
-}
-
-bool yes(TextView text, const clsCharacter& chr) {
-  const Text t(trim(text));
-  if (t == u"是") return true;
-  if (t == u"否") return false;
-  return chr.bAutoText(t);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <tuple>
 
 #include "desk/beam_design.h"
+#include "desk/csv_cases.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {
@@ -20,35 +21,8 @@ using platform::qt::to_text;
 
 namespace {
 
-using Row = std::map<QString, QString>;
+using Row = CsvRow;
 constexpr double kPi = 3.14159265358979323846;
-
-std::vector<Row> read_csv(const QString& name) {
-  QFile file(QStringLiteral(ZK_SOURCE_DIR "/desk/testdata/") + name);
-  std::vector<Row> rows;
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return rows;
-  QTextStream in(&file);
-  in.setEncoding(QStringConverter::Utf8);
-  const QStringList header = in.readLine().split(QLatin1Char(','));
-  while (!in.atEnd()) {
-    const QString line = in.readLine();
-    if (line.trimmed().isEmpty()) continue;
-    // Quoted fields may hold commas.
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (const QChar c : line) {
-      if (c == QLatin1Char('"')) quoted = !quoted;
-      else if (c == QLatin1Char(',') && !quoted) fields << std::exchange(field, QString());
-      else field += c;
-    }
-    fields << field;
-    Row row;
-    for (qsizetype i = 0; i < header.size() && i < fields.size(); ++i) row[header[i]] = fields[i];
-    rows.push_back(row);
-  }
-  return rows;
-}
 
 BeamInput input_of(const Row& row) {
   const auto num = [&](const char* key, double fallback) {

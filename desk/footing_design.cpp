@@ -2,6 +2,7 @@
 // GB 50007-2011 unless another code is named; the rules and their public
 // sources are in desk/testdata/footing_rules.md.
 #include "desk/footing_design.h"
+#include "desk/form_text.h"
 
 #include <algorithm>
 #include <array>
@@ -60,10 +61,6 @@ constexpr double kGammaGFactor = 1.35;
 // Sizing ("自动"): 100 mm steps up to 20 m.
 constexpr double kSizeStep = 100, kSizeMax = 20000;
 constexpr double kTiny = 1e-9;
-
-std::optional<double> number_in(TextView text, const clsCharacter& chr) {
-  return frame::Variant(Text(trim(text))).number(chr.number_symbols());
-}
 
 double bar_area(double d) { return kPi * d * d / 4; }
 
@@ -610,13 +607,6 @@ FootingDesign Designer::run() {
   shear();
   choose_bars();
   return d_;
-}
-
-bool yes(TextView text, const clsCharacter& chr) {
-  const Text t(trim(text));
-  if (t == u"是") return true;
-  if (t == u"否") return false;
-  return chr.bAutoText(t);
 }
 
 }  // namespace

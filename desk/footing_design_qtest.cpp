@@ -11,6 +11,7 @@
 #include <random>
 #include <tuple>
 
+#include "desk/csv_cases.h"
 #include "desk/footing_design.h"
 #include "desk/footing_report.h"
 #include "zelkora/frame/cls_character.h"
@@ -22,36 +23,7 @@ using platform::qt::to_text;
 
 namespace {
 
-using Row = std::map<QString, QString>;
-
-std::vector<Row> read_csv(const QString& name) {
-  QFile file(QStringLiteral(ZK_SOURCE_DIR "/desk/testdata/") + name);
-  std::vector<Row> rows;
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return rows;
-  QTextStream in(&file);
-  in.setEncoding(QStringConverter::Utf8);
-  const QStringList header = in.readLine().split(QLatin1Char(','));
-  while (!in.atEnd()) {
-    const QString line = in.readLine();
-    if (line.trimmed().isEmpty()) continue;
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (const QChar c : line) {
-      if (c == QLatin1Char('"'))
-        quoted = !quoted;
-      else if (c == QLatin1Char(',') && !quoted)
-        fields << std::exchange(field, QString());
-      else
-        field += c;
-    }
-    fields << field;
-    Row row;
-    for (qsizetype i = 0; i < header.size() && i < fields.size(); ++i) row[header[i]] = fields[i];
-    rows.push_back(row);
-  }
-  return rows;
-}
+using Row = CsvRow;
 
 double num(const Row& row, const char* key, double fallback) {
   const auto it = row.find(QString::fromLatin1(key));

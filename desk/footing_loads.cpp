@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "desk/form_text.h"
 #include "desk/load_combination.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/datafile/cls_load_save.h"
@@ -30,7 +31,7 @@ Text number_text(int n) { return from_utf8(std::to_string(n)); }
 FootingLoadSet footing_loads(const std::vector<Text>& values, const CaseRows& cases,
                              const clsCharacter& chr) {
   const auto number = [&](std::size_t at) {
-    return frame::Variant(item(values, at)).number(chr.number_symbols());
+    return number_in(item(values, at), chr);
   };
   FootingLoadSet set;
   // The cells, read and checked as the library reads a foundation table.

@@ -1,6 +1,7 @@
 // The combinations of load effects; see the header. Clause numbers are those
 // of GB 50009-2012 unless another code is named.
 #include "desk/load_combination.h"
+#include "desk/form_text.h"
 
 #include <algorithm>
 #include <array>
@@ -348,17 +349,6 @@ class Builder {
   std::size_t components_ = 0;
   std::vector<Combination> out_;
 };
-
-std::optional<double> number_in(TextView text, const clsCharacter& chr) {
-  return frame::Variant(Text(trim(text))).number(chr.number_symbols());
-}
-
-bool yes(TextView text, const clsCharacter& chr) {
-  const Text t(trim(text));
-  if (t == u"是") return true;
-  if (t == u"否") return false;
-  return chr.bAutoText(t);
-}
 
 }  // namespace
 

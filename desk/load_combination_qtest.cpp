@@ -12,6 +12,7 @@
 #include <map>
 #include <set>
 
+#include "desk/csv_cases.h"
 #include "desk/load_combination.h"
 #include "desk/load_combination_report.h"
 #include "zelkora/platform/qt/qt_controls.h"
@@ -23,36 +24,7 @@ using platform::qt::to_text;
 
 namespace {
 
-using Row = std::map<QString, QString>;
-
-std::vector<Row> read_csv(const QString& name) {
-  QFile file(QStringLiteral(ZK_SOURCE_DIR "/desk/testdata/") + name);
-  std::vector<Row> rows;
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return rows;
-  QTextStream in(&file);
-  in.setEncoding(QStringConverter::Utf8);
-  const QStringList header = in.readLine().split(QLatin1Char(','));
-  while (!in.atEnd()) {
-    const QString line = in.readLine();
-    if (line.trimmed().isEmpty()) continue;
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (const QChar c : line) {
-      if (c == QLatin1Char('"'))
-        quoted = !quoted;
-      else if (c == QLatin1Char(',') && !quoted)
-        fields << std::exchange(field, QString());
-      else
-        field += c;
-    }
-    fields << field;
-    Row row;
-    for (qsizetype i = 0; i < header.size() && i < fields.size(); ++i) row[header[i]] = fields[i];
-    rows.push_back(row);
-  }
-  return rows;
-}
+using Row = CsvRow;
 
 // The form's values (by item of "clsLoadCombination") of a row.
 std::vector<Text> values_of(const Row& row) {
