@@ -1,6 +1,8 @@
 // The report of the beam form's design.
 #include "desk/beam_report.h"
 
+#include "desk/report_writer.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -15,28 +17,17 @@ namespace {
 const std::vector<int32_t> kStandards = {59899, 59009};
 constexpr const char16_t* kSeismicNames[] = {u"特一级", u"一级", u"二级", u"三级", u"四级", u"非抗震"};
 
-class Writer {
+class Writer : public ReportWriter {
  public:
-  Writer(clsCharacter& chr, const BeamInput& in, const BeamDesign& d) : chr_(chr), in_(in), d_(d) {}
+  Writer(clsCharacter& chr, const BeamInput& in, const BeamDesign& d)
+      : ReportWriter(chr), in_(in), d_(d) {}
 
   std::vector<Text> write();
 
  private:
-  // A text of several report lines (joined by the continuation) adds each.
-  void line(TextView text) {
-    for (Text& one : split_text(text, chr_.tConEnter1())) {
-      if (!one.empty()) lines_.push_back(std::move(one));
-    }
-  }
-  void heading(TextView title) { line(chr_.tChrSerial(++section_) + u"_bb(" + Text(title) + u")bb_"); }
   Text num(double value, TextView format) { return chr_.tFmt(value, format); }
-  Text expr(TextView name, double value, TextView format) { return chr_.tExpStr(name, value, format); }
-  // An equation with its numbers, broken to the line width.
-  void equation(TextView text) { line(chr_.SplitEQ(text)); }
-  // A check's conclusion, remembered for the summary.
-  void conclude(bool ok, TextView what) {
-    line((ok ? u"满足：" : u"_bb(不满足)bb_：") + Text(what));
-    if (!ok) failed_.emplace_back(what);
+  Text expr(TextView name, double value, TextView format) {
+    return chr_.tExpStr(name, value, format);
   }
   Text mark(TextView steel) { return chr_.tGjFhByFy(frame::Variant(Text(steel))); }
   Text bars_text(const BarChoice& choice);
@@ -48,14 +39,9 @@ class Writer {
   void stirrups();
   void bars();
   void seismic_note();
-  void summary();
 
-  clsCharacter& chr_;
   const BeamInput& in_;
   const BeamDesign& d_;
-  std::vector<Text> lines_;
-  std::vector<Text> failed_;
-  int32_t section_ = 0;
 };
 
 Text Writer::bars_text(const BarChoice& choice) {
@@ -298,15 +284,6 @@ void Writer::seismic_note() {
        u"；梁端的正弯矩截面应另按梁端的要求验算。M、V、T 应为考虑承载力抗震调整系数 γ_ub(RE)ub_ 后的设计值；"
        u"强剪弱弯的剪力调整（11.3.2 条）、抗震受剪截面与承载力（11.3.3、11.3.4 条）、箍筋加密区及其配筋率大于 2% "
        u"时箍筋直径的增大未在本计算中验算。");
-}
-
-void Writer::summary() {
-  heading(u"结论");
-  if (failed_.empty()) {
-    line(u"各项验算均满足。");
-  } else {
-    for (const Text& one : failed_) line(u"_bb(不满足)bb_：" + one);
-  }
 }
 
 std::vector<Text> Writer::write() {

@@ -1,6 +1,8 @@
 // The report of the footing form's design.
 #include "desk/footing_report.h"
 
+#include "desk/report_writer.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,42 +16,17 @@ namespace {
 const std::vector<int32_t> kStandards = {59013, 59899};
 constexpr const char16_t* kSides[] = {u"+x 侧", u"−x 侧", u"+y 侧", u"−y 侧"};
 
-class Writer {
+class Writer : public ReportWriter {
  public:
   Writer(clsCharacter& chr, const FootingInput& in, const std::vector<FootingLoad>& loads,
          const FootingDesign& d, const FootingLoadSource* source)
-      : chr_(chr), in_(in), loads_(loads), d_(d), source_(source) {}
+      : ReportWriter(chr), in_(in), loads_(loads), d_(d), source_(source) {}
 
   std::vector<Text> write();
 
  private:
-  void line(TextView text) {
-    for (Text& one : split_text(text, chr_.tConEnter1())) {
-      if (!one.empty()) lines_.push_back(std::move(one));
-    }
-  }
-  void heading(TextView title) {
-    line(chr_.tChrSerial(++section_) + u"_bb(" + Text(title) + u")bb_");
-  }
   Text num(double value, TextView format = u"0.00") { return chr_.tFmt(value, format, true); }
   Text eq(double value, TextView format = u"0.00") { return chr_.tFmtEq(value, format, true); }
-  void equation(TextView text) { line(chr_.SplitEQ(text)); }
-  void conclude(bool ok, TextView what) {
-    line((ok ? u"满足：" : u"_bb(不满足)bb_：") + Text(what));
-    if (!ok) failed_.emplace_back(what);
-  }
-  void table(const std::vector<std::vector<Text>>& rows, const std::vector<int32_t>& widths) {
-    const auto n = static_cast<int32_t>(widths.size());
-    chr_.ListOut_Ubound(n - 1);
-    chr_.ListOut_Initialize(0, 10);
-    for (int32_t i = 0; i < n; ++i)
-      chr_.ListOut_Index_Width(i, widths[static_cast<std::size_t>(i)]);
-    for (const auto& cells : rows) {
-      Text row;
-      chr_.TextAddRowA(row, cells, n - 1);
-      line(row);
-    }
-  }
 
   void data();
   void load_table();
@@ -58,16 +35,11 @@ class Writer {
   void shear();
   void bending();
   void detailing();
-  void summary();
 
-  clsCharacter& chr_;
   const FootingInput& in_;
   const std::vector<FootingLoad>& loads_;
   const FootingDesign& d_;
   const FootingLoadSource* source_;
-  std::vector<Text> lines_;
-  std::vector<Text> failed_;
-  int32_t section_ = 0;
 };
 
 void Writer::data() {
@@ -280,15 +252,6 @@ void Writer::detailing() {
                                     : u"阶梯形基础每阶高度宜为 300～500mm");
   }
   line(u"底板钢筋保护层：有垫层时不小于 40mm，无垫层时不小于 70mm；垫层厚度不宜小于 70mm。");
-}
-
-void Writer::summary() {
-  heading(u"结论");
-  if (failed_.empty()) {
-    line(u"各项验算均满足。");
-  } else {
-    for (const Text& one : failed_) line(u"_bb(不满足)bb_：" + one);
-  }
 }
 
 std::vector<Text> Writer::write() {

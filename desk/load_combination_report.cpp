@@ -1,6 +1,8 @@
 // The report of the load combination form.
 #include "desk/load_combination_report.h"
 
+#include "desk/report_writer.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -30,11 +32,11 @@ const char16_t* kind_name(CombinationKind kind) {
   return u"";
 }
 
-class Writer {
+class Writer : public ReportWriter {
  public:
   Writer(clsCharacter& chr, const LoadCombinationInput& in, const std::vector<Action>& actions,
          const std::vector<Combination>& combinations)
-      : chr_(chr),
+      : ReportWriter(chr),
         in_(in),
         o_(in.options),
         a_(actions),
@@ -44,17 +46,8 @@ class Writer {
   std::vector<Text> write();
 
  private:
-  void line(TextView text) {
-    for (Text& one : split_text(text, chr_.tConEnter1())) {
-      if (!one.empty()) lines_.push_back(std::move(one));
-    }
-  }
-  void heading(TextView title) {
-    line(chr_.tChrSerial(++section_) + u"_bb(" + Text(title) + u")bb_");
-  }
   Text num(double value) { return chr_.tFmt(value, u"0.00"); }
   Text factor(double value) { return chr_.tFmt(value, u"0.0##"); }
-  void equation(TextView text) { line(chr_.SplitEQ(text)); }
 
   bool governs(std::size_t i) const {
     return std::any_of(g_.begin(), g_.end(),
@@ -88,14 +81,11 @@ class Writer {
   void seismic();
   void summary();
 
-  clsCharacter& chr_;
   const LoadCombinationInput& in_;
   const Options& o_;
   const std::vector<Action>& a_;
   const std::vector<Combination>& c_;
   const std::vector<Governing> g_;
-  std::vector<Text> lines_;
-  int32_t section_ = 0;
 };
 
 void Writer::governing_equations(CombinationKind kind) {
