@@ -418,17 +418,10 @@ std::vector<Text> input_faults(const BeamInput& in) {
 BeamInput beam_input(const std::vector<Text>& values, const clsCharacter& chr,
                      std::vector<Text>* unread) {
   BeamInput in;
-  const auto text = [&](int32_t item) -> Text {
-    const auto at = static_cast<std::size_t>(item);
-    return at < values.size() ? Text(trim(values[at])) : Text();
-  };
-  const auto fail = [&](TextView what) {
-    if (unread) unread->emplace_back(what);
-  };
-  const auto read = [&](int32_t item, double& into, TextView what) {
-    if (const auto v = number_in(text(item), chr)) into = *v;
-    else fail(what);
-  };
+  const FormValues form(values, chr, unread);
+  const auto text = [&](int32_t item) { return form.text(item); };
+  const auto fail = [&](TextView what) { form.fail(what); };
+  const auto read = [&](int32_t item, double& into, TextView what) { form.read(item, into, what); };
   in.id = text(kId);
   Text grade = text(kConcrete);
   if (!grade.empty() && (grade[0] == u'C' || grade[0] == u'c')) grade.erase(0, 1);

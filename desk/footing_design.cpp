@@ -629,19 +629,10 @@ FootingDesign design_footing(const FootingInput& in, const std::vector<FootingLo
 FootingInput footing_input(const std::vector<Text>& values, const clsCharacter& chr,
                            std::vector<Text>* unread) {
   FootingInput in;
-  const auto text = [&](int32_t item) -> Text {
-    const auto at = static_cast<std::size_t>(item);
-    return at < values.size() ? Text(trim(values[at])) : Text();
-  };
-  const auto fail = [&](TextView what) {
-    if (unread) unread->emplace_back(what);
-  };
-  const auto read = [&](int32_t item, double& into, TextView what) {
-    if (const auto v = number_in(text(item), chr))
-      into = *v;
-    else
-      fail(what);
-  };
+  const FormValues form(values, chr, unread);
+  const auto text = [&](int32_t item) { return form.text(item); };
+  const auto fail = [&](TextView what) { form.fail(what); };
+  const auto read = [&](int32_t item, double& into, TextView what) { form.read(item, into, what); };
   // A size that may be "自动" (none).
   const auto size = [&](int32_t item, std::optional<double>& into, TextView what) {
     if (text(item) == u"自动") {
