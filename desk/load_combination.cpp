@@ -19,7 +19,7 @@ namespace {
 constexpr int32_t kId = 1, kLife = 2, kClass = 3, kSgk = 4, kSqk = 5, kSwk = 6, kSehk = 7,
                   kGammaG = 8, kGammaGFavourable = 9, kGammaQ = 10, kGammaEh = 11, kPsiC = 12,
                   kPsiQ = 13, kPsiW = 14, kPsiE = 15, kPsiWE = 16, kSeismic = 17, kWind = 18,
-                  kAll = 19, kEdition = 20;
+                  kAll = 19, kEdition = 20, kPsiF = 21;
 
 // The least partial factors of each edition. GB 50009 3.2.4: γG 1.2, γQ 1.4
 // (1.3 for an industrial floor's live load above 4 kN/m², so 1.3 is taken for
@@ -427,6 +427,7 @@ LoadCombinationInput load_combination_input(const std::vector<Text>& values,
   if (o.seismic) read(kGammaEh, o.gamma_eh, u"γEh");
   read(kPsiC, in.psi_c, u"ψc");
   read(kPsiQ, in.psi_q, u"ψq");
+  read(kPsiF, in.psi_f, u"ψf");
   if (o.wind) read(kPsiW, in.psi_w, u"ψw");
   if (o.seismic) read(kPsiE, in.psi_e, u"ψE");
   if (o.seismic && o.wind) read(kPsiWE, o.psi_we, u"ψwE");
@@ -435,15 +436,14 @@ LoadCombinationInput load_combination_input(const std::vector<Text>& values,
   // unconfirmed).
   o.gamma_0 = std::array<double, 3>{1.1, 1.0, 0.9}[static_cast<std::size_t>(in.safety_class - 1)];
   o.gamma_l = design_life_factor(in.years);
-  // The form has no frequent value factor of the live load.
-  o.frequent = false;
   return in;
 }
 
 std::vector<Action> form_actions(const LoadCombinationInput& in) {
   std::vector<Action> actions;
   actions.push_back({u"G", ActionKind::kPermanent, {in.sgk}, 0, 0, 0, 0});
-  actions.push_back({u"Q", ActionKind::kVariable, {in.sqk}, in.psi_c, 0, in.psi_q, in.psi_e});
+  actions.push_back(
+      {u"Q", ActionKind::kVariable, {in.sqk}, in.psi_c, in.psi_f, in.psi_q, in.psi_e});
   if (in.options.wind) {
     actions.push_back({u"W左", ActionKind::kWind, {in.swk}, in.psi_w, kWindPsiF, kWindPsiQ, 0});
     actions.push_back({u"W右", ActionKind::kWind, {-in.swk}, in.psi_w, kWindPsiF, kWindPsiQ, 0});

@@ -105,7 +105,7 @@ struct LoadCombinationInput {
   double years = 50;
   int32_t safety_class = 2;  // 1, 2, 3 (一级, 二级, 三级)
   double sgk = 0, sqk = 0, swk = 0, sehk = 0;
-  double psi_c = 0.7, psi_q = 0.4, psi_w = 0.6, psi_e = 0.5;
+  double psi_c = 0.7, psi_f = 0.5, psi_q = 0.4, psi_w = 0.6, psi_e = 0.5;
   bool all = false;  // 输出全部荷载组合
 };
 

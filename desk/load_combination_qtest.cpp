@@ -33,7 +33,7 @@ std::vector<Text> values_of(const Row& row) {
     return row.at(QString::fromLatin1(key)) == "1" ? u"是" : u"否";
   };
   static const char16_t* kClasses[] = {u"一级", u"二级", u"三级"};
-  std::vector<Text> v(21);
+  std::vector<Text> v(22);
   v[0] = u"工程";
   v[1] = u"KL-1";
   v[2] = at("years");
@@ -46,6 +46,8 @@ std::vector<Text> values_of(const Row& row) {
   v[18] = yes("wind");
   v[19] = u"否";
   v[20] = at("edition");
+  // The published examples give no ψf (they check no frequent combination).
+  v[21] = row.count(QStringLiteral("psi_f")) ? at("psi_f") : Text(u"0.5");
   return v;
 }
 
@@ -110,6 +112,7 @@ class LoadCombinationTest : public QObject {
         {"fund", CombinationKind::kFundamental},
         {"std", CombinationKind::kStandard},
         {"qp", CombinationKind::kQuasiPermanent},
+        {"freq", CombinationKind::kFrequent},
         {"seis", CombinationKind::kSeismic}};
     for (const auto& [prefix, kind] : kinds) {
       const QString hi = QString::fromLatin1(prefix) + "_max",

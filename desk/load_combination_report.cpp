@@ -207,12 +207,14 @@ void Writer::serviceability() {
       u"Σψ_ub(ci)ub_S_ub(Qik)ub_");
   governing_equations(CombinationKind::kStandard);
   table(CombinationKind::kStandard);
+  equation(
+      u"频遇组合（3.2.9 条）：S_ub(d)ub_ ＝ ΣS_ub(Gk)ub_ + ψ_ub(f1)ub_S_ub(Q1k)ub_ + "
+      u"Σψ_ub(qi)ub_S_ub(Qik)ub_");
+  governing_equations(CombinationKind::kFrequent);
+  table(CombinationKind::kFrequent);
   equation(u"准永久组合（3.2.10 条）：S_ub(d)ub_ ＝ ΣS_ub(Gk)ub_ + Σψ_ub(qi)ub_S_ub(Qik)ub_");
   governing_equations(CombinationKind::kQuasiPermanent);
   table(CombinationKind::kQuasiPermanent);
-  if (!o_.frequent) {
-    line(u"频遇组合（3.2.9 条）需要活荷载的频遇值系数 ψ_ub(f)ub_，本表单未输入，未列出。");
-  }
 }
 
 void Writer::seismic() {

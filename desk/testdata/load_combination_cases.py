@@ -11,9 +11,9 @@ import csv
 import os
 
 FIELDS = ["case", "edition", "years", "safety_class", "sgk", "sqk", "swk", "sehk", "gamma_g",
-          "gamma_g_fav", "gamma_q", "gamma_eh", "psi_c", "psi_q", "psi_w", "psi_e", "psi_we",
-          "seismic", "wind", "fault", "count_fund", "fund_max", "fund_min", "std_max", "std_min",
-          "qp_max", "qp_min", "seis_max", "seis_min"]
+          "gamma_g_fav", "gamma_q", "gamma_eh", "psi_c", "psi_q", "psi_f", "psi_w", "psi_e",
+          "psi_we", "seismic", "wind", "fault", "count_fund", "fund_max", "fund_min", "std_max", "std_min",
+          "qp_max", "qp_min", "freq_max", "freq_min", "seis_max", "seis_min"]
 
 
 def gamma_l(years):
@@ -60,14 +60,14 @@ def compute(c):
 
     # The variable loads that act together: Q present or not (a favourable
     # variable load is left out), the wind absent or in one direction.
-    # (value, gamma_L, psi_c, psi_q) of each; the wind's gamma_L is 1.0
-    # (3.2.5-2), its psi_q 0 (8.1.4).
+    # (value, gamma_L, psi_c, psi_q, psi_f) of each; the wind's gamma_L is 1.0
+    # (3.2.5-2), its psi_q 0 and psi_f 0.4 (8.1.4).
     sets = []
     for with_q in (False, True):
         for w in [None] + winds:
-            s = [(Q, gl, pc, pq)] if with_q else []
+            s = [(Q, gl, pc, pq, c["psi_f"])] if with_q else []
             if w is not None:
-                s.append((w, 1.0, pw, 0.0))
+                s.append((w, 1.0, pw, 0.0, 0.4))
             sets.append(s)
 
     # Fundamental: GB 50009 3.2.3-1, each variable load leading in turn.
@@ -76,10 +76,10 @@ def compute(c):
         for gg in gammas_g:
             if not s:
                 fund.append(gg * G)
-            for i, (v, l, _, _) in enumerate(s):
-                fund.append(gg * G + gq * l * v + sum(gq * l2 * p2 * v2 for j, (v2, l2, p2, _) in enumerate(s) if j != i))
+            for i, (v, l, _, _, _) in enumerate(s):
+                fund.append(gg * G + gq * l * v + sum(gq * l2 * p2 * v2 for j, (v2, l2, p2, _, _) in enumerate(s) if j != i))
         if c["edition"] == "GB 50009-2012":  # 3.2.3-2 with 1.35 (3.2.4)
-            fund.append(1.35 * G + sum(gq * l * p * v for (v, l, p, _) in s))
+            fund.append(1.35 * G + sum(gq * l * p * v for (v, l, p, _, _) in s))
     fund = [g0 * x for x in fund]  # gamma_0 S_d (3.2.2)
     out["count_fund"] = len(fund)
     out["fund_max"], out["fund_min"] = max(fund), min(fund)
@@ -89,11 +89,20 @@ def compute(c):
     for s in sets:
         if not s:
             std.append(G)
-        for i, (v, _, _, _) in enumerate(s):
-            std.append(G + v + sum(p2 * v2 for j, (v2, _, p2, _) in enumerate(s) if j != i))
+        for i, (v, _, _, _, _) in enumerate(s):
+            std.append(G + v + sum(p2 * v2 for j, (v2, _, p2, _, _) in enumerate(s) if j != i))
     out["std_max"], out["std_min"] = max(std), min(std)
-    qp = [G + sum(q * v for (v, _, _, q) in s) for s in sets]
+    qp = [G + sum(q * v for (v, _, _, q, _) in s) for s in sets]
     out["qp_max"], out["qp_min"] = max(qp), min(qp)
+    # Frequent 3.2.9: one variable load at its frequent value, the others at
+    # their quasi-permanent values.
+    freq = []
+    for s in sets:
+        if not s:
+            freq.append(G)
+        for i, (v, _, _, _, f) in enumerate(s):
+            freq.append(G + f * v + sum(q2 * v2 for j, (v2, _, _, q2, _) in enumerate(s) if j != i))
+    out["freq_max"], out["freq_min"] = max(freq), min(freq)
 
     # Seismic GB 50011 5.4.1: 1.2 S_GE (favourable: gamma_G') + gamma_Eh S_Ehk
     # + psi_w 1.4 S_wk, S_GE = G + psi_E Q (5.1.3); no gamma_0.
@@ -115,7 +124,7 @@ def compute(c):
 def case(name, **kw):
     c = dict(edition="GB 55001-2021", years=50, safety_class=2, sgk=100.0, sqk=50.0, swk=0.0,
              sehk=0.0, gamma_g=1.3, gamma_g_fav=1.0, gamma_q=1.5, gamma_eh=1.3, psi_c=0.7,
-             psi_q=0.4, psi_w=0.6, psi_e=0.5, psi_we=0.0, seismic=False, wind=False)
+             psi_q=0.4, psi_f=0.5, psi_w=0.6, psi_e=0.5, psi_we=0.0, seismic=False, wind=False)
     c.update(kw)
     c["case"] = name
     return c

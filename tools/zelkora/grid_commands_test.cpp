@@ -30,7 +30,7 @@ TEST(GridCommands, LayoutPrintsOneLinePerRow) {
        kExitOk,
        {"rows=37\nlMax=30\n", "\n10\t7\t100\t1392\t1\t5140\t0\t1\t1\n",
         "\n11\t8\t100\t2200\t1\t5142\t500\txS>0_Lx\t0\n"}},
-      {{"layout", "clsloadcombination"}, kExitOk, {"rows=26\nlMax=20\n"}},
+      {{"layout", "clsloadcombination"}, kExitOk, {"rows=27\nlMax=21\n"}},
       {{"layout", "clsNoSuchForm"}, kExitFault, {"no layout is called \"clsNoSuchForm\""}},
       {{"layout", "clsFormZhRq12"}, kExitFault, {"missing resource", "clsFormZhRq12"}},
       {{"layout"}, kExitUsage, {"expected 1"}},
