@@ -725,6 +725,14 @@ class DeskTest : public QObject {
     QVERIFY2(out.contains(QStringLiteral("第 2 行第 3 列")), qPrintable(out));
     QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("h.zks"))));
     QVERIFY(report_text(*form).contains(QStringLiteral("无法计算：荷载工况表第 2 行第 3 列")));
+    // Five wind cases: the combinations would double with each, so a kind
+    // takes four at most.
+    QStringList winds = {QStringLiteral("case 2 3 240")};
+    for (int row = 3; row <= 7; ++row) {
+      winds << QStringLiteral("case add") << QStringLiteral("case %1 2 风").arg(row);
+    }
+    run(app, winds << QStringLiteral("calculate"));
+    QVERIFY(report_text(*form).contains(QStringLiteral("风荷载的工况有 5 个，本程序最多 4 个")));
   }
 
   // Any sketch draws, at once and without harm, on a light and a dark

@@ -1,7 +1,9 @@
 // The spread footing's loads from its table of load cases; see the header.
 #include "desk/footing_loads.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "desk/form_text.h"
 #include "desk/load_combination.h"
@@ -19,6 +21,7 @@ constexpr std::size_t kEditionItem = 18, kPsiCItem = 19, kSafetyClassItem = 20,
 // GB 50009-2012 8.1.4: the wind's combination, frequent and quasi-permanent
 // value factors.
 constexpr double kWindPsiC = 0.6, kWindPsiF = 0.4, kWindPsiQ = 0.0;
+constexpr int kMostCasesOfAKind = 4;
 
 Text item(const std::vector<Text>& values, std::size_t at) {
   return at < values.size() ? Text(trim(values[at])) : Text();
@@ -30,9 +33,7 @@ Text number_text(int n) { return from_utf8(std::to_string(n)); }
 
 FootingLoadSet footing_loads(const std::vector<Text>& values, const CaseRows& cases,
                              const clsCharacter& chr) {
-  const auto number = [&](std::size_t at) {
-    return number_in(item(values, at), chr);
-  };
+  const auto number = [&](std::size_t at) { return number_in(item(values, at), chr); };
   FootingLoadSet set;
   // The cells, read and checked as the library reads a foundation table.
   platform::headless::MemoryListView table;
@@ -111,6 +112,19 @@ FootingLoadSet footing_loads(const std::vector<Text>& values, const CaseRows& ca
     }
     for (int32_t c = 0; c <= forces.U2; ++c) action.effects.push_back(forces(i, c));
     actions.push_back(std::move(action));
+  }
+  // Every set of the variable cases with each wind case is combined, so the
+  // combinations (and the report) double with each variable case: a footing
+  // takes at most four of each.
+  for (const auto& [kind, name] :
+       {std::pair{ActionKind::kVariable, u"可变荷载"}, std::pair{ActionKind::kWind, u"风荷载"}}) {
+    const auto n = std::count_if(actions.begin(), actions.end(),
+                                 [kind = kind](const Action& a) { return a.kind == kind; });
+    if (n > kMostCasesOfAKind) {
+      set.faults.push_back(Text(name) + u"的工况有 " + number_text(static_cast<int>(n)) +
+                           u" 个，本程序最多 " + number_text(kMostCasesOfAKind) +
+                           u" 个：请合并同时作用的工况。");
+    }
   }
   if (!set.faults.empty()) return set;
 

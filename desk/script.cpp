@@ -458,8 +458,15 @@ class ScriptRunner::Steps {
         QTest::mouseClick(table.viewport(), Qt::LeftButton, Qt::NoModifier, at);
         QTest::mouseDClick(table.viewport(), Qt::LeftButton, Qt::NoModifier, at);
         settle();
-        QWidget* editor = QApplication::focusWidget();
-        if (!editor || editor == &table) throw StepError("the cell opened no editor");
+        // The cell's editor, over the table's viewport (the focus may be
+        // elsewhere while the window is not the active one).
+        QWidget* editor = nullptr;
+        for (QWidget* w : table.viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+          if (w->isVisible() && (qobject_cast<QLineEdit*>(w) || qobject_cast<QComboBox*>(w))) {
+            editor = w;
+          }
+        }
+        if (!editor) throw StepError("the cell opened no editor");
         if (auto* box = qobject_cast<QComboBox*>(editor)) {
           const int index = box->findText(step.text);
           if (index < 0) throw StepError("the list has no " + step.text.toStdString());
