@@ -7,15 +7,12 @@
 
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_numbers.h"
-#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/grid/layout.h"
 
 namespace zelkora::desk {
 
 int32_t layout_id(TextView name, const clsCharacter& chr) {
-  for (int32_t id = text_id::kFirstLayoutName; id <= text_id::kLastLayoutName; ++id) {
-    if (equal_text(chr.tString(id), name, Compare::Text)) return id;
-  }
-  return 0;
+  return grid::layout_name_id(name, chr).value_or(0);
 }
 
 const std::vector<Program>& programs() {

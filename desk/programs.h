@@ -36,7 +36,8 @@ struct Program {
   bool load_cases = false;
 };
 
-// The catalogue id of the layout named `name` (without regard to case), or 0.
+// The catalogue id of the layout named `name` (without regard to case) by
+// the library's rule of layout names (grid/layout.h), or 0.
 int32_t layout_id(TextView name, const clsCharacter& chr);
 
 // The programs whose forms this program has.

@@ -16,10 +16,9 @@ namespace {
 
 std::vector<Command> all_commands() {
   std::vector<Command> commands = frame_commands();
-  for (auto* more :
-       {typeset_commands, split_commands, report_commands, rebar_commands, section_commands,
-        checking_commands, datafile_commands, grid_commands, menu_commands, document_commands,
-        demo_commands}) {
+  for (auto* more : {typeset_commands, split_commands, report_commands, rebar_commands,
+                     section_commands, checking_commands, datafile_commands, grid_commands,
+                     lint_commands, menu_commands, document_commands, demo_commands}) {
     for (Command& c : more()) commands.push_back(std::move(c));
   }
   commands.push_back({"help", "", "lists the commands", nullptr});

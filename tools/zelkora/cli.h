@@ -86,6 +86,7 @@ std::vector<Command> section_commands();
 std::vector<Command> checking_commands();
 std::vector<Command> datafile_commands();
 std::vector<Command> grid_commands();
+std::vector<Command> lint_commands();
 std::vector<Command> menu_commands();
 std::vector<Command> document_commands();
 std::vector<Command> demo_commands();

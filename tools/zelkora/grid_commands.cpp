@@ -4,7 +4,6 @@
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
-#include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/frame/character_internals.h"
 #include "zelkora/frame/error_numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
@@ -17,17 +16,10 @@ namespace zelkora::cli {
 
 namespace {
 
-// The layout id of a form name, or a fault naming the name.
+// The layout id of a form name by the library's rule, or a fault naming the name.
 int32_t layout_id(TextView name, const clsCharacter& chr) {
-  const std::optional<int32_t> id =
-      grid::layout_name_id(name, clsCharacter::Internals::catalogue(chr));
-  if (!id) {
-    throw Fault(FaultKind::MissingResource, "no layout is called \"" + to_utf8(name) +
-                                                "\" (catalogue texts " +
-                                                std::to_string(text_id::kFirstLayoutName) + " to " +
-                                                std::to_string(text_id::kLastLayoutName) + ")");
-  }
-  return *id;
+  return grid::form_layout_id(name, clsCharacter::Internals::catalogue(chr),
+                              clsCharacter::Internals::platform(chr).resources);
 }
 
 // The rows of a layout as the grid reads them: one line per row with the

@@ -66,6 +66,25 @@ std::optional<Condition> read_condition(TextView text) {
   return c;
 }
 
+// A part after the first that starts with neither a sign, a bracket nor a
+// number, and holds no "~", names a quantity ("Lx") and is no condition.
+bool is_name(TextView part) {
+  part = trim(part);
+  if (part.empty() || part.find(u'~') != TextView::npos) return false;
+  const char16_t c = part.front();
+  return !may_begin_number(c) && c != u'<' && c != u'>' && c != u'=' && c != u'(' && c != u'[' &&
+         c != u'{';
+}
+
+// Adds the condition `part` to `d`, or keeps it among the unreadable parts.
+void add_condition(EntryDescriptor& d, TextView part) {
+  if (auto c = read_condition(part)) {
+    d.conditions.push_back(*c);
+  } else {
+    d.unreadable.emplace_back(trim(part));
+  }
+}
+
 }  // namespace
 
 std::size_t read_relation(TextView text, Relation& relation, bool allow_equal_sign) {
@@ -170,9 +189,9 @@ EntryDescriptor parse_entry_descriptor(TextView descriptor) {
   if (!rest.empty() && (rest.front() == u'S' || rest.front() == u'I' || rest.front() == u'L')) {
     rest.remove_prefix(1);
   }
-  if (auto c = read_condition(rest)) d.conditions.push_back(*c);
+  if (!trim(rest).empty()) add_condition(d, rest);
   for (std::size_t i = 1; i < parts.size(); ++i) {
-    if (auto c = read_condition(parts[i])) d.conditions.push_back(*c);
+    if (!is_name(parts[i]) && !trim(parts[i]).empty()) add_condition(d, parts[i]);
   }
   return d;
 }

@@ -43,6 +43,9 @@ struct EntryDescriptor {
   bool allow_auto = false;   // leading "x"
   NumberType type{};
   std::vector<Condition> conditions;
+  // The parts the grammar cannot read (an unknown sign, a limit that is no
+  // number): the check passes over them, so they are slips of the layout.
+  std::vector<Text> unreadable;
 };
 
 EntryDescriptor parse_entry_descriptor(TextView descriptor);

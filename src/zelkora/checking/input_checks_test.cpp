@@ -5,6 +5,7 @@
 #include "zelkora/checking/err_chr_internals.h"
 
 #include "zelkora/checking/cls_err_chr.h"
+#include "zelkora/checking/entry_descriptor.h"
 #include "zelkora/platform/headless/headless.h"
 
 namespace zelkora {
@@ -101,6 +102,8 @@ TEST(NumericEntry, EveryDescriptorOfTheLayouts) {
         << to_utf8(c.descriptor) << " " << to_utf8(c.fails);
     EXPECT_EQ(err->lError_ID(), c.error);
     EXPECT_EQ(err->tError_Txt().empty(), c.error == 0) << to_utf8(c.descriptor);
+    EXPECT_EQ(checking::parse_entry_descriptor(c.descriptor).unreadable.size(), 0u)
+        << to_utf8(c.descriptor);
   }
 }
 
@@ -124,7 +127,7 @@ TEST(NumericEntry, LimitsAndTheirMessages) {
       {u"I", u"-32768", 0, u""},
       {u"15~80", u"1e400", 101, u""},
       {u"S>0", u" 1,000.5 ", 0, u""},
-      {u"S>zz_>=q", u"-5", 0, u""},  // unreadable conditions are skipped
+      {u"S>zz_>=q", u"-5", 0, u""},  // unreadable conditions are skipped (below)
       {u"S>0", u"", 101, u"错误：b 为 ，b 应输入有效数值。"},
       // Only "(" and ")" exclude their bound; any other bracket includes it.
       {u"{0~100}", u"100", 0, u""},
@@ -145,6 +148,21 @@ TEST(NumericEntry, LimitsAndTheirMessages) {
     if (!c.message.empty()) {
       EXPECT_EQ(err->tError_Txt(), c.message) << to_utf8(c.descriptor);
     }
+  }
+}
+
+// The parts a check passes over are kept for the lint of layouts; names are
+// no such parts.
+TEST(NumericEntry, UnreadablePartsAreKept) {
+  const std::pair<TextView, std::vector<Text>> cases[] = {
+      {u"S>zz_>=q", {u">zz", u">=q"}},
+      {u"S>=2oo", {u">=2oo"}},
+      {u"Q>5_xS", {u"Q>5"}},
+      {u"(0~1.0_ 0~x) _Lx_", {u"0~x)"}},
+  };
+  for (const auto& [descriptor, unreadable] : cases) {
+    EXPECT_EQ(checking::parse_entry_descriptor(descriptor).unreadable, unreadable)
+        << to_utf8(descriptor);
   }
 }
 

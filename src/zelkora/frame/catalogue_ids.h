@@ -60,8 +60,17 @@ inline constexpr int32_t kCellPlace = 52724;  // "第 %%1% 行第 %%2% 列", a c
 
 // ---- Value lists and layouts ---------------------------------------------------
 inline constexpr int32_t kListBase = 40000;  // value list L is text 40000 + L
+// The names of the suite's layouts.
 inline constexpr int32_t kFirstLayoutName = 63700;
 inline constexpr int32_t kLastLayoutName = 63752;
+
+// ---- A calculation program's own texts -----------------------------------------
+// The block is the program's: the library ships no text in it, and a program
+// puts its captions (with their explanations at caption id + 1), descriptors,
+// value lists (list ids 30000-39999), default texts and its layout's name
+// there, in a catalogue file of its resource folder (docs/layouts.md).
+inline constexpr int32_t kFirstProgramText = 70000;
+inline constexpr int32_t kLastProgramText = 79999;
 
 // ---- The check words of clsErrChr ----------------------------------------------
 inline constexpr int32_t kMoreThan = 53300;         // "多于"

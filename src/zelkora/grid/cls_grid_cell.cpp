@@ -40,6 +40,11 @@ bool clsGridCell::valid_row(int32_t row) const { return row >= 1 && row <= rows_
 bool clsGridCell::is_heading(int32_t row) const { return kind_of(row) == grid::kKindHeading; }
 
 void clsGridCell::ReadLayoutResource() {
+  if (!grid::is_layout_name_id(interface_res_id_)) {
+    throw Fault(FaultKind::MissingResource,
+                "layout name: catalogue id " + std::to_string(interface_res_id_) +
+                    " is outside the layout names (63700-63752, 70000-79999)");
+  }
   const std::optional<TextView> name =
       clsCharacter::Internals::catalogue_text(*character_, interface_res_id_);
   if (!name) {

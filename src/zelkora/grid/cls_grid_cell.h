@@ -60,8 +60,9 @@ class clsGridCell {
   void lInterfaceResID(int32_t id) { interface_res_id_ = id; }
 
   // Reads the layout named by catalogue text lInterfaceResID into the row
-  // tables (item index, descriptor text, event flag), R and lMax. A missing
-  // name text or layout throws Fault(MissingResource).
+  // tables (item index, descriptor text, event flag), R and lMax. An id
+  // outside the layout names (grid/layout.h), a missing name text or layout
+  // throws Fault(MissingResource).
   void ReadLayoutResource();
   // Splits the descriptor of every row into kind, caption, cell, list,
   // default and check, and sizes the item tables to 0..lMax (empty texts,

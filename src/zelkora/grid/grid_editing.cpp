@@ -105,11 +105,8 @@ bool clsGridCell::leave_current_cell(bool check) {
   if (check && items_.current[static_cast<std::size_t>(item)] != entered_text_) {
     clsErrChr& err = *errors_;
     err.bMessageIgnore(false);
-    err.tCheckNumberSign(check_of(row));
-    err.tCaption1(character_->tString(caption_of(row)));
-    err.TextValue1(items_.current[static_cast<std::size_t>(item)]);
-    err.lListRes(list_of(row));
-    if (err.GenCheckCboEnterNumErrX() != 0) {
+    if (grid::check_entry(err, *character_, check_of(row), caption_of(row), list_of(row),
+                          items_.current[static_cast<std::size_t>(item)]) != 0) {
       restore_entered_text(row);
       return false;
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "zelkora/frame/character_internals.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/codepage.h"
 #include "zelkora/platform/fault.h"
@@ -124,6 +125,18 @@ std::optional<std::string> find_layout_bytes(TextView name,
   return std::nullopt;
 }
 
+std::optional<Text> layout_file_name(TextView name, const platform::ResourceSources& sources) {
+  if (name.empty()) return std::nullopt;
+  const Text wanted = Text(name) + u".txt";
+  for (auto it = sources.rbegin(); it != sources.rend(); ++it) {
+    if (const std::optional<std::string> file = layout_file(**it, wanted)) {
+      const Text found = from_utf8(*file);
+      return found.substr(0, found.size() - 4);
+    }
+  }
+  return std::nullopt;
+}
+
 Text load_layout_text(TextView name, const platform::ResourceSources& sources) {
   const std::optional<std::string> bytes = find_layout_bytes(name, sources);
   if (!bytes) {
@@ -132,23 +145,94 @@ Text load_layout_text(TextView name, const platform::ResourceSources& sources) {
   return codepage::from_ansi(*bytes);
 }
 
-std::optional<int32_t> layout_name_id(TextView name, const frame::Catalogue& catalogue) {
-  for (int32_t id = text_id::kFirstLayoutName; id <= text_id::kLastLayoutName; ++id) {
+bool is_layout_name_id(int32_t id) {
+  return (id >= text_id::kFirstLayoutName && id <= text_id::kLastLayoutName) ||
+         (id >= text_id::kFirstProgramText && id <= text_id::kLastProgramText);
+}
+
+namespace {
+
+std::optional<int32_t> name_id_in(TextView name, const frame::Catalogue& catalogue, int32_t first,
+                                  int32_t last) {
+  for (int32_t id = first; id <= last; ++id) {
     const std::optional<TextView> text = catalogue.find(id);
     if (text && equal_text(*text, name, Compare::Text)) return id;
   }
   return std::nullopt;
 }
 
-RowTables read_layout(TextView text, std::string_view name, const frame::Catalogue& catalogue) {
-  RowTables t;
-  t.source = std::string(name);
+}  // namespace
+
+std::optional<int32_t> layout_name_id(TextView name, const frame::Catalogue& catalogue) {
+  if (trim(name).empty()) return std::nullopt;
+  if (auto id = name_id_in(name, catalogue, text_id::kFirstLayoutName, text_id::kLastLayoutName)) {
+    return id;
+  }
+  return name_id_in(name, catalogue, text_id::kFirstProgramText, text_id::kLastProgramText);
+}
+
+std::optional<int32_t> layout_name_id(TextView name, const clsCharacter& chr) {
+  return layout_name_id(name, clsCharacter::Internals::catalogue(chr));
+}
+
+int32_t form_layout_id(TextView name, const frame::Catalogue& catalogue,
+                       const platform::ResourceSources& sources) {
+  const std::optional<int32_t> id = layout_name_id(name, catalogue);
+  if (!id) {
+    throw Fault(FaultKind::MissingResource,
+                "no layout is called " + shown(name) + " (no catalogue text " +
+                    std::to_string(text_id::kFirstLayoutName) + "-" +
+                    std::to_string(text_id::kLastLayoutName) + " or " +
+                    std::to_string(text_id::kFirstProgramText) + "-" +
+                    std::to_string(text_id::kLastProgramText) + " names it)");
+  }
+  if (!find_layout_bytes(name, sources)) {
+    throw Fault(FaultKind::MissingResource,
+                "no layout is called " + shown(name) + " (catalogue text " + std::to_string(*id) +
+                    " names it, but there is no file layouts/" + to_utf8(name) + ".txt)");
+  }
+  return *id;
+}
+
+std::vector<Text> layout_lines(TextView text) {
   // Lines end in CR LF as the suite writes them, or in a bare LF as an
   // editor on Linux leaves them: both read the same.
   std::vector<Text> pieces = split_text(text, u"\n");
   for (Text& piece : pieces) {
     if (!piece.empty() && piece.back() == u'\r') piece.pop_back();
   }
+  return pieces;
+}
+
+LayoutLine read_layout_line(TextView piece, const std::string& place,
+                            const frame::Catalogue& catalogue) {
+  const std::vector<Text> fields = split_text(piece, u",");
+  if (fields.size() < 2) {
+    throw Fault(FaultKind::IndexOutOfRange,
+                place + ": " + shown(piece) + " has no descriptor id after a comma");
+  }
+  LayoutLine line;
+  line.item = numeric_reading(fields[0], place, "the item index");
+  line.id = numeric_reading(fields[1], place, "the descriptor id");
+  if (line.id == INT32_MIN) {
+    throw Fault(FaultKind::Overflow,
+                place + ": descriptor id " + shown(fields[1]) + " has no positive counterpart");
+  }
+  const int32_t abs_id = line.id < 0 ? -line.id : line.id;
+  const std::optional<TextView> descriptor = catalogue.find(abs_id);
+  if (!descriptor) {
+    throw Fault(FaultKind::MissingResource,
+                place + ": descriptor " + std::to_string(abs_id) + " has no catalogue text");
+  }
+  line.descriptor = line.id < 0 ? u"-" + Text(*descriptor) : Text(*descriptor);
+  line.event = fields.size() > 2 && trim(fields[2]) == u"1";
+  return line;
+}
+
+RowTables read_layout(TextView text, std::string_view name, const frame::Catalogue& catalogue) {
+  RowTables t;
+  t.source = std::string(name);
+  const std::vector<Text> pieces = layout_lines(text);
   const std::size_t bound = pieces.size() + 1;
   t.item.reserve(bound);
   t.descriptor.reserve(bound);
@@ -160,31 +244,13 @@ RowTables read_layout(TextView text, std::string_view name, const frame::Catalog
   t.line.push_back(0);
 
   for (std::size_t i = 0; i < pieces.size(); ++i) {
-    const TextView piece = pieces[i];
-    if (trim(piece).empty()) continue;
+    if (trim(pieces[i]).empty()) continue;
     const auto line = static_cast<int32_t>(std::min<std::size_t>(i + 1, INT32_MAX));
-    const std::string place = describe_place(name, line);
-    const std::vector<Text> fields = split_text(piece, u",");
-    if (fields.size() < 2) {
-      throw Fault(FaultKind::IndexOutOfRange,
-                  place + ": " + shown(piece) + " has no descriptor id after a comma");
-    }
-    const int32_t item = numeric_reading(fields[0], place, "the item index");
-    const int32_t id = numeric_reading(fields[1], place, "the descriptor id");
-    if (id == INT32_MIN) {
-      throw Fault(FaultKind::Overflow,
-                  place + ": descriptor id " + shown(fields[1]) + " has no positive counterpart");
-    }
-    const int32_t abs_id = id < 0 ? -id : id;
-    const std::optional<TextView> descriptor = catalogue.find(abs_id);
-    if (!descriptor) {
-      throw Fault(FaultKind::MissingResource,
-                  place + ": descriptor " + std::to_string(abs_id) + " has no catalogue text");
-    }
-    if (item < 0) ++t.headings;
-    t.item.push_back(item);
-    t.descriptor.push_back(id < 0 ? u"-" + Text(*descriptor) : Text(*descriptor));
-    t.event.push_back(fields.size() > 2 && trim(fields[2]) == u"1");
+    LayoutLine read = read_layout_line(pieces[i], describe_place(name, line), catalogue);
+    if (read.item < 0) ++t.headings;
+    t.item.push_back(read.item);
+    t.descriptor.push_back(std::move(read.descriptor));
+    t.event.push_back(read.event);
     t.line.push_back(line);
   }
   t.rows = static_cast<int32_t>(t.item.size() - 1);

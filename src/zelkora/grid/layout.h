@@ -32,6 +32,14 @@
 // `<name>.txt` at the top of a folder without `layouts/`), so a resource
 // folder overrides the layouts compiled into the library.
 //
+// The name of a form's layout is a catalogue text, and its id is what the
+// grid is given (clsGridCell::lInterfaceResID): an id of the suite's layout
+// names 63700-63752 or of a program's own block 70000-79999
+// (frame/catalogue_ids.h). A program registers a form of its own with two
+// files of its resource folder: a catalogue text "7xxxx<TAB>clsMyForm" and
+// `layouts/clsMyForm.txt`. The library, the tool and the desktop program
+// take names by this one rule (layout_name_id, form_layout_id).
+//
 // Every damage is a Fault that names the layout and the line (or the row of a
 // form's own descriptors): a layout that does not exist or a descriptor id
 // without catalogue text MissingResource, a descriptor with fewer than six
@@ -67,8 +75,6 @@ inline constexpr int32_t kKindHeading = 10;
 inline constexpr int32_t kKindItem = 100;
 inline constexpr int32_t kKindGroup = 110;
 inline constexpr int32_t kKindMember = 1100;
-
-// The catalogue ids of the layout names.
 
 // The most items a form may declare for its own rows (LetGridCellText), so
 // that a wrong count cannot allocate without bound.
@@ -126,12 +132,45 @@ struct Tables {
 std::optional<std::string> find_layout_bytes(TextView name,
                                              const platform::ResourceSources& sources);
 
+// The name of the file of the layout `name` as the last source that has it
+// writes it, without ".txt" ("clsbeamsteel" gives "clsBeamSteel"), or nothing.
+std::optional<Text> layout_file_name(TextView name, const platform::ResourceSources& sources);
+
 // The decoded text of the layout `name`; Fault(MissingResource) when there is
 // none.
 Text load_layout_text(TextView name, const platform::ResourceSources& sources);
 
-// The catalogue id (63700..63752) whose text is `name` without regard to case.
+// Whether catalogue id `id` may name a layout: 63700..63752 or 70000..79999.
+bool is_layout_name_id(int32_t id);
+
+// The catalogue id whose text is `name` without regard to case: the suite's
+// names first, then the program's block, each from its lowest id.
 std::optional<int32_t> layout_name_id(TextView name, const frame::Catalogue& catalogue);
+// The same in the catalogue of `chr`.
+std::optional<int32_t> layout_name_id(TextView name, const clsCharacter& chr);
+
+// The catalogue id of the form `name` (without regard to case) by the rule
+// above; Fault(MissingResource) naming the name when no id of the blocks
+// names it or no source has its layout file.
+int32_t form_layout_id(TextView name, const frame::Catalogue& catalogue,
+                       const platform::ResourceSources& sources);
+
+// The lines of a layout text without their line ends (CR LF or a bare LF);
+// element i is line i + 1.
+std::vector<Text> layout_lines(TextView text);
+
+// One line of a layout as read_layout reads it.
+struct LayoutLine {
+  int32_t item = 0;
+  int32_t id = 0;   // the descriptor id as written: negative for a collapsed row
+  Text descriptor;  // "-" + catalogue text for a collapsed row
+  bool event = false;
+};
+
+// Reads one line that is not blank; the faults of read_layout, each message
+// starting with `place`.
+LayoutLine read_layout_line(TextView line, const std::string& place,
+                            const frame::Catalogue& catalogue);
 
 // Reads a decoded layout text (steps 2 to 4 of reading a layout): the rows,
 // their item indexes, descriptor texts and event flags, the heading count and

@@ -12,6 +12,7 @@
 
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/cls_grid_cell.h"
+#include "zelkora/grid/layout_lint.h"
 #include "zelkora/platform/codepage.h"
 #include "zelkora/platform/embedded.h"
 #include "zelkora/platform/fault_test_support.h"
@@ -296,105 +297,64 @@ TEST_F(Layouts, ResourceFolderOverridesByNameAndTheLayoutIsReadOnce) {
 
 // ---- The shipped layouts -------------------------------------------------------
 
-// The check expressions the forms use.
-const std::set<Text> kCheckVocabulary = {
-    u"1",       u"S>0",       u"0",        u"S>=0",    u"S",       u"15~80",  u"S>=1",
-    u"L>=2",    u"0~1.0",     u"I>=0",     u"(0~100)", u"I>=1",    u"L>=1",   u"I>=2",
-    u"S>=1.0",  u"S>1",       u"(0~1.0",   u"(0~1.0)", u"nS>0",    u"0~1.0)", u"nS",
-    u"0~90",    u"0.15~100)", u"0.1~100)", u"0~1.05",  u"S>=140",  u"S>=6",   u"S>=50",
-    u"S>=150",  u"L>=3",      u"I>=4",     u"nS>=0",   u"50~1000", u"S<>0",   u"0.7~1.0",
-    u"(0~180)", u"(45~90",    u"33~100",   u"S>=2.5",  u"0~1",     u"1~4",    u"S>=0.95",
-    u"S>=1.00", u"xS>0_Lx",   u"xS>0_Ly",  u"50~150",  u"50~400",  u"3~9",    u"0~45",
-    u"0.6~1.7", u"40~80",     u"0~2.0",    u"S>=0.3",  u"20~1200", u"15~60",  u"0.6666~1.0",
-    u"(-90~90)"};
-
-// Whether `value` passes the row's check (an item of its list for "1").
-bool passes(clsErrChr& err, const RowTables& t, int32_t r, TextView value) {
-  err.lListRes(t.list[static_cast<std::size_t>(r)]);
-  return err.GenCheckCboEnterNumErrW(t.check[static_cast<std::size_t>(r)], u"x", value, true) == 0;
+std::string described(const std::vector<LayoutProblem>& problems) {
+  std::string text;
+  for (const LayoutProblem& problem : problems) text += problem.describe() + "\n";
+  return text;
 }
 
-TEST_F(Layouts, EveryShippedLayoutKeepsTheRules) {
-  clsErrChr err(p);
+// Every shipped layout keeps every rule of the lint (the example program's
+// layout is linted by the tool's tests); the chapter shows the example file
+// as it is.
+TEST_F(Layouts, ShippedLayoutsLintCleanAndTheChapterShowsTheExample) {
   int layouts = 0;
   for (const platform::EmbeddedFile& file : platform::embedded_files()) {
     std::string_view path = file.name;
-    if (!path.starts_with("layouts/")) continue;
+    if (!path.starts_with("layouts/") || !path.ends_with(".txt")) continue;
     ++layouts;
-    const std::string name(path.substr(8, path.size() - 8 - 4));
-    SCOPED_TRACE(name);
-    ASSERT_TRUE(path.ends_with(".txt"));
-    const std::string bytes(file.bytes());
-    for (std::size_t i = bytes.find('\n'); i != std::string::npos; i = bytes.find('\n', i + 1)) {
-      ASSERT_TRUE(i > 0 && bytes[i - 1] == '\r') << "a line ends without CR LF";
-    }
-    const std::optional<int32_t> id = layout_name_id(from_utf8(name), cat);
-    ASSERT_TRUE(id.has_value()) << "no catalogue text 63700-63752 names the layout";
-    EXPECT_EQ(Text(*cat.find(*id)), from_utf8(name));
-
-    clsGridCell grid(p);
-    grid.lInterfaceResID(*id);
-    grid.ReadLayoutResource();
-    grid.SplitRowDescriptors();
-    clsGridCell::Internals::derive_default_texts(grid);
-    const RowTables& t = clsGridCell::Internals::row_tables(grid);
-    const std::vector<Text>& defaults = clsGridCell::Internals::item_tables(grid).defaults;
-    std::set<int32_t> items, heading_captions;
-    ASSERT_GT(t.rows, 0);
-    EXPECT_LT(t.item[1], 0) << "the first row is a heading";
-    for (int32_t r = 1; r <= t.rows; ++r) {
-      const auto i = static_cast<std::size_t>(r);
-      SCOPED_TRACE(t.place(r));
-      const int32_t kind = t.kind[i] < 0 ? -t.kind[i] : t.kind[i];
-      ASSERT_TRUE(cat.find(t.caption[i])) << "caption " << t.caption[i];
-      if (t.item[i] < 0) {
-        EXPECT_EQ(t.item[i], -1);
-        EXPECT_EQ(kind, kKindHeading);
-        EXPECT_TRUE(heading_captions.insert(t.caption[i]).second) << "a second such heading";
-        continue;
-      }
-      EXPECT_TRUE(items.insert(t.item[i]).second) << "item " << t.item[i] << " twice";
-      EXPECT_TRUE(kind == kKindItem || kind == kKindGroup || kind == kKindMember) << kind;
-      EXPECT_EQ(t.kind[i] < 0, kind == kKindGroup) << "only group rows start collapsed";
-      EXPECT_TRUE(cat.find(t.caption[i] + 1)) << "no explanation for caption " << t.caption[i];
-      EXPECT_TRUE(t.cell[i] == 0 || t.cell[i] == 1);
-      EXPECT_TRUE(t.list[i] != 0 && t.list[i] != 100 && t.list[i] != 200 &&
-                  cat.find(40000 + t.list[i]))
-          << "list " << t.list[i];
-      EXPECT_TRUE(kCheckVocabulary.count(t.check[i])) << to_utf8(t.check[i]);
-
-      const Text& value = defaults[static_cast<std::size_t>(t.item[i])];
-      if (t.default_field[i] != u" ") {
-        EXPECT_FALSE(value.empty()) << "default out of its list";
-      }
-      if (t.check[i] != u"0") {
-        EXPECT_TRUE(passes(err, t, r, value)) << to_utf8(value);
-      }
-      for (const Text& choice : chr.ComboBoxList(t.list[i])) {
-        if (!choice.empty()) {
-          EXPECT_TRUE(passes(err, t, r, choice)) << to_utf8(choice);
-        }
-      }
-      if (kind == kKindMember) {
-        const int32_t above = t.kind[i - 1] < 0 ? -t.kind[i - 1] : t.kind[i - 1];
-        EXPECT_TRUE(above == kKindGroup || above == kKindMember) << "a member without a group";
-      }
-      if (kind == kKindGroup) {
-        Text joined;
-        std::size_t m = i + 1;
-        for (; m <= static_cast<std::size_t>(t.rows) && t.kind[m] == kKindMember; ++m) {
-          joined += (joined.empty() ? u"" : u", ") + defaults[static_cast<std::size_t>(t.item[m])];
-        }
-        EXPECT_GE(m - i - 1, 2u) << "a group needs its members below it";
-        EXPECT_EQ(value, joined) << "the group's default joins its members' defaults";
-      }
-    }
-    ASSERT_FALSE(items.empty());
-    EXPECT_EQ(*items.begin(), 0);
-    EXPECT_EQ(*items.rbegin(), t.max_item) << "the indexes run 0..N-1 without gaps";
-    EXPECT_EQ(static_cast<int32_t>(items.size()), t.max_item + 1);
+    const Text name = from_utf8(path.substr(8, path.size() - 8 - 4));
+    EXPECT_EQ(described(lint_named_layout(name, p)), "") << to_utf8(name);
   }
   EXPECT_GE(layouts, 3);
+
+  const std::filesystem::path source(ZK_SOURCE_DIR);
+  std::ifstream file(source / "tools/zelkora/testdata/program/layouts/clsRetainingWall.txt",
+                     std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  ASSERT_FALSE(bytes.empty());
+
+  std::ifstream chapter(source / "docs/layouts.md", std::ios::binary);
+  const std::string doc{std::istreambuf_iterator<char>(chapter), {}};
+  const std::string shown = to_utf8(replace_all(codepage::from_ansi(bytes), u"\r\n", u"\n"));
+  EXPECT_NE(doc.find("```text\n" + shown + "```\n"), std::string::npos)
+      << "docs/layouts.md does not show the example layout as the file has it";
+}
+
+// The names: the suite's block and a program's own; the library ships no text
+// in the program's block.
+TEST_F(Layouts, LayoutNamesComeFromTwoBlocks) {
+  for (int32_t id = text_id::kFirstProgramText; id <= text_id::kLastProgramText; ++id) {
+    ASSERT_FALSE(cat.contains(id)) << id;
+  }
+  EXPECT_EQ(layout_name_id(u"CLSBEAMSTEEL", cat), 63706);
+  EXPECT_EQ(form_layout_id(u"clsBeamSteel", cat, p->resources), 63706);
+  EXPECT_EQ(fault_and_message([&] { form_layout_id(u"clsFormZhRq12", cat, p->resources); }).first,
+            test_support::kMissingResource);  // named, but without a layout file
+
+  // A program's own form: its name and layout come from its resource folder.
+  auto own = std::make_shared<platform::Platform>(*p);
+  own->resources = platform::standard_resources(std::filesystem::path(ZK_SOURCE_DIR) /
+                                                "tools/zelkora/testdata/program");
+  const frame::Catalogue& its = *frame::catalogue_for(*own);
+  EXPECT_EQ(form_layout_id(u"clsretainingwall", its, own->resources), 70000);
+  clsGridCell form(own);
+  form.lInterfaceResID(70000);
+  form.GetTextResID();
+  EXPECT_EQ(form.lMaxTextIndex(), 7);
+  form.lInterfaceResID(1000);  // a text, but none of the layout names
+  const auto [kind, message] = fault_and_message([&] { form.ReadLayoutResource(); });
+  EXPECT_EQ(kind, test_support::kMissingResource);
+  EXPECT_NE(message.find("outside the layout names"), std::string::npos) << message;
 }
 
 }  // namespace

@@ -83,15 +83,22 @@ std::unique_ptr<clsErrChr> quiet_checker(clsGridCell& cell) {
 Text refusal_of(clsGridCell& cell, int32_t row, clsErrChr& checker) {
   const int32_t item = Cell::item(cell, row);
   if (item < 0) return {};
-  const clsCharacter& chr = Cell::character(cell);
-  checker.tCheckNumberSign(Cell::check(cell, row));
-  checker.tCaption1(chr.tString(Cell::caption(cell, row)));
-  checker.TextValue1(Cell::item_tables(cell).current[static_cast<std::size_t>(item)]);
-  checker.lListRes(Cell::list(cell, row));
-  return checker.GenCheckCboEnterNumErrX() != 0 ? checker.tError_Txt() : Text();
+  const int32_t error = check_entry(
+      checker, Cell::character(cell), Cell::check(cell, row), Cell::caption(cell, row),
+      Cell::list(cell, row), Cell::item_tables(cell).current[static_cast<std::size_t>(item)]);
+  return error != 0 ? checker.tError_Txt() : Text();
 }
 
 }  // namespace
+
+int32_t check_entry(clsErrChr& checker, const clsCharacter& chr, TextView check, int32_t caption,
+                    int32_t list, TextView value) {
+  checker.tCheckNumberSign(check);
+  checker.tCaption1(chr.tString(caption));
+  checker.TextValue1(value);
+  checker.lListRes(list);
+  return checker.GenCheckCboEnterNumErrX();
+}
 
 Text refusal(clsGridCell& cell, int32_t row) {
   if (!Cell::built(cell) || row < 1 || row > Cell::row_tables(cell).rows) return {};

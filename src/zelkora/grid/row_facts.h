@@ -42,6 +42,13 @@ bool differs_from_default(TextView value, TextView default_value);
 // of two parts, "symbol——name"; "。" follows.
 Text help_text(const clsCharacter& chr, int32_t caption_id, TextView caption);
 
+// Checks `value` as the grid checks a value entered in a row with check
+// expression `check`, caption id `caption` and list `list`: the error number
+// (0: accepted), its message in checker.tError_Txt(). The checker's ignore
+// flag stays as the caller set it.
+int32_t check_entry(clsErrChr& checker, const clsCharacter& chr, TextView check, int32_t caption,
+                    int32_t list, TextView value);
+
 // The message with which the check expression of row `row` refuses the
 // row's current value, or empty when it accepts it (or the row has no item).
 // The check runs on a clsErrChr of its own: nothing is shown, and the

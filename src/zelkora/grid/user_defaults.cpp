@@ -8,6 +8,7 @@
 #include "zelkora/grid/grid_cell_internals.h"
 #include "zelkora/grid/group_value.h"
 #include "zelkora/grid/layout.h"
+#include "zelkora/grid/row_facts.h"
 #include "zelkora/platform/codepage.h"
 
 namespace zelkora::grid {
@@ -53,11 +54,8 @@ bool refused_by_check(clsGridCell& cell, int32_t row, TextView text) {
   clsErrChr checker(Cell::platform(cell));
   checker.lLanguage(Cell::character(cell).lLanguage());
   checker.bMessageIgnore(true);
-  checker.tCheckNumberSign(Cell::check(cell, row));
-  checker.tCaption1(Cell::character(cell).tString(Cell::caption(cell, row)));
-  checker.TextValue1(Text(text));
-  checker.lListRes(Cell::list(cell, row));
-  return checker.GenCheckCboEnterNumErrX() != 0;
+  return check_entry(checker, Cell::character(cell), Cell::check(cell, row),
+                     Cell::caption(cell, row), Cell::list(cell, row), text) != 0;
 }
 
 }  // namespace
