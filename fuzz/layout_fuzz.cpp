@@ -1,5 +1,5 @@
 // Layouts and descriptors come from resource folders and from forms: reading
-// one, building a grid from a form's rows and editing every row of it never
+// or linting one, building a grid from a form's rows and editing every row of it never
 // crashes; what goes wrong is a Fault that names its place.
 #include <cstdint>
 #include <string>
@@ -8,6 +8,7 @@
 #include "zelkora/frame/character_internals.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/layout.h"
+#include "zelkora/grid/layout_lint.h"
 #include "zelkora/platform/fault.h"
 #include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/headless_form.h"
@@ -24,6 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } catch (const Fault& fault) {
     if (std::string(fault.what()).find("\"F\"") == std::string::npos) __builtin_trap();
   }
+  // The lint reads what the grid reads and reports, never throws.
+  (void)grid::lint_layout(t[0], u"F", platform);
 
   std::vector<Text> rows = split_text(t[1], u"\n");
   rows.insert(rows.begin(), Text());

@@ -43,7 +43,10 @@ void clsGridCell::ReadLayoutResource() {
   if (!grid::is_layout_name_id(interface_res_id_)) {
     throw Fault(FaultKind::MissingResource,
                 "layout name: catalogue id " + std::to_string(interface_res_id_) +
-                    " is outside the layout names (63700-63752, 70000-79999)");
+                    " is outside the layout names (" + std::to_string(text_id::kFirstLayoutName) +
+                    "-" + std::to_string(text_id::kLastLayoutName) + ", " +
+                    std::to_string(text_id::kFirstProgramText) + "-" +
+                    std::to_string(text_id::kLastProgramText) + ")");
   }
   const std::optional<TextView> name =
       clsCharacter::Internals::catalogue_text(*character_, interface_res_id_);

@@ -105,36 +105,48 @@ std::optional<std::string> layout_file(const platform::ResourceSource& source, T
 
 }  // namespace
 
-std::optional<std::string> find_layout_bytes(TextView name,
-                                             const platform::ResourceSources& sources) {
+namespace {
+
+// The source that has the layout `name`, the last first, and its file there.
+struct LayoutFile {
+  const platform::ResourceSource* source = nullptr;
+  std::string file;
+};
+
+std::optional<LayoutFile> find_layout_file(TextView name,
+                                           const platform::ResourceSources& sources) {
   if (name.empty()) return std::nullopt;
   const Text wanted = Text(name) + u".txt";
   for (auto it = sources.rbegin(); it != sources.rend(); ++it) {
-    const platform::ResourceSource& source = **it;
-    const std::optional<std::string> file = layout_file(source, wanted);
-    if (!file) continue;
-    const std::string folder = platform::folder_of(source, kLayoutFolder);
-    const std::string path = folder.empty() ? *file : folder + "/" + *file;
-    std::optional<std::string> bytes = source.read(path, kMaxLayoutFile);
-    if (!bytes) {
-      throw Fault(FaultKind::File,
-                  "layout file " + source.location(path) + " cannot be read (or is over 1 MiB)");
+    if (std::optional<std::string> file = layout_file(**it, wanted)) {
+      return LayoutFile{it->get(), std::move(*file)};
     }
-    return bytes;
   }
   return std::nullopt;
 }
 
-std::optional<Text> layout_file_name(TextView name, const platform::ResourceSources& sources) {
-  if (name.empty()) return std::nullopt;
-  const Text wanted = Text(name) + u".txt";
-  for (auto it = sources.rbegin(); it != sources.rend(); ++it) {
-    if (const std::optional<std::string> file = layout_file(**it, wanted)) {
-      const Text found = from_utf8(*file);
-      return found.substr(0, found.size() - 4);
-    }
+}  // namespace
+
+std::optional<std::string> find_layout_bytes(TextView name,
+                                             const platform::ResourceSources& sources) {
+  const std::optional<LayoutFile> found = find_layout_file(name, sources);
+  if (!found) return std::nullopt;
+  const platform::ResourceSource& source = *found->source;
+  const std::string folder = platform::folder_of(source, kLayoutFolder);
+  const std::string path = folder.empty() ? found->file : folder + "/" + found->file;
+  std::optional<std::string> bytes = source.read(path, kMaxLayoutFile);
+  if (!bytes) {
+    throw Fault(FaultKind::File,
+                "layout file " + source.location(path) + " cannot be read (or is over 1 MiB)");
   }
-  return std::nullopt;
+  return bytes;
+}
+
+std::optional<Text> layout_file_name(TextView name, const platform::ResourceSources& sources) {
+  const std::optional<LayoutFile> found = find_layout_file(name, sources);
+  if (!found) return std::nullopt;
+  const Text file = from_utf8(found->file);
+  return file.substr(0, file.size() - 4);
 }
 
 Text load_layout_text(TextView name, const platform::ResourceSources& sources) {
