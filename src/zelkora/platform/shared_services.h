@@ -31,13 +31,10 @@ void apply_number_overrides(const EnvLookup& env, Text& decimal, Text& grouping)
 // settings store), or nothing when the variable is unset or empty.
 std::optional<std::filesystem::path> settings_file_override(const EnvLookup& env);
 
-// The separator of a list of folders in a variable: ';' on Windows, ':'
-// elsewhere (as in PATH).
-#if defined(_WIN32)
-inline constexpr char kFolderListSeparator = ';';
-#else
-inline constexpr char kFolderListSeparator = ':';
-#endif
+// The separator of a list of folders in a variable, as in PATH: ';' where
+// paths are written with "\\" (Windows), ':' elsewhere.
+inline constexpr char kFolderListSeparator =
+    std::filesystem::path::preferred_separator == '\\' ? ';' : ':';
 
 // The folders of `ZELKORA_RESOURCES`, a list separated by
 // kFolderListSeparator, in the order given (a later folder overrides an
