@@ -10,12 +10,14 @@ function(run)
   set(output "${out}" PARENT_SCOPE)
 endfunction()
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
-# Every installed header compiles on its own against the installed tree.
+# Every installed header compiles on its own against the installed tree,
+# cleanly under the warnings a program's build commonly turns on.
 file(GLOB_RECURSE headers RELATIVE ${WORK_DIR}/prefix/include ${WORK_DIR}/prefix/include/*.h)
 foreach(header ${headers})
   set(unit ${WORK_DIR}/headers/${header}.cpp)
   file(WRITE ${unit} "#include \"${header}\"\n")
-  run(${CXX} -std=c++20 -fsyntax-only -I${WORK_DIR}/prefix/include ${unit})
+  run(${CXX} -std=c++20 -fsyntax-only -Wall -Wextra -Wshadow -Werror -I${WORK_DIR}/prefix/include
+      ${unit})
 endforeach()
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/beam_check -B ${WORK_DIR}/build
     -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_CXX_COMPILER=${CXX})

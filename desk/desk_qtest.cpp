@@ -100,11 +100,8 @@ class DeskTest : public QObject {
   static bool editing(CalcForm& form) { return form.grid().editing(); }
   // The report view's text, the steel-grade symbols as their letters.
   static QString report_text(CalcForm& form) {
-    QString text = form.report()->toPlainText();
-    for (QChar& c : text) {
-      if (const char16_t letter = document::grade_letter(c.unicode())) c = QChar(letter);
-    }
-    return text;
+    return to_qstring(
+        document::grade_symbols_as_letters(platform::qt::to_text(form.report()->toPlainText())));
   }
   static QString item_text(CalcForm& form, int item) {
     return to_qstring(form.cell().tGetText(item));

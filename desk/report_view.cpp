@@ -69,13 +69,12 @@ Qt::Alignment alignment(Align align) {
 // The text of a run as the view can show it: breaks and control characters
 // as blanks, the grade symbols as letters where their font is missing.
 QString shown_text(const Run& run, bool grade_font) {
-  QString text = platform::qt::to_qstring(run.text);
+  QString text = platform::qt::to_qstring(
+      grade_font ? run.text : document::grade_symbols_as_letters(run.text));
   for (QChar& c : text) {
     if (c.unicode() < 0x20 || c == QChar(0x7F) || c == QChar::ParagraphSeparator ||
         c == QChar::LineSeparator) {
       c = QLatin1Char(' ');
-    } else if (!grade_font && document::grade_letter(c.unicode())) {
-      c = QChar(document::grade_letter(c.unicode()));
     }
   }
   return text;

@@ -49,8 +49,8 @@ show label serial 11
 show label serial2 101
 show label roman 3
 show equation "M ＝ 1.2 × 30.5 × 6.0_up(2)up_ / 8 + 1.4 × 20.1 × 6.0_up(2)up_ / 8 + 0.7 × 8.4 × 6.0_up(2)up_ / 8 + 0.6 × 3.2 × 6.0_up(2)up_ / 8 ＝ 318.9kN·m"
-show interpolate "20|25|30|35;9.6|11.9|14.3|16.7" 27.5
-show interpolate "20|25|30|35;9.6|11.9|14.3|16.7" 40
+show interpolate "8|10|12|14|16;1.0|0.98|0.95|0.92|0.87" 11
+show interpolate "8|10|12|14|16;1.0|0.98|0.95|0.92|0.87" 20
 
 echo; echo "# A small report table (columns fitted by their width in code page 936, numbers by tFmt):"
 zk_fmt() { "$zk" fmt "$@"; }

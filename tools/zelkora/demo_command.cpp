@@ -4,8 +4,9 @@
 // engineer's edits are applied (one refused with its message, one group split,
 // one default typed back); the values are checked with their check
 // expressions; the project is saved, reloaded into a fresh form and compared;
-// and a short report is written: its head, numbered headings, a strength
-// read from a table and a long equation broken to the line. Each step prints what the user would
+// and a short report is written: its head, numbered headings, the strengths
+// of the form's grades from the library's material tables and a long
+// equation broken to the line. Each step prints what the user would
 // see.
 
 #include <cmath>
@@ -15,11 +16,12 @@
 #include <sstream>
 
 #include "tools/zelkora/cli.h"
-#include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/frame/character_internals.h"
+#include "zelkora/frame/material_tables.h"
 #include "zelkora/frame/numbers.h"
 #include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
+#include "zelkora/grid/form_check.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/grid_cell_internals.h"
@@ -37,8 +39,6 @@ constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
 // The program of the menu that the session opens, and its form's layout.
 constexpr TextView kProgram = u"梁配筋计算";
 constexpr TextView kLayout = u"clsBeamSteel";
-// fc (MPa) by the concrete grade, as the code's table gives it.
-constexpr TextView kConcreteFc = u"20|25|30|35|40;9.6|11.9|14.3|16.7|19.1";
 
 // A new folder of the session's own in the system's temporary folder.
 std::filesystem::path fresh_temporary_folder() {
@@ -137,7 +137,7 @@ void demo_command(Args& args, std::ostream& out) {
   // 3. The engineer's edits.
   step(out, "Edits: a refused width, a group split, a default typed back");
   constexpr int32_t kWidth = 10, kDepth = 11, kBars = 15, kBarCount = 16, kBarDiameter = 17;
-  constexpr int32_t kProject = 0, kMoment = 4;
+  constexpr int32_t kProject = 0, kMoment = 4, kConcrete = 2, kSteel = 12;
   edit(session, view, kProject, u"某办公楼 KL-3", out);
   if (!edit(session, view, kWidth, u"-250", out)) {
     out << "  -> refused; the cell keeps its value\n";
@@ -157,25 +157,11 @@ void demo_command(Args& args, std::ostream& out) {
 
   // 4. Every value against its check expression.
   step(out, "Every value checked with its check expression");
-  std::vector<Text> texts, checks;
-  std::vector<int32_t> lists;
+  std::vector<Text> texts;
   form.GetCurrentText(texts);
-  clsGridCell tables(platform);
-  tables.lInterfaceResID(*layout);
-  tables.GetTextResID();
-  tables.GetCheckSign(checks);
-  tables.GetListRes(lists);
-  clsErrChr err(platform);
-  int32_t refused = 0;
-  for (std::size_t item = 0; item < texts.size(); ++item) {
-    err.lListRes(lists[item]);
-    if (err.GenCheckCboEnterNumErrW(checks[item], form.tGetCaption(static_cast<int32_t>(item)),
-                                    texts[item], true) != 0) {
-      out << "  " << out_text(err.tError_Txt()) << "\n";
-      ++refused;
-    }
-  }
-  out << "  " << texts.size() << " values, " << refused << " refused\n";
+  const std::vector<grid::ValueRefusal> refusals = grid::check_form_values(form);
+  for (const grid::ValueRefusal& r : refusals) out << "  " << out_text(r.message) << "\n";
+  out << "  " << texts.size() << " values, " << refusals.size() << " refused\n";
 
   // 5. Saved to a project file, reloaded into a fresh form and compared.
   step(out, "Saved, reloaded into a fresh form, compared");
@@ -209,8 +195,8 @@ void demo_command(Args& args, std::ostream& out) {
   const auto line = [&](TextView text) {
     out << "  " << out_text(chr.tDelSuperSubSign(text)) << "\n";
   };
-  // The head, headings numbered by the serial labels, a strength read from a
-  // table of the code, a long equation broken to the line.
+  // The head, headings numbered by the serial labels, the strengths of the
+  // grades, a long equation broken to the line.
   for (const Text& head :
        split_text(chr.tCalHead(u"梁配筋计算", form.tEngineeringName(), {59899, 59009}),
                   chr.tConEnter1())) {
@@ -219,10 +205,17 @@ void demo_command(Args& args, std::ostream& out) {
   line(chr.tChrSerial(1) + u"截面与荷载");
   line(u"  " + chr.tExpStr(u"b", b, u"mmd") + u"，" + chr.tExpStr(u"h", h, u"mmd") + u"，" +
        chr.tExpStr(u"M", m, u"knmd_1"));
-  int32_t table_error = 0;
-  const double fc = chr.dInterpolate(kConcreteFc, 30, table_error);
-  line(u"  C30：" + chr.tExpStr(u"f_ub(c)ub_", fc, u"mpad_1") + u"（表中内插，error " +
-       frame::general_number_text(table_error, chr.number_symbols()) + u"）");
+  // The material values of the form's grades.
+  const std::optional<int32_t> grade = frame::iConcreteGrade(texts[kConcrete]);
+  const Text& steel = texts[kSteel];
+  const std::optional<double> fc = grade ? frame::dConcreteFc(*grade) : std::nullopt;
+  const std::optional<double> alpha1 = grade ? frame::dConcreteAlpha1(*grade) : std::nullopt;
+  const std::optional<double> fy = frame::dSteelFy(steel);
+  const std::optional<double> xi_b = grade ? frame::dXiB(*grade, steel) : std::nullopt;
+  if (!fc || !alpha1 || !fy || !xi_b) throw Failure{"the form's grades have no material values"};
+  line(u"  C" + texts[kConcrete] + u"、" + steel + u"：" +
+       chr.tExpStr(u"f_ub(c)ub_", *fc, u"mpad_1") + u"，" +
+       chr.tExpStr(u"f_ub(y)ub_", *fy, u"mpad_0"));
   int32_t count = 0, error = 0;
   double diameter = 0;
   chr.GjTextTurnW(u"3Φ20", count, diameter, error);
@@ -249,7 +242,8 @@ void demo_command(Args& args, std::ostream& out) {
   chr.ListOut_TextAddRow({u"项目", u"计算值", u"限值"}, 0);
   const double rho = area / (b * (h - 40));
   chr.ListOut_TextAddRow({u"配筋率 ρ", chr.tFmt(rho * 100, u"2") + u"%", u"0.20%"}, 0);
-  chr.ListOut_TextAddRow({u"受压区高度 ξ", chr.tFmt(rho * 360 / 14.3, u"3"), u"0.518"}, 0);
+  chr.ListOut_TextAddRow(
+      {u"受压区高度 ξ", chr.tFmt(rho * *fy / (*alpha1 * *fc), u"3"), chr.tFmt(*xi_b, u"3")}, 0);
   for (const Text& row : split_text(chr.Txt(), chr.tConEnter1())) {
     if (!trim(row).empty()) line(u"  " + Text(trim_right(row)));
   }

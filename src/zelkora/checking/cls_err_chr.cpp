@@ -161,6 +161,8 @@ int32_t clsErrChr::check_numeric_entry(bool accept_list_items) {
       return check_coordinate_pair();
     case EntryCheck::kSlabBar:
       return check_slab_bar();
+    case EntryCheck::kBar:
+      return check_bar();
     case EntryCheck::kNumber:
       break;
   }
@@ -220,11 +222,19 @@ int32_t clsErrChr::check_coordinate_pair() {
   return valid ? 0 : refuse(error_id::kPartCount);
 }
 
+// A slab bar "10@200" and a bar text "4Φ20": the error number of the
+// rebar reader's reading, 0 when it reads.
 int32_t clsErrChr::check_slab_bar() {
-  float diameter = 0;
-  float spacing = 0;
+  float diameter = 0, spacing = 0;
   int32_t error = 0;
   character_->BanGjTextTurn(value1_, diameter, spacing, error);
+  return error == 0 ? 0 : refuse(error);
+}
+
+int32_t clsErrChr::check_bar() {
+  int32_t count = 0, error = 0;
+  double diameter = 0;
+  character_->GjTextTurnW(value1_, count, diameter, error);
   return error == 0 ? 0 : refuse(error);
 }
 

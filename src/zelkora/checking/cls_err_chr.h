@@ -11,7 +11,9 @@
 //   err.GenCheckCboEnterNumErrW(u"S>0", u"梁宽 b", u"-200");  // 155, shown at once
 //
 // Messages
-//   Each error number has one composition (checking/message_table.h). When
+//   Each error number has one composition: the catalogue texts of its
+//   sentences and what fills their placeholders (frame/error_numbers.h names
+//   the numbers the library sets). When
 //   messages are not ignored, the sentences are separated and ended by two
 //   blanks and two line breaks, and the message is shown in the platform's
 //   warning box under "输入错误！" or the composition's own title, without
@@ -34,6 +36,8 @@
 //                 | "1"                    an item of the list lListRes
 //                 | "X,Y"                  a coordinate pair "x, y"
 //                 | "BanGJ"                a slab bar "10@200" (error 503)
+//                 | "GJ"                   a bar text "4Φ20", read as GjTextTurnW
+//                                          reads it (errors 3000100-3000150)
 //                 | ["n"] ["x"] [type] [condition]
 //     type       := "S" | "I" | "L"        largest number 3E14, 32767, 1E9
 //     part       := condition | name
@@ -149,7 +153,7 @@ class clsErrChr {
   // A numeric entry against a descriptor (see above).
   int32_t GenCheckCboEnterNumErr(TextView tCheck, TextView tCaption, const Variant& vText,
                                  bool bMsgIgnore = false);
-  int32_t GenCheckCboEnterNumErrW(TextView tCheck, TextView tCaption, TextView Text,
+  int32_t GenCheckCboEnterNumErrW(TextView tCheck, TextView tCaption, TextView tText,
                                   bool bMsgIgnore = false);
   int32_t GenCheckCboEnterNumErrX();
   // As the X form, but an item of the list lListRes is accepted too (a row
@@ -157,10 +161,10 @@ class clsErrChr {
   int32_t GenCheckCboEnterNumErrXL();
 
   // The text is one of vList(0) to vList(lU); else 106 naming tListName.
-  int32_t GenCheckListErr(TextView tCap1, TextView Text, const std::vector<Variant>& vList,
+  int32_t GenCheckListErr(TextView tCap1, TextView tText, const std::vector<Variant>& vList,
                           int32_t lU, TextView tListName, Compare compare = Compare::Binary,
                           bool bMsgIgnore = false);
-  int32_t GenCheckListErrW(TextView tCap1, TextView Text, const std::vector<zelkora::Text>& vList,
+  int32_t GenCheckListErrW(TextView tCap1, TextView tText, const std::vector<zelkora::Text>& vList,
                            int32_t lU, TextView tListName, Compare compare = Compare::Binary,
                            bool bMsgIgnore = false);
 
@@ -168,7 +172,7 @@ class clsErrChr {
   // list lList; else 106.
   int32_t CheckCboListErr(int32_t lList, TextView tCaption, const Variant& vText,
                           Compare compare = Compare::Binary, bool bMsgIgnore = false);
-  int32_t CheckCboListErrW(int32_t lList, TextView tCaption, TextView Text,
+  int32_t CheckCboListErrW(int32_t lList, TextView tCaption, TextView tText,
                            Compare compare = Compare::Binary, bool bMsgIgnore = false);
   int32_t CheckCboListErrX(Compare compare = Compare::Binary);
 
@@ -198,8 +202,8 @@ class clsErrChr {
   int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore = false);
   int32_t GenCheckHntQdDj(TextView tC, bool bMsgIgnore, Text& tErr);
 
-  // The value at dX (and dY) of a table held in a text, into dValue: see
-  // frame/value_table.h for the form and the interpolation. A point outside
+  // The value at dX (and dY) of a table held in a text, into dValue, as
+  // clsCharacter::dInterpolate and dInterpolate2 read it. A point outside
   // the table is error 39997, whose message names the coordinate that is
   // outside (tCapX, dX or tCapY, dY) and the range of its keys:
   // "错误：混凝土强度等级 ＝ 85，超出了表中的范围（15～80）。"; a damaged table is
@@ -226,6 +230,7 @@ class clsErrChr {
   int32_t check_numeric_entry(bool accept_list_items);
   int32_t check_coordinate_pair();
   int32_t check_slab_bar();
+  int32_t check_bar();
   bool in_catalogue_list(TextView text, Compare compare) const;
   int32_t report_table_value(const frame::TableValue& found, TextView tCapX, double dX,
                              TextView tCapY, double dY, double& dValue, bool bMsgIgnore);

@@ -33,6 +33,7 @@ std::vector<int32_t> all_error_numbers() {
   for (int32_t n = 3600101; n <= 3600114; ++n) numbers.push_back(n);
   for (int32_t n = 3601000; n <= 3601007; ++n) numbers.push_back(n);
   for (int32_t n = 3601010; n <= 3601012; ++n) numbers.push_back(n);
+  for (int32_t n = 3000100; n <= 3000150; n += 10) numbers.push_back(n);
   return numbers;
 }
 

@@ -168,6 +168,10 @@ EntryDescriptor parse_entry_descriptor(TextView descriptor) {
     d.check = EntryCheck::kSlabBar;
     return d;
   }
+  if (head == u"GJ") {
+    d.check = EntryCheck::kBar;
+    return d;
+  }
 
   TextView rest = head;
   if (rest.starts_with(u'n')) {

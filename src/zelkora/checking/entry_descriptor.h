@@ -15,6 +15,7 @@ enum class EntryCheck : uint8_t {
   kListItem,        // "1"
   kCoordinatePair,  // "X,Y"
   kSlabBar,         // "BanGJ"
+  kBar,             // "GJ"
   kNumber,          // everything else
 };
 

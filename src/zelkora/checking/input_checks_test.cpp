@@ -199,6 +199,34 @@ TEST(NumericEntry, UserNotationPairsSlabBarsAndListWords) {
   EXPECT_EQ(err->GenCheckCboEnterNumErrXL(), 155);
 }
 
+// The word "GJ" reads a bar text as the rebar reader does; each error
+// number that reader gives has a message of its own.
+TEST(NumericEntry, BarTextsAndTheirMessages) {
+  struct Case {
+    TextView entry;
+    int32_t error;
+    TextView message;
+  };
+  const Case cases[] = {
+      {u"4Φ20", 0, u""},
+      {u" 20 ", 0, u""},
+      {u"0", 3000100, u"错误：纵筋 为 0，纵筋 的钢筋直径应大于零。"},
+      {u"8X20", 3000110, u"错误：纵筋 为 8X20，纵筋 应按“根数Φ直径”的方式输入钢筋，例如“4Φ20”。"},
+      {u"4 -25", 3000120, u"错误：纵筋 为 4 -25，纵筋 中根数后的钢筋直径应大于零。"},
+      {u"4Φx", 3000130,
+       u"错误：纵筋 为 4Φx，纵筋 中根数后的钢筋直径应输入有效数值，例如“4Φ20”中的“20”。"},
+      {u"0Φ20", 3000140, u"错误：纵筋 为 0Φ20，纵筋 中的钢筋根数不应少于 1 根。"},
+      {u"aΦ20", 3000150,
+       u"错误：纵筋 为 aΦ20，纵筋 中直径前的钢筋根数应输入有效数值，例如“4Φ20”中的“4”。"},
+  };
+  auto err = checker();
+  for (const Case& c : cases) {
+    EXPECT_EQ(err->GenCheckCboEnterNumErrW(u"GJ", u"纵筋", c.entry, true), c.error)
+        << to_utf8(c.entry);
+    EXPECT_EQ(err->tError_Txt(), c.message) << to_utf8(c.entry);
+  }
+}
+
 TEST(TwoValues, SignsAndValueTexts) {
   struct Case {
     TextView sign;

@@ -79,6 +79,16 @@ constexpr Composition kGeneral[] = {
     {39997, 53286, {{{53318, C1, V1, V2}}}},
     {39998, 0, {{{50606}, {53074}, {53076}}}, CompositionForm::kErrorNumber},
     {39999, 32009, {{{53096}, {53076}}}, CompositionForm::kErrorNumber},
+    // A bar text that cannot be read (reporttext/rebar.h): a lone number not
+    // above 0 (3000100) or no number (3000110), a diameter after the
+    // separator not above 0 (3000120) or no number (3000130), a count below
+    // one (3000140) or no number (3000150).
+    {3000100, 53280, {kEnteredAs, {53364, C1}}},
+    {3000110, 53280, {kEnteredAs, {53366, C1}}},
+    {3000120, 53280, {kEnteredAs, {53368, C1}}},
+    {3000130, 53280, {kEnteredAs, {53370, C1}}},
+    {3000140, 53280, {kEnteredAs, {53372, C1}}},
+    {3000150, 53280, {kEnteredAs, {53374, C1}}},
 };
 
 constexpr bool sorted(std::span<const Composition> table) {

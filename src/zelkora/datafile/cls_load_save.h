@@ -2,7 +2,7 @@
 // The object holds one suite service object, for its questions about files.
 //
 // A project data file is a sequence of records (`UseBinRecord`: an ID and a
-// text member; the byte layout is in record_file.h), opened by the revision
+// text member; the layout and the numbers in record_numbers.h), opened by the revision
 // record and closed by the record 0 "EOF":
 //
 //   zelkora::clsLoadSave ls;
@@ -75,7 +75,7 @@
 // as it was and moves to the end of the file, so every later read fails too
 // and the caller's loop ends through `bReadMsgError`.
 //
-// File numbers are the process's (1 to 255, see record_file.h): `FileOpenID`
+// File numbers are the process's (1 to 255, shared by every object): `FileOpenID`
 // may be handed to another object. When the object ends, the files it opened
 // and did not close are closed; one being written is dropped (the old file
 // stays), since a save that was never closed is not complete.
@@ -90,6 +90,7 @@
 #include "zelkora/frame/number_symbols.h"
 #include "zelkora/frame/variant.h"
 #include "zelkora/platform/controls.h"
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
 
@@ -190,8 +191,11 @@ class clsLoadSave {
 
   // ---- Form state ----------------------------------------------------------
   //
-  // The record patterns, the reading rules and the combo-box rule are in
-  // form_state.h. Writers return whether every record was written (a failed
+  // The record patterns are in record_numbers.h. A reader is handed the name
+  // record the caller's loop has just met and reads the rest of the group;
+  // every record must carry the pattern's number and a value of the right
+  // kind and range, and a control or array is changed only after its whole
+  // group has been read. Writers return whether every record was written (a failed
   // write is 2003, as for WriteFileOneA); readers take the target first and
   // the record just read (`uDR`, A) last, or read through the object's
   // buffer (W), and return false with 2001 and the target as it was when the
@@ -293,10 +297,11 @@ class clsLoadSave {
 
   // ---- Foundation data -----------------------------------------------------
   //
-  // The load cases of a foundation program's footings: the tables, the
-  // arrays, the records and the error numbers are in foundation_data.h. The
-  // readers take the form's table and fill their arrays only when every cell
-  // passes; otherwise they return false with the error number in
+  // The load cases of a foundation program's footings, read from the form's
+  // tables (a name, a kind 永久, 可变, 风 or 地震, then the forces; at most 50
+  // cases) into arrays; the error numbers are error_id::kNoLoadCase to
+  // kFootingNumberTwice (frame/error_numbers.h). The readers take the form's table and fill their
+  // arrays only when every cell passes; otherwise they return false with the error number in
   // last_error(), the first bad cell in error_row(), error_column(),
   // error_place() and error_cell(), and the arrays as they were. A column
   // outside the table is the caller's mistake: Fault(IndexOutOfRange).

@@ -1,6 +1,6 @@
 // The values that the form-state writers and readers of clsLoadSave take
 // besides the controls: the column force record and the arrays of two and
-// three dimensions (form_state.h has the record patterns).
+// three dimensions (record_numbers.h has the record patterns).
 #pragma once
 
 #include <cstddef>

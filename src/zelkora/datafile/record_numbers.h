@@ -1,5 +1,36 @@
 // The record numbers of the project data files, each named once: the frame
-// of a file and the patterns of the form state (the table of form_state.h).
+// of a file and the patterns in which clsLoadSave's form-state writers save
+// a form's controls and arrays. A program's own records (WriteFileOneA) take
+// numbers these patterns leave free.
+//
+// A file is a sequence of records, each an ID (4 bytes, little-endian), the
+// byte length of its member (2 bytes) and the member in code page 936. It
+// starts with the revision record and ends with record 0 "EOF".
+//
+// Every writer emits a name record carrying the caller's name (the empty
+// text when the caller gives none), then the records of its pattern:
+//
+//   what                  name  then
+//   check box (each)      202   2000 index; 2005 "Value" (0, 1, 2)
+//   option button (each)  207   2000 index; 2005 "Value" ("True" / "False")
+//   combo box (each)      204   2000 index; [2001 "ListCount"; 10000 per item];
+//                               2005 "Text"
+//   list box (each)       209   2000 index; 2001 "ListCount"; 2005 "Selected"
+//                               per item ("True" / "False")
+//   toolbar button        220   2000 Index; 20000 "1"; 200005 "Value" of button Index
+//   list view             225   2000 Index; 2001 columns; 2002 items; per item
+//                               10000 its text, then 10001 per sub-item 1..columns-1
+//   column force record   453   2000 Index; 4001..4008 bCal, iLoadCase, N, Mx,
+//                               My, Vx, Vy, T
+//   1-D array             100   1001 U; 10000 per element 0..U
+//   2-D array             100   1001 U1; 1002 U2; 10000 per element, second index fastest
+//   3-D array             100   1001 U1; 1002 U2; 1003 U3; 10000 per element, the
+//                               third index fastest, then the second
+//   single value          100   2000 the value (WriteFile_100A)
+//
+// "(each)": the control-array writers repeat the whole group for every
+// element from LBound to UBound, skipping gaps; the index record carries the
+// element's index. A check-box array 0..2 is nine records.
 #pragma once
 
 #include <cstdint>

@@ -523,10 +523,10 @@ Text plain_runs(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     for (char16_t c : run.text) {
       if (c < 0x20 || c == 0x7F) continue;  // controls have no place in a text file's line
-      text.push_back(grade_letter(c) ? grade_letter(c) : c);
+      text.push_back(c);
     }
   }
-  return text;
+  return grade_symbols_as_letters(text);
 }
 
 Text padded(const Text& text, int width, Align align) {

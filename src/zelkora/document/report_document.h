@@ -1,8 +1,9 @@
 // A calculation report as a document: what the lines of a report in the
-// suite's markup (see typeset/markup.h) become once they leave the program
-// as Word, RTF, HTML or PDF. A plain value type without a toolkit; the
-// writers (docx_writer.h, rtf_writer.h, html_writer.h, plain_text.h) and the
-// desktop program's view and printer all take the same Document.
+// suite's markup (the texts of clsCharacter's reports: "_ub(…)ub_" subscripts,
+// "_up(…)up_" superscripts, bold runs) become once they leave the program as
+// Word, RTF, HTML, PDF or plain text. A plain value type without a toolkit;
+// the writers (writers.h), plain_text (read_report.h) and the desktop
+// program's view and printer all take the same Document.
 //
 //   Document doc = read_report(chr.Txt(), {.program = u"梁配筋计算"});
 //   std::string docx = write_docx(doc);
@@ -140,6 +141,17 @@ inline constexpr char16_t kDateCaption[] = u"日期：";
 // 0 for any other character.
 constexpr char16_t grade_letter(char16_t c) {
   return c >= u'\uE000' && c <= u'\uE003' ? static_cast<char16_t>(u'A' + (c - u'\uE000')) : 0;
+}
+
+// `text` with each steel-grade symbol as its letter (A to D), for plain text
+// where the symbols' font is missing: a terminal, a text file, a log.
+//   grade_symbols_as_letters(u"4\uE00220")  // u"4C20"
+inline Text grade_symbols_as_letters(TextView text) {
+  Text plain(text);
+  for (char16_t& c : plain) {
+    if (const char16_t letter = grade_letter(c)) c = letter;
+  }
+  return plain;
 }
 
 }  // namespace zelkora::document

@@ -28,6 +28,7 @@
 #include "zelkora/frame/number_symbols.h"
 #include "zelkora/frame/shared_types.h"
 #include "zelkora/frame/variant.h"
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/text.h"
 
@@ -247,11 +248,17 @@ class clsCharacter {
   void SplitSngLineToMulLine(TextView tSngLine, Text& tMulLine, TextView tSplit, TextView tEnter,
                              int16_t iPreSpace = 0, int16_t iPreSpaceAdd = 0,
                              int16_t iMaxChr = 0) const;
-  // tText wrapped to iMaxChr cells as shown (0 or less: iMaxChrNow), with the
-  // break rules of typeset/line_split.h: tLines gets the lines from index 0,
-  // tMulLine the lines each followed by tEnter; returns the line count. The
-  // first line of each paragraph is iFstPreSpace blanks in, the others
-  // iSecPreSpace.
+  // tText wrapped to iMaxChr cells as shown (0 or less: iMaxChrNow; markup
+  // stripped, a Chinese character two cells): tLines gets the lines from
+  // index 0, tMulLine the lines each followed by tEnter; returns the line
+  // count. The first line of each paragraph is iFstPreSpace blanks in, the
+  // others iSecPreSpace. The break rules: CR, LF and CR LF end a paragraph;
+  // a line breaks at blanks (dropped), after Chinese closing or separating
+  // punctuation, before a Chinese opening bracket and around a Chinese
+  // ideograph, never so that a line starts with closing punctuation or ends
+  // with an opening bracket, never inside a markup run nor between a base and
+  // its script; the last break point whose line fits is taken, and a word
+  // wider than the line is cut at the width. Trailing blanks are removed.
   int32_t SplitTextToMulLine(TextView tText, std::vector<Text>& tLines, Text& tMulLine,
                              TextView tEnter, int16_t iMaxChr = 0, int16_t iFstPreSpace = 0,
                              int16_t iSecPreSpace = 0) const;
@@ -261,11 +268,15 @@ class clsCharacter {
   Text SplitSP26(TextView tText) const;
 
   // ---- Serial labels (typeset/serial_labels.cpp) ----------------------------
-  // The numbers of report headings (bold markup) and lists; the rules and
-  // the answers outside their ranges are in typeset/serial_labels.h.
+  // The numbers of report headings (bold markup) and lists:
   //   tChrSerial(11) "_bb(十一、)bb_"   tChrSerial2(2) "_bb(（二）)bb_"
   //   tChrSl(3) "_bb((3))bb_"          tChrList(4) "4." (tPubListDot)
   //   tLuoMaNum(3) "Ⅲ", tLuoMaNum(13) "XIII"
+  // Chinese numerals as in running text from 1 to 999 ("十一", "一百零一");
+  // outside that range the two Chinese levels write decimal digits in the
+  // same frame ("_bb(1000、)bb_"). tChrSl and tChrList take any number as it
+  // is. Roman: 1 to 12 the single characters U+2160 to U+216B, 13 to 3999 in
+  // Roman letters, any other number in decimal digits.
   Text tChrSerial(int32_t n) const;
   Text tChrSerial2(int32_t n) const;
   Text tChrSl(int32_t n) const;
@@ -274,9 +285,14 @@ class clsCharacter {
 
   // ---- Equations (typeset/equation_split.cpp) -------------------------------
   // tEq broken at its operators into lines of at most iMaxChrNow cells as
-  // shown (never below 80), the lines after the first indented to its first
-  // right-hand side, by the rules of typeset/equation_split.h; the lines
-  // joined by tConEnter1, none after the last. Empty for a blank equation.
+  // shown (never below 80), the lines joined by tConEnter1, none after the
+  // last. Empty for a blank equation. A line breaks before an operator ("＝",
+  // "+", "−", "-", "·", "×", "/"), which begins the next line; never inside a
+  // markup run, before the first right-hand side, inside a number
+  // ("165.6kN·m", "2.5e-3") or at a sign. The last break point whose line
+  // fits is taken, else the first. Further lines are indented to the first
+  // right-hand side ("A ＝ " is 5 cells), or by 4 blanks without "＝" or when
+  // that is more than half the width.
   Text SplitEQ(TextView tEq) const;
   // SplitEQ(tEq) and tConEnter1 appended to Txt (nothing for a blank one).
   void SplitLineCalEQ(TextView tEq);
@@ -301,9 +317,16 @@ class clsCharacter {
 
   // ---- Tables of values (reporttext/table_interpolation.cpp) ----------------
   // The value at dX of a one-dimensional table held in a text, or at row key
-  // dX and column key dY of a two-dimensional one; the form of the tables and
-  // the interpolation are in frame/value_table.h:
+  // dX and column key dY of a two-dimensional one:
   //   dInterpolate(u"20|25|30;9.6|11.9|14.3", 27.5, lErr)  // 13.1, lErr 0
+  //   dInterpolate2(u"b/h|1|2|3;100|0.5|0.6|0.7;200|0.8|0.9|1.0", 150, 2, lErr)
+  // Items are separated by "|", rows by ";" or a line break; a
+  // one-dimensional table is its keys, then its values; a two-dimensional one
+  // a corner item and the column keys, then per row its key and values. Each
+  // item is read by its leading number with "." ("30MPa" is 30). Keys must be
+  // strictly increasing or decreasing. Between keys the value is on the
+  // straight line (in two dimensions along the columns first), on a key it
+  // is that key's value.
   // lErr is 0, 39997 for a point outside the table (no extrapolation) or 39999
   // for a damaged table; the value is then 0. Nothing is shown: clsErrChr's
   // GenCheckInterpolateErrW reports the errors.
@@ -316,8 +339,9 @@ class clsCharacter {
   // extra blanks; a cell text is fitted into width - extra blanks (numbers
   // lose trailing digits, other texts end in "...") and padded. An index
   // outside the columns throws Fault(IndexOutOfRange), a width sum beyond 32
-  // bits Fault(Overflow). The columns and the row helpers are described in
-  // reporttext/report_table.h.
+  // bits Fault(Overflow). Widths are counted as code page 936 shows a text
+  // (ASCII one cell, Chinese two); a row is the cells padded and joined, its
+  // columns from lStart on, appended to Txt by ListOut_TextAddRow.
 
   // The upper column index of the next ListOut_Initialize; negative for a
   // table without columns.
@@ -367,9 +391,10 @@ class clsCharacter {
   void DisplayProcess(int32_t L, int32_t N, platform::Control* panelM, int16_t iSign = 0) const;
 
   // ---- Rebar notation (reporttext/rebar.cpp) -------------------------------
-  // Reinforcement as typed on the forms; the rules, error numbers and the
-  // decisions where the rules leave room are in reporttext/rebar.h. Outputs
-  // are written only as far as the reading got; nothing shows a message.
+  // Reinforcement as typed on the forms. Outputs are written only as far as
+  // the reading got; nothing shows a message: a failed reading gives an
+  // error number (frame/error_numbers.h; clsErrChr composes its message, and
+  // the check expression "GJ" checks a bar text).
 
   // A bar text "4Φ20", "3-25", "Φ20", "20": count and diameter; lErr 0 or
   // 3000100 to 3000150.

@@ -1,6 +1,7 @@
 // The error numbers the library's code sets by name (lError_ID of clsErrChr,
 // last_error() of clsLoadSave, the lErr outputs of the rebar readers), each
-// named once. Their messages are the compositions of checking/message_table.h.
+// named once. clsErrChr composes the message of each (GenMsgErrorW); a
+// program may use them, and any other number of the catalogue's messages.
 #pragma once
 
 #include <cstdint>
@@ -25,12 +26,15 @@ inline constexpr int32_t kPartCount = 200;          // more (or fewer) parts tha
 inline constexpr int32_t kOutOfRange = 333;         // outside an interval
 inline constexpr int32_t kSlabBarInvalid = 503;     // not a slab bar "10@200"
 
+// ---- Design rules of the calculation programs ------------------------------------
+inline constexpr int32_t kXiAboveBalanced = 3010;  // ξ above ξb: V1 ξ, V2 ξb
+
 // ---- Project data files ----------------------------------------------------------
 inline constexpr int32_t kDataFileDamaged = 2001;    // a record cannot be read
 inline constexpr int32_t kDataFileNotOpened = 2002;  // the file cannot be opened (loading)
 inline constexpr int32_t kDataFileNotSaved = 2003;   // the file cannot be saved
 
-// ---- Foundation data (datafile/foundation_data.h) ------------------------------------
+// ---- Foundation data (clsLoadSave's load cases and footings) -----------------------
 inline constexpr int32_t kNoLoadCase = 3601000;          // no load case in the table
 inline constexpr int32_t kTooManyLoadCases = 3601001;    // more than 50
 inline constexpr int32_t kLoadCaseUnnamed = 3601002;     // a load case without a name
@@ -52,7 +56,7 @@ inline constexpr int32_t kBarCountBelowOne = 3000140;
 inline constexpr int32_t kBarCountNotNumber = 3000150;
 
 // ---- The library's own -------------------------------------------------------------
-// A point outside a table of values (frame/value_table.h): the coordinate's
+// A point outside a table of values (clsCharacter::dInterpolate): the coordinate's
 // caption, its value and the table's range.
 inline constexpr int32_t kOutsideTable = 39997;
 

@@ -67,6 +67,25 @@ const Steel* steel(TextView grade) {
 
 }  // namespace
 
+std::optional<int32_t> iConcreteGrade(TextView text) {
+  TextView t = trim(text);
+  if (!t.empty() && (t.front() == u'C' || t.front() == u'c')) t.remove_prefix(1);
+  if (t.empty() || t.size() > 2) return std::nullopt;
+  int32_t grade = 0;
+  for (const char16_t c : t) {
+    if (c < u'0' || c > u'9') return std::nullopt;
+    grade = grade * 10 + (c - u'0');
+  }
+  if (!concrete(kFc, grade)) return std::nullopt;
+  return grade;
+}
+
+std::vector<Text> SteelGradeNames() {
+  std::vector<Text> names;
+  for (const Steel& s : kSteel) names.emplace_back(s.name);
+  return names;
+}
+
 std::optional<double> dConcreteFck(int32_t grade) { return concrete(kFck, grade); }
 std::optional<double> dConcreteFtk(int32_t grade) { return concrete(kFtk, grade); }
 std::optional<double> dConcreteFc(int32_t grade) { return concrete(kFc, grade); }

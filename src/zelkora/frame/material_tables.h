@@ -15,10 +15,20 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "zelkora/platform/text.h"
 
 namespace zelkora::frame {
+
+// The grade of a concrete grade text: "C30", "c30" or "30", blanks around
+// it allowed, when the tables hold that grade ("C32", "C30.5", "30abc" have
+// none).
+std::optional<int32_t> iConcreteGrade(TextView text);
+
+// The rebar grade names that have values, in the order of Table 4.2.3-1, for
+// a message or a list of choices.
+std::vector<Text> SteelGradeNames();
 
 // Concrete, by grade (15 for C15 ... 80 for C80).
 std::optional<double> dConcreteFck(int32_t grade);  // Table 4.1.3-1

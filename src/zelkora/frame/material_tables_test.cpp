@@ -67,6 +67,18 @@ TEST(MaterialTables, SteelByName) {
   }
 }
 
+TEST(MaterialTables, GradeTextsAndNames) {
+  const std::pair<TextView, std::optional<int32_t>> texts[] = {
+      {u"C30", 30},   {u" c55 ", 55}, {u"80", 80}, {u"C32", {}},  {u"C85", {}},  {u"C30.5", {}},
+      {u"30abc", {}}, {u"C", {}},     {u"", {}},   {u"C-30", {}}, {u"C030", {}}, {u"C３０", {}},
+  };
+  for (const auto& [text, grade] : texts) EXPECT_EQ(iConcreteGrade(text), grade) << to_utf8(text);
+  // Every name listed has its values.
+  const std::vector<Text> names = SteelGradeNames();
+  EXPECT_EQ(names.size(), 8u);
+  for (const Text& name : names) EXPECT_TRUE(dSteelFyc(name) && dXiB(80, name)) << to_utf8(name);
+}
+
 TEST(MaterialTables, XiB) {
   // The table of ξb for concrete up to C50 printed in teaching material on
   // GB 50010-2010 (混凝土结构设计原理): HPB300 0.576, HRB335 0.550,

@@ -14,7 +14,7 @@ Text tGetSetting(const platform::Platform& platform, TextView application, TextV
                  TextView key, TextView default_value);
 
 // The markup stripper: the text with its formula markup markers removed
-// (typeset/markup.h).
+// ("A_ub(s)ub_" is "As", "_bb(一、)bb_" "一、"), as clsCharacter::tDelSuperSubSign.
 Text tStripMarkup(TextView text);
 
 }  // namespace zelkora::ModCharacter

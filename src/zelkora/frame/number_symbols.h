@@ -1,6 +1,6 @@
 // The symbols of the user's number notation, in which the library reads and
-// writes numbers (frame/numbers.h has the rules). clsCharacter::number_symbols
-// gives those of the user's locale.
+// writes numbers: a decimal symbol and a digit-grouping symbol (0 for none).
+// clsCharacter::number_symbols gives those of the user's locale.
 #pragma once
 
 namespace zelkora::frame {

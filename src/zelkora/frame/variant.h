@@ -1,7 +1,7 @@
 // A value of no fixed type, as the suite's forms pass them around: empty, a
 // boolean, an integer, a double or a text. A grid cell, a data-file record or
 // a form control holds one, and reads it back as text or as a number with the
-// shared number rules (frame/numbers.h) in the user's notation.
+// library's number rules in the user's notation (frame/number_symbols.h).
 //
 //   Variant cell(u"2,5");
 //   cell.to_double(NumberSymbols{u',', u'.'})   // 2.5
@@ -34,6 +34,7 @@
 #include <variant>
 
 #include "zelkora/frame/number_symbols.h"
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::frame {

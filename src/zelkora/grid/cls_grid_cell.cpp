@@ -35,6 +35,7 @@ void clsGridCell::GetResID(std::vector<int32_t>& X) const { X = rows_.caption; }
 void clsGridCell::GetListRes(std::vector<int32_t>& X) const { X = rows_.list; }
 void clsGridCell::GetCheckSign(std::vector<Text>& X) const { X = rows_.check; }
 int32_t clsGridCell::lMaxTextIndex() const { return rows_.max_item; }
+int32_t clsGridCell::lRowCount() const { return rows_.rows; }
 void clsGridCell::GetCurrentText(std::vector<Text>& X) const { X = items_.current; }
 bool clsGridCell::valid_row(int32_t row) const { return row >= 1 && row <= rows_.rows; }
 bool clsGridCell::is_heading(int32_t row) const { return kind_of(row) == grid::kKindHeading; }

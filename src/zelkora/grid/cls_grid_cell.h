@@ -27,6 +27,7 @@
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/grid_control.h"
 
 namespace zelkora {
@@ -47,7 +48,10 @@ class clsGridCell {
 
   // ---- Descriptors and layouts ----
   //
-  // The rows come from a layout (grid/layout.h), named by the catalogue text
+  // The rows come from a layout (a resource file layouts/<name>.txt, a row a
+  // line: the item, -1 for a heading, and the catalogue id of the row's
+  // property descriptor of six fields, negative for a row shown collapsed),
+  // named by the catalogue text
   // lInterfaceResID, or from the form itself (LetGridCellText). Row tables are
   // indexed 1..R, item tables 0..lMax; faults name the layout and the line.
   //
@@ -84,6 +88,9 @@ class clsGridCell {
   void GetListRes(std::vector<int32_t>& X) const;
   void GetCheckSign(std::vector<Text>& X) const;
   int32_t lMaxTextIndex() const;
+  // R, the number of rows (1..R) of the form; 0 before the descriptors are
+  // split (lInterfaceResID and GetTextResID, or the form's own rows).
+  int32_t lRowCount() const;
 
   // The text row lRow (1..R) starts with (grid::default_text, with the row's
   // list and its item's current text). Fault(IndexOutOfRange) for a row
@@ -168,7 +175,7 @@ class clsGridCell {
   bool bDisplayPicture();
 
   // The values of a group row's members: the group's joined value split at
-  // ",", each part trimmed (grid/group_value.h). SplitText110 splits the
+  // ",", each part trimmed. SplitText110 splits the
   // current text of item Index into texts[0..N-1] (parts it lacks are empty;
   // N counts within 0..kMaxItems); SplitText110A splits the text tIndex into
   // all its parts. Both return the number of parts the text has (none for an

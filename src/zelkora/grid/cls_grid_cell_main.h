@@ -19,7 +19,7 @@
 //   Text page, key;
 //   if (menu.GridCell_Click(page, key)) open(page, key);  // "基本构件", "弯矩"
 //
-// The grid is built like the property grid (grid/grid_appearance.h): one row
+// The grid is built like the property grid of clsGridCell: one row
 // per menu line, the groups as heading rows with "+"/"-" pictures, the page
 // key and the key of a row in the Tags of its columns 0 and 1. Group lines
 // carry the kind -10 of a collapsed heading, so the menu opens with its
@@ -32,6 +32,7 @@
 #include <vector>
 
 #include "zelkora/frame/cls_character.h"
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/grid_control.h"
 
 namespace zelkora {

@@ -2,6 +2,9 @@
 // refusals, the filter, undo and redo of values, and the kept view.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
+#include "zelkora/grid/form_check.h"
 #include "zelkora/grid/grid_test_support.h"
 #include "zelkora/grid/layout.h"
 #include "zelkora/grid/row_facts.h"
@@ -61,11 +64,26 @@ TEST(RowFacts, KindsPlacesTextsAndRefusals) {
   f.cell->GetCurrentText(values);
   values[22] = u"1";  // legs: I>=2
   f.cell->LetCurrentText(values);
+  values[10] = u"-1";  // width: S>0
+  f.cell->LetCurrentText(values);
   EXPECT_NE(refusal(*f.cell, kRowLegs), u"");
-  EXPECT_EQ(refusal(*f.cell, kRowWidth), u"");
   EXPECT_EQ(refusal(*f.cell, kRowSizes), u"");  // a heading has no value
   EXPECT_EQ(refusal(*f.cell, 999), u"");
+  // The whole form at once: each refused item once, in row order, with its
+  // error and the message of the row's refusal.
+  const std::vector<ValueRefusal> refused = check_form_values(*f.cell);
+  ASSERT_EQ(refused.size(), 2u);
+  EXPECT_EQ(std::tie(refused[0].row, refused[0].item, refused[0].value),
+            std::make_tuple(kRowWidth, 10, Text(u"-1")));
+  EXPECT_EQ(refused[0].caption, u"梁的截面宽度 b");
+  EXPECT_EQ(refused[0].message, refusal(*f.cell, kRowWidth));
+  EXPECT_EQ(std::tie(refused[1].row, refused[1].item, refused[1].error),
+            std::make_tuple(kRowLegs, 22, 166));
   EXPECT_EQ(f.messages->shown.size(), shown);
+  EXPECT_EQ(f.cell->lRowCount(), kBeamSteelRows);
+  clsGridCell unsplit(platform::Platform::headless());
+  EXPECT_EQ(unsplit.lRowCount(), 0);
+  EXPECT_TRUE(check_form_values(unsplit).empty());
 }
 
 TEST(RowFilter, KeepsMatchesWithTheirHeadingsAndGroups) {

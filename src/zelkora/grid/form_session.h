@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "zelkora/grid/cls_grid_cell.h"
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/grid_control.h"
 
 namespace zelkora::grid {

@@ -1,6 +1,8 @@
 // The rows of a property grid as a desktop host sees them.
 #include "zelkora/grid/row_facts.h"
 
+#include "zelkora/grid/form_check.h"
+
 #include <limits>
 
 #include "zelkora/checking/cls_err_chr.h"
@@ -80,13 +82,18 @@ std::unique_ptr<clsErrChr> quiet_checker(clsGridCell& cell) {
   return checker;
 }
 
-Text refusal_of(clsGridCell& cell, int32_t row, clsErrChr& checker) {
+// The check of row `row`'s value on `checker`: its error number, 0 when
+// the value is accepted or the row has no item.
+int32_t check_row(clsGridCell& cell, int32_t row, clsErrChr& checker) {
   const int32_t item = Cell::item(cell, row);
-  if (item < 0) return {};
-  const int32_t error = check_entry(
-      checker, Cell::character(cell), Cell::check(cell, row), Cell::caption(cell, row),
-      Cell::list(cell, row), Cell::item_tables(cell).current[static_cast<std::size_t>(item)]);
-  return error != 0 ? checker.tError_Txt() : Text();
+  if (item < 0) return 0;
+  return check_entry(checker, Cell::character(cell), Cell::check(cell, row),
+                     Cell::caption(cell, row), Cell::list(cell, row),
+                     Cell::item_tables(cell).current[static_cast<std::size_t>(item)]);
+}
+
+Text refusal_of(clsGridCell& cell, int32_t row, clsErrChr& checker) {
+  return check_row(cell, row, checker) != 0 ? checker.tError_Txt() : Text();
 }
 
 }  // namespace
@@ -112,6 +119,26 @@ std::vector<Text> refusals(clsGridCell& cell) {
   std::vector<Text> found(static_cast<std::size_t>(rows));
   for (int32_t row = 1; row <= rows; ++row) {
     found[static_cast<std::size_t>(row - 1)] = refusal_of(cell, row, *checker);
+  }
+  return found;
+}
+
+std::vector<ValueRefusal> check_form_values(clsGridCell& cell) {
+  std::vector<ValueRefusal> found;
+  const std::unique_ptr<clsErrChr> checker = quiet_checker(cell);
+  const ItemTables& items = Cell::item_tables(cell);
+  std::vector<bool> checked(items.current.size());
+  for (int32_t row = 1; row <= cell.lRowCount(); ++row) {
+    const int32_t item = Cell::item(cell, row);
+    if (item < 0 || static_cast<std::size_t>(item) >= checked.size() ||
+        checked[static_cast<std::size_t>(item)]) {
+      continue;
+    }
+    checked[static_cast<std::size_t>(item)] = true;
+    if (const int32_t error = check_row(cell, row, *checker); error != 0) {
+      found.push_back({row, item, error, Cell::character(cell).tString(Cell::caption(cell, row)),
+                       items.current[static_cast<std::size_t>(item)], checker->tError_Txt()});
+    }
   }
   return found;
 }

@@ -25,6 +25,20 @@ namespace zelkora::platform {
 
 namespace {
 
+// The folders of suite files: the resource folders, the one that overrides
+// the others first.
+std::vector<std::filesystem::path> suite_folders(
+    const std::vector<std::filesystem::path>& resources) {
+  return {resources.rbegin(), resources.rend()};
+}
+
+// The folder of the suite's history: the resource folder that overrides the
+// others, else `otherwise`.
+std::filesystem::path history_folder(const std::vector<std::filesystem::path>& resources,
+                                     const std::filesystem::path& otherwise) {
+  return resources.empty() ? otherwise : resources.back();
+}
+
 // The suite's history file in `folder`, read and written through the
 // bundle's INI files; none without a folder.
 std::shared_ptr<IniHistory> history_in(const Platform& p, const std::filesystem::path& folder,
@@ -38,9 +52,9 @@ std::shared_ptr<IniHistory> history_in(const Platform& p, const std::filesystem:
 
 // Windows: the registry (unless ZELKORA_SETTINGS names a settings file), the
 // regional settings, the system's message box and help viewer; suite files
-// in the resource folder and beside the program.
+// in the resource folders and beside the program.
 void add_system_services(Platform& p, const EnvLookup& env,
-                         const std::filesystem::path& resources) {
+                         const std::vector<std::filesystem::path>& resources) {
   auto messages = std::make_shared<win32::Win32MessageBox>();
   p.messages = messages;
   if (auto file = settings_file_override(env)) {
@@ -51,9 +65,10 @@ void add_system_services(Platform& p, const EnvLookup& env,
   }
   p.locale = std::make_shared<win32::SystemNumberLocale>(env);
   const std::filesystem::path program = win32::program_folder();
+  std::vector<std::filesystem::path> folders = suite_folders(resources);
+  folders.push_back(program);
   p.suite = std::make_shared<FolderSuiteServices>(
-      std::vector<std::filesystem::path>{resources, program},
-      history_in(p, resources.empty() ? program : resources, PathCase::kIgnoreCase));
+      std::move(folders), history_in(p, history_folder(resources, program), PathCase::kIgnoreCase));
   p.files = win32::win32_file_service();
   p.help = std::make_shared<win32::HtmlHelpViewer>();
 }
@@ -61,10 +76,10 @@ void add_system_services(Platform& p, const EnvLookup& env,
 #else
 
 // POSIX: the settings file, the locale of the environment, messages on
-// stderr; suite files in the resource folder, the history there or beside
-// the settings file; help through the desktop's opener.
+// stderr; suite files in the resource folders, the history in the last of
+// them or beside the settings file; help through the desktop's opener.
 void add_system_services(Platform& p, const EnvLookup& env,
-                         const std::filesystem::path& resources) {
+                         const std::vector<std::filesystem::path>& resources) {
   auto messages = std::make_shared<StderrMessageBox>();
   p.messages = messages;
   p.settings = std::make_shared<SettingsFile>(
@@ -73,8 +88,8 @@ void add_system_services(Platform& p, const EnvLookup& env,
   p.locale = std::make_shared<posix::EnvironmentNumberLocale>(env);
   const std::filesystem::path settings = posix::settings_file_path(env);
   p.suite = std::make_shared<FolderSuiteServices>(
-      std::vector<std::filesystem::path>{resources},
-      history_in(p, resources.empty() ? settings.parent_path() : resources, PathCase::kExact));
+      suite_folders(resources),
+      history_in(p, history_folder(resources, settings.parent_path()), PathCase::kExact));
   p.files = posix::posix_file_service();
   p.help = std::make_shared<posix::OpenerHelpViewer>(posix::help_opener(env));
 }
@@ -87,7 +102,7 @@ std::shared_ptr<const Platform> Platform::environment_default() {
   static const std::shared_ptr<const Platform> platform = [] {
     auto p = std::make_shared<Platform>();
     const EnvLookup env = process_environment();
-    const std::filesystem::path resources = resource_folder(env);
+    const std::vector<std::filesystem::path> resources = resource_folders(env);
     p->resources = standard_resources(resources);
     p->ini = std::make_shared<DiskIniFiles>();
     add_system_services(*p, env, resources);

@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "zelkora/platform/controls.h"
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::platform {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "zelkora/platform/headless/headless.h"
+#include "zelkora/platform/paths.h"
 #include "zelkora/platform/scratch_folder_test_support.h"
 #include "zelkora/platform/shared_services.h"
 
@@ -72,6 +73,38 @@ TEST(SuiteServices, FindsSuiteFilesInTheirFoldersWithoutRegardToCase) {
   // History is absent unless the suite provides it.
   EXPECT_TRUE(suite.history(u"prog").empty());
   EXPECT_FALSE(suite.add_history(u"prog", u"entry"));
+}
+
+// ZELKORA_RESOURCES lists folders; a later one overrides an earlier one,
+// and all of them the compiled-in files.
+TEST(Resources, FolderListInOrderLaterOverridesEarlier) {
+  const std::string sep(1, kFolderListSeparator);
+  const std::pair<std::optional<std::string>, std::vector<std::string>> lists[] = {
+      {std::nullopt, {}},
+      {"", {}},
+      {"/a", {"/a"}},
+      {"/a" + sep + "/资源 b", {"/a", "/资源 b"}},
+      {sep + "/a" + sep + sep + "/b" + sep, {"/a", "/b"}},
+  };
+  for (const auto& [value, expected] : lists) {
+    const EnvLookup env = [&](const char* name) {
+      return std::string_view(name) == "ZELKORA_RESOURCES" ? value : std::nullopt;
+    };
+    std::vector<std::filesystem::path> wanted;
+    for (const std::string& folder : expected) wanted.push_back(path_from_utf8(folder));
+    EXPECT_EQ(resource_folders(env), wanted) << value.value_or("(unset)");
+  }
+
+  test_support::ScratchFolder dir("zk-resources");
+  dir.put("suite/ZK_PROMENU.INI", "suite");
+  dir.put("suite/layouts/a.txt", "suite");
+  dir.put("program/layouts/a.txt", "program");
+  const ResourceSources sources = standard_resources(
+      {dir / "suite", dir / "missing", std::filesystem::path(), dir / "program"});
+  ASSERT_EQ(sources.size(), 4u);  // the empty path is skipped, the missing folder kept
+  EXPECT_EQ(read_resource(sources, "layouts/a.txt", 100), "program");
+  EXPECT_EQ(read_resource(sources, "ZK_PROMENU.INI", 100), "suite");
+  EXPECT_TRUE(read_resource(sources, "catalogue/catalogue.tsv", 1 << 20).has_value());
 }
 
 }  // namespace

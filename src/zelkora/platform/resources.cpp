@@ -103,8 +103,14 @@ std::shared_ptr<const ResourceSource> folder_resources(std::filesystem::path fol
 }
 
 ResourceSources standard_resources(const std::filesystem::path& folder) {
+  return standard_resources(std::vector<std::filesystem::path>{folder});
+}
+
+ResourceSources standard_resources(const std::vector<std::filesystem::path>& folders) {
   ResourceSources sources{compiled_in_resources()};
-  if (!folder.empty()) sources.push_back(folder_resources(folder));
+  for (const std::filesystem::path& folder : folders) {
+    if (!folder.empty()) sources.push_back(folder_resources(folder));
+  }
   return sources;
 }
 

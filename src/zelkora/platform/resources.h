@@ -2,11 +2,17 @@
 // menu, as trees of named files ("catalogue/catalogue.tsv",
 // "layouts/clsBeamSteel.txt", "ZK_PROMENU.INI"). A platform bundle lists the
 // sources in force, lowest precedence first: the compiled-in resources, then
-// (by default) the folder named by ZELKORA_RESOURCES. A later source
-// overrides an earlier one: the catalogue id by id, a layout or the menu
-// file name by name.
+// (by default) the folders named by ZELKORA_RESOURCES in their order. A later
+// source overrides an earlier one: the catalogue id by id, a layout or the
+// menu file name by name.
 //
 //   const ResourceSources sources = standard_resources("/opt/suite/resources");
+//
+// A program adds a folder of its own on top of the default bundle's:
+//
+//   auto p = std::make_shared<Platform>(*Platform::environment_default());
+//   p->resources.push_back(folder_resources("/opt/beam/resources"));
+//   ScopedPlatform scope(p);  // or pass p to the constructors
 //   std::optional<std::string> menu = read_resource(sources, "ZK_PROMENU.INI", 1 << 20);
 #pragma once
 
@@ -53,6 +59,9 @@ std::shared_ptr<const ResourceSource> folder_resources(std::filesystem::path fol
 
 // The compiled-in resources, overridden by `folder` unless it is empty.
 ResourceSources standard_resources(const std::filesystem::path& folder = {});
+// The compiled-in resources, overridden by each folder in turn (a later one
+// overrides an earlier one); empty paths are skipped.
+ResourceSources standard_resources(const std::vector<std::filesystem::path>& folders);
 
 // The folder a source keeps its `kind` in: `kind` itself where the tree has
 // it, else the root (a resource folder may hold its files at the top).

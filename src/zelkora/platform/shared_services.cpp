@@ -44,9 +44,17 @@ std::optional<std::filesystem::path> settings_file_override(const EnvLookup& env
   return std::nullopt;
 }
 
-std::filesystem::path resource_folder(const EnvLookup& env) {
-  if (auto folder = non_empty(env, "ZELKORA_RESOURCES")) return path_from_utf8(*folder);
-  return {};
+std::vector<std::filesystem::path> resource_folders(const EnvLookup& env) {
+  std::vector<std::filesystem::path> folders;
+  const std::string list = non_empty(env, "ZELKORA_RESOURCES").value_or(std::string());
+  std::size_t start = 0;
+  while (start <= list.size()) {
+    std::size_t end = list.find(kFolderListSeparator, start);
+    if (end == std::string::npos) end = list.size();
+    if (end > start) folders.push_back(path_from_utf8(list.substr(start, end - start)));
+    start = end + 1;
+  }
+  return folders;
 }
 
 bool FolderSuiteServices::file_exists(TextView path) const {

@@ -31,8 +31,16 @@ void apply_number_overrides(const EnvLookup& env, Text& decimal, Text& grouping)
 // settings store), or nothing when the variable is unset or empty.
 std::optional<std::filesystem::path> settings_file_override(const EnvLookup& env);
 
-// The folder of `ZELKORA_RESOURCES`, or an empty path.
-std::filesystem::path resource_folder(const EnvLookup& env);
+// The separator of a list of folders in a variable, as in PATH: ';' where
+// paths are written with "\\" (Windows), ':' elsewhere.
+inline constexpr char kFolderListSeparator =
+    std::filesystem::path::preferred_separator == '\\' ? ';' : ':';
+
+// The folders of `ZELKORA_RESOURCES`, a list separated by
+// kFolderListSeparator, in the order given (a later folder overrides an
+// earlier one); empty parts are skipped. None when the variable is unset or
+// empty.
+std::vector<std::filesystem::path> resource_folders(const EnvLookup& env);
 
 // File questions answered by the file system; suite files are looked for in
 // the given folders in order, without regard to the case of their names.

@@ -14,11 +14,12 @@
 
 namespace zelkora {
 
+// Comparison modes of the text operations: exact, or without regard to case.
+// (Declared before the type Text, so that its enumerator shadows nothing.)
+enum class Compare { Binary = 0, Text = 1 };
+
 using Text = std::u16string;
 using TextView = std::u16string_view;
-
-// Comparison modes of the text operations: exact, or without regard to case.
-enum class Compare { Binary = 0, Text = 1 };
 
 // ---- UTF-8 <-> UTF-16 ------------------------------------------------------
 

@@ -14,8 +14,7 @@
 //   sp.A_SectionArea();                // 0.1 m²
 //   sp.Y_CentroidToTensionEdge();      // 0.25 m
 //
-// What each dimension means depends on the shape (section_properties.h has
-// the families):
+// What each dimension means depends on the shape:
 //   B    web width; diameter of a circle; outer diameter of a ring; bottom
 //        width of cone and stepped sections; total web width of a box
 //   H    total depth; inner diameter of a ring
@@ -48,6 +47,7 @@
 #include <cstdint>
 
 #include "zelkora/frame/shared_types.h"
+#include "zelkora/platform/fault.h"
 
 namespace zelkora {
 

@@ -67,7 +67,7 @@ class HeadlessForm {
 
 // A user's hand on the headless form, in whole actions: a click, keys typed,
 // a key that ends or moves an edit, a pick from an open list. Each raises
-// the events the desktop grid raises for it, in its order (qt/qt_grid.h), with
+// the events the desktop grid raises for it, in the desktop grid's order, with
 // an editor that opens and closes where the desktop grid's does; a test
 // compares the two hosts action by action.
 //

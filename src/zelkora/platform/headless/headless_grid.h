@@ -42,6 +42,7 @@
 #include <utility>
 #include <vector>
 
+#include "zelkora/platform/fault.h"
 #include "zelkora/platform/grid_control.h"
 
 namespace zelkora::platform::headless {
@@ -101,7 +102,7 @@ class MemoryGrid : public MemoryWindow<GridControl> {
   int32_t RowHeight(int32_t row) const override;
   void RowHeight(int32_t row, int32_t height) override;
   int32_t DefaultRowHeight() const override { return default_row_height_; }
-  void DefaultRowHeight(int32_t height) override { default_row_height_ = height; }
+  void DefaultRowHeight(int32_t row_height) override { default_row_height_ = row_height; }
   int32_t ColWidth(int32_t col) const override;
   void ColWidth(int32_t col, int32_t width) override;
 

@@ -1,6 +1,7 @@
 // INI files kept in memory: `platform::IniFiles` for tests and headless
-// hosts, with the same reading and editing rules as the files on disk (see
-// platform/ini_text.h). A file is known by its exact name.
+// hosts, with the same reading and editing rules as the files on disk
+// (sections and keys without regard to case, the classic profile calls'
+// 512-byte read buffer). A file is known by its exact name.
 //
 // What is written keeps only what a file in code page 936 could keep: a
 // character without a form there is stored as "?", as on disk.

@@ -1,7 +1,7 @@
 // Settings kept in memory: `platform::SettingsStore` for tests and headless
 // hosts. The store is the text of a settings file and follows the same rules
 // as the file on disk (sections "[<application>/<section>]", names compared
-// without regard to case; see platform/settings_file.h), so a test can
+// without regard to case, UTF-8), so a test can
 // start from the content of a real file and look at what was stored.
 //
 //   MemorySettingsStore settings(u"[App/Options]\n1cboOpt=2\n");
