@@ -213,9 +213,10 @@ void demo_command(Args& args, std::ostream& out) {
   const std::optional<double> fy = frame::dSteelFy(steel);
   const std::optional<double> xi_b = grade ? frame::dXiB(*grade, steel) : std::nullopt;
   if (!fc || !alpha1 || !fy || !xi_b) throw Failure{"the form's grades have no material values"};
+  const double compressive = *fc, stress_block = *alpha1, yield = *fy, balanced = *xi_b;
   line(u"  C" + texts[kConcrete] + u"、" + steel + u"：" +
-       chr.tExpStr(u"f_ub(c)ub_", *fc, u"mpad_1") + u"，" +
-       chr.tExpStr(u"f_ub(y)ub_", *fy, u"mpad_0"));
+       chr.tExpStr(u"f_ub(c)ub_", compressive, u"mpad_1") + u"，" +
+       chr.tExpStr(u"f_ub(y)ub_", yield, u"mpad_0"));
   int32_t count = 0, error = 0;
   double diameter = 0;
   chr.GjTextTurnW(u"3Φ20", count, diameter, error);
@@ -243,7 +244,7 @@ void demo_command(Args& args, std::ostream& out) {
   const double rho = area / (b * (h - 40));
   chr.ListOut_TextAddRow({u"配筋率 ρ", chr.tFmt(rho * 100, u"2") + u"%", u"0.20%"}, 0);
   chr.ListOut_TextAddRow(
-      {u"受压区高度 ξ", chr.tFmt(rho * *fy / (*alpha1 * *fc), u"3"), chr.tFmt(*xi_b, u"3")}, 0);
+      {u"受压区高度 ξ", chr.tFmt(rho * yield / (stress_block * compressive), u"3"), chr.tFmt(balanced, u"3")}, 0);
   for (const Text& row : split_text(chr.Txt(), chr.tConEnter1())) {
     if (!trim(row).empty()) line(u"  " + Text(trim_right(row)));
   }
