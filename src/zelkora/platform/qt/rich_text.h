@@ -1,0 +1,25 @@
+// The library's texts with formula markup as rich text for Qt's text widgets.
+//
+// The texts the library writes (clsCharacter::tExpStr, the catalogue, the
+// messages of clsErrChr) mark subscripts, superscripts and bold runs with
+// "_ub(", "_up(" and "_bb(" (typeset/markup.h has the six markers). A
+// QTextBrowser, QTextEdit or QLabel shows them as intended when given this
+// HTML: the runs become <sub>, <sup> and <b>, CR LF and LF become <br>, "|"
+// field separators go, and "&", "<", ">" and '"' are escaped, so a value an
+// engineer typed is shown as typed and never read as a tag.
+//
+//   report->setHtml(markup_to_rich_text(u"A_ub(s)ub_ ＝ 942mm_up(2)up_"));
+//   // "A<sub>s</sub> ＝ 942mm<sup>2</sup>"
+#pragma once
+
+#include <QString>
+
+#include "zelkora/platform/text.h"
+
+namespace zelkora::platform::qt {
+
+// The text as HTML. The tags always nest: an end marker without its start is
+// dropped, and runs still open at the end are closed.
+QString markup_to_rich_text(TextView text);
+
+}  // namespace zelkora::platform::qt
