@@ -65,7 +65,7 @@ set(project_file ${WORK_DIR}/KZ-1.zks)
 check(0 "l0/b ＝ 15;φ ＝ 0.895;Nu ＝ 0.9φ(fcA + f'yA's) ＝ 2412.5kN;，满足要求。"
       --save ${project_file} 5=6000)
 # The file gives l0 back; the larger force fails.
-check(1 "φ ＝ 0.895;N ＝ 3000kN ＞ Nu，不满足要求。" --open ${project_file} 7=3000)
+check(1 "φ ＝ 0.895;N ＝ 3000.0kN ＞ Nu，不满足要求。" --open ${project_file} 7=3000)
 check(1 "截面宽度 b" 3=-400)
 check(1 "超出了表中的范围" 5=30000)
 check(2 "" --open ${WORK_DIR}/missing.zks)

@@ -74,7 +74,7 @@ def problems(guide):
         if expected is None:
             yield f"{guide}:{number}: {found.group(1)} has no single region {found.group(2)}"
         elif trimmed(expected) != trimmed(code):
-            yield f"{guide}:{number}: the block is not {source[10:-4]} word for word"
+            yield f"{guide}:{number}: the block is not {found.group(1)}#{found.group(2)} word for word"
 
 
 def main(argv):

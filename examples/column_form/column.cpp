@@ -2,6 +2,8 @@
 // (column.h).
 #include "column.h"
 
+#include <algorithm>
+
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/frame/material_tables.h"
@@ -28,16 +30,18 @@ constexpr double kNetAreaRatio = 0.03;
 }  // namespace
 
 // [guide:checks]
-std::optional<Column> read_column(const std::vector<Text>& values, const std::vector<Text>& checks,
-                                  const std::vector<Text>& captions, Text& refusal) {
+std::optional<Column> read_column(const std::vector<Text>& values, const Rules& rules,
+                                  Text& refusal) {
   zelkora::clsErrChr err;
   // A layout overridden by a resource folder may have fewer items.
-  if (values.size() < kItems || checks.size() < kItems || captions.size() < kItems) {
+  if (values.size() < kItems || rules.checks.size() < kItems || rules.lists.size() < kItems ||
+      rules.captions.size() < kItems) {
     refusal = u"错误：界面文件 ColumnForm 的数据项少于 8 项。";
     return std::nullopt;
   }
-  for (const Item item : {kWidth, kDepth, kLength, kSteelArea, kForce}) {
-    if (err.GenCheckCboEnterNumErrW(checks[item], captions[item], values[item], true) != 0) {
+  for (int32_t item = 0; item < kItems; ++item) {
+    err.lListRes(rules.lists[item]);  // the items a list row accepts
+    if (err.GenCheckCboEnterNumErrW(rules.checks[item], rules.captions[item], values[item], true)) {
       refusal = err.tError_Txt();
       return std::nullopt;
     }
@@ -55,9 +59,9 @@ std::optional<Column> read_column(const std::vector<Text>& values, const std::ve
                 .n = number(kForce)};
   // The grades are good when the material tables know them.
   if (!zelkora::frame::dConcreteFc(column.concrete)) {
-    err.GenMsgErrorW(200, captions[kConcrete], values[kConcrete], {}, {}, true);
+    err.GenMsgErrorW(200, rules.captions[kConcrete], values[kConcrete], {}, {}, true);
   } else if (!zelkora::frame::dSteelFyc(column.steel)) {
-    err.GenMsgErrorW(200, captions[kSteel], values[kSteel], {}, {}, true);
+    err.GenMsgErrorW(200, rules.captions[kSteel], values[kSteel], {}, {}, true);
   } else {
     return column;
   }
@@ -86,14 +90,14 @@ Outcome check_column(const Column& c) {
   // [/guide:calculation]
 
   // [guide:report]
-  out.lines = {
-      u"_bb(轴心受压构件的正截面受压承载力)bb_（GB 50010-2010 第 6.2.15 条）",
-      chr.tExpStr(u"f_ub(c)ub_", fc, u"mpad_1") + u"，" + chr.tExpStr(u"f'_ub(y)ub_", fy, u"mpad_0"),
-      chr.tExpStr(u"l_ub(0)ub_/b", ratio, u"2") + u"，" + chr.tExpStr(u"φ", phi, u"3"),
-      chr.tExpStr(u"ρ'", rho * 100, u"2") + u"%，" + chr.tExpStr(u"A", area, u"mm2d"),
-      chr.tExpStr(u"N_ub(u)ub_ ＝ 0.9φ(f_ub(c)ub_A + f'_ub(y)ub_A'_ub(s)ub_)", nu, u"knd"),
-      chr.tExpStr(u"N", c.n, u"knd") + (out.passes ? u" ≤ N_ub(u)ub_，满足要求。"
-                                                   : u" ＞ N_ub(u)ub_，不满足要求。")};
+  out.lines = {u"_bb(轴心受压构件的正截面受压承载力)bb_（GB 50010-2010 第 6.2.15 条）",
+               chr.tExpStr(u"f_ub(c)ub_", fc, u"mpad_1") + u"，" +
+                   chr.tExpStr(u"f'_ub(y)ub_", fy, u"mpad_0"),
+               chr.tExpStr(u"l_ub(0)ub_/b", ratio, u"2") + u"，" + chr.tExpStr(u"φ", phi, u"3"),
+               chr.tExpStr(u"ρ'", rho * 100, u"2") + u"%，" + chr.tExpStr(u"A", area, u"mm2d"),
+               chr.tExpStr(u"N_ub(u)ub_ ＝ 0.9φ(f_ub(c)ub_A + f'_ub(y)ub_A'_ub(s)ub_)", nu, u"knd"),
+               chr.tExpStr(u"N", c.n, u"knd") +
+                   (out.passes ? u" ≤ N_ub(u)ub_，满足要求。" : u" ＞ N_ub(u)ub_，不满足要求。")};
   return out;
 }
 // [/guide:report]

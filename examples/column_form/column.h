@@ -12,14 +12,14 @@ namespace column_form {
 
 // The values of the form, by item of the layout ColumnForm.
 enum Item : int32_t {
-  kMember = 0,    // 构件编号
-  kConcrete = 1,  // concrete grade: 30 for C30
-  kSteel = 2,     // rebar grade: "HRB400"
-  kWidth = 3,     // b, mm
-  kDepth = 4,     // h, mm
-  kLength = 5,    // l0, mm
-  kSteelArea = 6, // As', mm²
-  kForce = 7,     // N, kN
+  kMember = 0,     // 构件编号
+  kConcrete = 1,   // concrete grade: 30 for C30
+  kSteel = 2,      // rebar grade: "HRB400"
+  kWidth = 3,      // b, mm
+  kDepth = 4,      // h, mm
+  kLength = 5,     // l0, mm
+  kSteelArea = 6,  // As', mm²
+  kForce = 7,      // N, kN
   kItems = 8
 };
 
@@ -38,12 +38,18 @@ struct Outcome {
   zelkora::Text refusal;
 };
 
-// The values checked one by one, each against its check expression (the
-// layout's, in `checks`) and the grades against the material tables; the
+// The rules of the form's items (0..kItems - 1), read from its layout: the
+// check expressions, value lists and captions.
+struct Rules {
+  std::vector<zelkora::Text> checks;
+  std::vector<int32_t> lists;
+  std::vector<zelkora::Text> captions;
+};
+
+// The values checked one by one, each against its row's check expression
+// (with its value list), and the grades against the material tables; the
 // column when all are accepted, else the first refusal in the suite's words.
-std::optional<Column> read_column(const std::vector<zelkora::Text>& values,
-                                  const std::vector<zelkora::Text>& checks,
-                                  const std::vector<zelkora::Text>& captions,
+std::optional<Column> read_column(const std::vector<zelkora::Text>& values, const Rules& rules,
                                   zelkora::Text& refusal);
 
 // The check of clause 6.2.15 and its report.

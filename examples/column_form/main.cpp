@@ -20,8 +20,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <utility>
 
 #include "column.h"
+#include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/qt/qt_controls.h"
@@ -36,7 +38,7 @@ using zelkora::platform::qt::to_qstring;
 using zelkora::platform::qt::to_text;
 namespace zqt = zelkora::platform::qt;
 
-constexpr int32_t kLayout = 70000;  // catalogue text "ColumnForm", the layout's name
+constexpr int32_t kLayout = 70000;               // catalogue text "ColumnForm", the layout's name
 constexpr char16_t kFormName[] = u"ColumnForm";  // record 198 of the data files
 
 // [guide:platform]
@@ -70,11 +72,12 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
     column->addLayout(sides, 1);
     panel_->installEventFilter(this);
     grid_->value_column(3);
-    session_ = std::make_unique<zelkora::grid::FormSession>(platform, *grid_, *title_, *panel_,
-                                                            *this);
+    session_ =
+        std::make_unique<zelkora::grid::FormSession>(platform, *grid_, *title_, *panel_, *this);
     session_->check_values_on_leave(true);  // a refused value is explained as its cell is left
     grid_->connect_events(session_.get());
     session_->build(kLayout);  // the rows of ColumnForm.txt, values at their defaults
+    read_rules(platform);
     resize(900, 520);
   }
   // [/guide:form]
@@ -103,15 +106,9 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
   // Checks the values and calculates; the report (or the refusal) is shown as
   // rich text. True when the column passes.
   bool calculate() {
-    std::vector<Text> checks;
-    session_->cell().GetCheckSign(checks);
-    std::vector<Text> captions;
-    for (int32_t item = 0; item < column_form::kItems; ++item) {
-      captions.push_back(session_->cell().tGetCaption(item));
-    }
     Text refusal;
     column_form::Outcome outcome;
-    if (const auto column = column_form::read_column(values(), checks, captions, refusal)) {
+    if (const auto column = column_form::read_column(values(), rules_, refusal)) {
       outcome = column_form::check_column(*column);
     } else {
       outcome.refusal = refusal;
@@ -157,6 +154,20 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
   }
 
  private:
+  // [guide:rules]
+  // The check expressions and value lists of the items, from a second reading
+  // of the layout (the form's grid keeps its own by row).
+  void read_rules(std::shared_ptr<const zelkora::platform::Platform> platform) {
+    zelkora::clsGridCell layout(std::move(platform));
+    layout.lInterfaceResID(kLayout);
+    layout.GetTextResID();
+    layout.GetCheckSign(rules_.checks);
+    layout.GetListRes(rules_.lists);
+    for (int32_t item = 0; item < column_form::kItems; ++item) {
+      rules_.captions.push_back(session_->cell().tGetCaption(item));
+    }
+  }
+  // [/guide:rules]
   void open_chosen() {
     const QString path = QFileDialog::getOpenFileName(this, {}, {}, QStringLiteral("*.zks"));
     if (!path.isEmpty() && !open(path)) report_->setPlainText(QStringLiteral("无法打开 ") + path);
@@ -170,6 +181,7 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
   zqt::QtGridControl* grid_ = new zqt::QtGridControl(panel_);
   zqt::QtRichTextBox* title_ = new zqt::QtRichTextBox(panel_);
   QTextBrowser* report_ = new QTextBrowser(this);
+  column_form::Rules rules_;
   std::unique_ptr<zelkora::grid::FormSession> session_;
 };
 
