@@ -8,12 +8,7 @@
 #                       source tree through add_subdirectory.
 # The runs save the values to a project file, open them again and calculate.
 file(REMOVE_RECURSE ${WORK_DIR})
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
-  if(NOT result EQUAL 0)
-    message(FATAL_ERROR "failed: ${ARGN}\n${out}\n${err}")
-  endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/run_step.cmake)
 set(generator_options -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER})
 
 if(ROUTE STREQUAL "installed")
@@ -35,13 +30,13 @@ endif()
       -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON ${generator_options})
   run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/column_form -B ${WORK_DIR}/build
       -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix ${generator_options})
-  run(${CMAKE_COMMAND} --build ${WORK_DIR}/build -j2)
+  run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
   set(program ${WORK_DIR}/build/column_form)
 else()
   # Built fast: no optimisation, no debugging information.
   run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/column_form/subdirectory -B ${WORK_DIR}/build
       -DCMAKE_BUILD_TYPE= -DCMAKE_CXX_FLAGS=-O0 ${generator_options})
-  run(${CMAKE_COMMAND} --build ${WORK_DIR}/build --target column_form -j2)
+  run(${CMAKE_COMMAND} --build ${WORK_DIR}/build --target column_form)
   set(program ${WORK_DIR}/build/column_form/column_form)
 endif()
 
