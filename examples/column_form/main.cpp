@@ -28,8 +28,8 @@
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/qt/qt_controls.h"
 #include "zelkora/platform/qt/qt_grid.h"
-#include "zelkora/platform/qt/rich_text.h"
 #include "zelkora/platform/resources.h"
+#include "zelkora/typeset/rich_text.h"
 
 namespace {
 
@@ -115,7 +115,7 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
     }
     Text markup = outcome.refusal;
     for (const Text& line : outcome.lines) markup += line + u"\r\n";
-    report_->setHtml(zqt::markup_to_rich_text(markup));
+    report_->setHtml(to_qstring(zelkora::typeset::markup_to_rich_text(markup)));
     return outcome.refusal.empty() && outcome.passes;
   }
   // [/guide:calculate]
