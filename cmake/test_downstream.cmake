@@ -1,15 +1,10 @@
-# Installs the built library into WORK_DIR/prefix, compiles each installed
-# header alone, then configures, builds and runs examples/beam_check against
-# it, as a calculation program would.
+# Installs the built library (without its Qt component, so that nothing here
+# needs Qt) into WORK_DIR/prefix, compiles each installed header alone, then
+# configures, builds and runs examples/beam_check against it, as a
+# calculation program would.
 file(REMOVE_RECURSE ${WORK_DIR})
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
-  if(NOT result EQUAL 0)
-    message(FATAL_ERROR "failed: ${ARGN}\n${out}\n${err}")
-  endif()
-  set(output "${out}" PARENT_SCOPE)
-endfunction()
-run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
+include(${CMAKE_CURRENT_LIST_DIR}/run_step.cmake)
+run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix --component zelkora)
 # Every installed header compiles on its own against the installed tree,
 # cleanly under the warnings a program's build commonly turns on.
 file(GLOB_RECURSE headers RELATIVE ${WORK_DIR}/prefix/include ${WORK_DIR}/prefix/include/*.h)
