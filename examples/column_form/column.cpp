@@ -8,6 +8,7 @@
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/frame/material_tables.h"
 #include "zelkora/frame/variant.h"
+#include "zelkora/grid/form_check.h"
 
 namespace column_form {
 
@@ -30,21 +31,17 @@ constexpr double kNetAreaRatio = 0.03;
 }  // namespace
 
 // [guide:checks]
-std::optional<Column> read_column(const std::vector<Text>& values, const Rules& rules,
-                                  Text& refusal) {
-  zelkora::clsErrChr err;
-  // A layout overridden by a resource folder may have fewer items.
-  if (values.size() < kItems || rules.checks.size() < kItems || rules.lists.size() < kItems ||
-      rules.captions.size() < kItems) {
-    refusal = u"错误：界面文件 ColumnForm 的数据项少于 8 项。";
+std::optional<Column> read_column(zelkora::clsGridCell& form, Text& refusal) {
+  if (const auto refused = zelkora::grid::check_form_values(form); !refused.empty()) {
+    refusal = refused.front().message;
     return std::nullopt;
   }
-  for (int32_t item = 0; item < kItems; ++item) {
-    err.lListRes(rules.lists[item]);  // the items a list row accepts
-    if (err.GenCheckCboEnterNumErrW(rules.checks[item], rules.captions[item], values[item], true)) {
-      refusal = err.tError_Txt();
-      return std::nullopt;
-    }
+  std::vector<Text> values;
+  form.GetCurrentText(values);
+  // A layout overridden by a resource folder may have fewer items.
+  if (values.size() < kItems) {
+    refusal = u"错误：界面文件 ColumnForm 的数据项少于 8 项。";
+    return std::nullopt;
   }
   const zelkora::frame::NumberSymbols symbols = zelkora::clsCharacter().number_symbols();
   const auto number = [&](Item item) {
@@ -58,10 +55,11 @@ std::optional<Column> read_column(const std::vector<Text>& values, const Rules& 
                 .as = number(kSteelArea),
                 .n = number(kForce)};
   // The grades are good when the material tables know them.
+  zelkora::clsErrChr err;
   if (!zelkora::frame::dConcreteFc(column.concrete)) {
-    err.GenMsgErrorW(200, rules.captions[kConcrete], values[kConcrete], {}, {}, true);
+    err.GenMsgErrorW(200, form.tGetCaption(kConcrete), values[kConcrete], {}, {}, true);
   } else if (!zelkora::frame::dSteelFyc(column.steel)) {
-    err.GenMsgErrorW(200, rules.captions[kSteel], values[kSteel], {}, {}, true);
+    err.GenMsgErrorW(200, form.tGetCaption(kSteel), values[kSteel], {}, {}, true);
   } else {
     return column;
   }

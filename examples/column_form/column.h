@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "zelkora/grid/cls_grid_cell.h"
 #include "zelkora/platform/text.h"
 
 namespace column_form {
@@ -38,19 +39,11 @@ struct Outcome {
   zelkora::Text refusal;
 };
 
-// The rules of the form's items (0..kItems - 1), read from its layout: the
-// check expressions, value lists and captions.
-struct Rules {
-  std::vector<zelkora::Text> checks;
-  std::vector<int32_t> lists;
-  std::vector<zelkora::Text> captions;
-};
-
-// The values checked one by one, each against its row's check expression
-// (with its value list), and the grades against the material tables; the
-// column when all are accepted, else the first refusal in the suite's words.
-std::optional<Column> read_column(const std::vector<zelkora::Text>& values, const Rules& rules,
-                                  zelkora::Text& refusal);
+// The form's values checked, each against its row's check expression (and a
+// list row's list) as the grid checks a value the user types, and the grades
+// against the material tables; the column when all are accepted, else the
+// first refusal in the suite's words.
+std::optional<Column> read_column(zelkora::clsGridCell& form, zelkora::Text& refusal);
 
 // The check of clause 6.2.15 and its report.
 Outcome check_column(const Column& column);

@@ -77,7 +77,6 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
     session_->check_values_on_leave(true);  // a refused value is explained as its cell is left
     grid_->connect_events(session_.get());
     session_->build(kLayout);  // the rows of ColumnForm.txt, values at their defaults
-    read_rules(platform);
     resize(900, 520);
   }
   // [/guide:form]
@@ -108,7 +107,8 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
   bool calculate() {
     Text refusal;
     column_form::Outcome outcome;
-    if (const auto column = column_form::read_column(values(), rules_, refusal)) {
+    session_->cell().bLeaveCellCanCelA();  // the active cell left through its check
+    if (const auto column = column_form::read_column(session_->cell(), refusal)) {
       outcome = column_form::check_column(*column);
     } else {
       outcome.refusal = refusal;
@@ -154,20 +154,6 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
   }
 
  private:
-  // [guide:rules]
-  // The check expressions and value lists of the items, from a second reading
-  // of the layout (the form's grid keeps its own by row).
-  void read_rules(std::shared_ptr<const zelkora::platform::Platform> platform) {
-    zelkora::clsGridCell layout(std::move(platform));
-    layout.lInterfaceResID(kLayout);
-    layout.GetTextResID();
-    layout.GetCheckSign(rules_.checks);
-    layout.GetListRes(rules_.lists);
-    for (int32_t item = 0; item < column_form::kItems; ++item) {
-      rules_.captions.push_back(session_->cell().tGetCaption(item));
-    }
-  }
-  // [/guide:rules]
   void open_chosen() {
     const QString path = QFileDialog::getOpenFileName(this, {}, {}, QStringLiteral("*.zks"));
     if (!path.isEmpty() && !open(path)) report_->setPlainText(QStringLiteral("无法打开 ") + path);
@@ -181,7 +167,6 @@ class ColumnForm : public QWidget, public zelkora::platform::GridForm {
   zqt::QtGridControl* grid_ = new zqt::QtGridControl(panel_);
   zqt::QtRichTextBox* title_ = new zqt::QtRichTextBox(panel_);
   QTextBrowser* report_ = new QTextBrowser(this);
-  column_form::Rules rules_;
   std::unique_ptr<zelkora::grid::FormSession> session_;
 };
 
