@@ -20,17 +20,7 @@ WINESERVER=${WINESERVER:-$(dirname "$WINE")/wineserver64}
 export WINEPREFIX="$win/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 unset LC_ALL LC_CTYPE LANGUAGE
 
-if [ ! -f "$WINEPREFIX/.zelkora-ready" ]; then
-  echo "windows-test: preparing the Wine prefix $WINEPREFIX"
-  LANG=C.UTF-8 "$WINE" wineboot --init >/dev/null 2>&1 || true
-  # No display here: the null graphics driver, on which windows (the message
-  # boxes of the tests) are still made and can be read and answered. It takes
-  # effect with the next Wine server.
-  LANG=C.UTF-8 "$WINE" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f \
-    >/dev/null 2>&1
-  "$WINESERVER" -w
-  touch "$WINEPREFIX/.zelkora-ready"
-fi
+WINE=$WINE WINESERVER=$WINESERVER "$here/wine-prefix.sh" "$WINEPREFIX" null
 # One Wine server for the whole run: a program started while the server of
 # the one before is shutting down may fail to start.
 "$WINESERVER" -w
