@@ -173,6 +173,11 @@ ComboBox::~ComboBox() {
   if (brush_) ::DeleteObject(brush_);
 }
 
+bool ComboBox::Move(int32_t left, int32_t top, int32_t width, int32_t height) {
+  constexpr int32_t kListTwips = 3000;  // about ten items
+  return height >= 0 && NativeControl::Move(left, top, width, height + kListTwips);
+}
+
 int32_t ComboBox::ListCount() const { return static_cast<int32_t>(send(CB_GETCOUNT)); }
 
 zelkora::Text ComboBox::List(int32_t index) const {

@@ -113,6 +113,9 @@ class ComboBox : public NativeControl<platform::ComboBox> {
   // one); the box's field and list are painted in it.
   uint32_t BackColor() const override { return back_colour_; }
   void set_back_color(uint32_t colour);
+  // Places the box's field (its height is the font's); the window reaches
+  // down over the opened list.
+  bool Move(int32_t left, int32_t top, int32_t width, int32_t height);
 
  private:
   static LRESULT CALLBACK on_parent_message(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);

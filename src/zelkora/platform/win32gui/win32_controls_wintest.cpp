@@ -252,6 +252,11 @@ TEST(NativeControls, AComboBoxIsPaintedInItsBackColour) {
   Panel panel(window.hwnd());  // the box's parent may be the form's panel
   ComboBox box(panel.hwnd());
   EXPECT_EQ(box.BackColor(), kColourWindow);
+  EXPECT_TRUE(box.Move(0, 0, 1440, 300));
+  RECT opened{};
+  ::SendMessageW(box.hwnd(), CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&opened));
+  EXPECT_GT(opened.bottom - opened.top, twips_to_pixels(1500, dpi_of(box.hwnd())))
+      << "room for the opened list";
   for (const uint32_t colour : {rgb(255, 255, 0), kColourButtonFace, kColourWindow}) {
     box.set_back_color(colour);
     EXPECT_EQ(box.BackColor(), colour);

@@ -45,14 +45,54 @@ std::vector<uint32_t> png_pixels(const std::wstring& file, UINT width, UINT heig
   return pixels;
 }
 
+// The number of colours of the pixels the window covers in the picture of
+// the top-level window `top`.
+std::size_t colours_of(HWND window, HWND top, const std::vector<uint32_t>& pixels) {
+  RECT frame{};
+  RECT area{};
+  ::GetWindowRect(top, &frame);
+  ::GetWindowRect(window, &area);
+  std::set<uint32_t> colours;
+  const auto width = frame.right - frame.left;
+  for (LONG y = area.top; y < area.bottom; ++y) {
+    for (LONG x = area.left; x < area.right; ++x) {
+      colours.insert(pixels[static_cast<std::size_t>((y - frame.top) * width + x - frame.left)]);
+    }
+  }
+  return colours.size();
+}
+
+// A form with a control of each kind. With ZELKORA_KEEP_SHOT set, the
+// picture stays in the temporary folder for a person to look at.
 TEST(WindowShot, WritesTheWindowAsAPngOfItsSize) {
   TestWindow window;
   Panel panel(window.hwnd());
-  panel.Move(0, 0, 6000, 3000);
+  panel.Move(0, 0, 7000, 4500);
   CheckBox check(panel.hwnd(), u"配筋 Reinforcement");
-  check.Move(150, 150, 3600, 360);
+  check.Move(150, 150, 3000, 360);
+  check.Value(1);
+  OptionButton option(panel.hwnd(), u"矩形", true);
+  option.Move(3300, 150, 1500, 360);
+  option.Value(true);
+  ComboBox combo(panel.hwnd(), platform::ComboBox::kDropdownList);
+  combo.Move(150, 600, 3000, 360);
+  combo.AddItem(u"C30 混凝土");
+  combo.Text(u"C30 混凝土");
+  ListBox list(panel.hwnd());
+  list.Move(3300, 600, 1500, 1000);
+  for (const char16_t* item : {u"锥形", u"阶梯形"}) list.AddItem(item);
+  list.Selected(1, true);
+  ListView view(panel.hwnd());
+  view.Move(150, 1100, 3000, 1200);
+  view.add_column(u"荷载", 80);
+  view.add_column(u"值", 60);
+  view.SubItem(view.ListItemsAdd(u"恒载 g"), 1, u"12.5");
+  Toolbar bar(panel.hwnd());
+  bar.Move(3300, 1700, 3000, 400);
+  for (const char16_t* text : {u"计算", u"配筋"}) bar.add_button(text);
+  bar.ButtonValue(2, 1);
   RichTextBox title(panel.hwnd());
-  title.Move(150, 600, 5000, 1200);
+  title.Move(150, 2500, 6000, 1200);
   title.TextRTF(u"{\\rtf1 \\b 纵筋直径 d\\b0\\par d——纵筋直径。}");
   ::UpdateWindow(window.hwnd());
 
@@ -73,21 +113,15 @@ TEST(WindowShot, WritesTheWindowAsAPngOfItsSize) {
   EXPECT_EQ(big_endian(png, 16), width);
   EXPECT_EQ(big_endian(png, 20), height);
 
-  // Where the check box draws its caption, more than its ground.
-  POINT origin{0, 0};
-  ::MapWindowPoints(check.hwnd(), nullptr, &origin, 1);
-  RECT box{};
-  ::GetClientRect(check.hwnd(), &box);
+  // Each control draws more than its ground: its text, its box, its lines.
   const std::vector<uint32_t> pixels = png_pixels(file, width, height);
-  std::set<uint32_t> colours;
-  for (LONG y = 0; y < box.bottom; ++y) {
-    for (LONG x = 0; x < box.right; ++x) {
-      colours.insert(pixels[static_cast<std::size_t>(origin.y - frame.top + y) * width +
-                            static_cast<std::size_t>(origin.x - frame.left + x)]);
-    }
+  for (const HWND control : {check.hwnd(), option.hwnd(), combo.hwnd(), list.hwnd(), view.hwnd(),
+                             bar.hwnd(), title.hwnd()}) {
+    wchar_t name[64] = {};
+    ::GetClassNameW(control, name, 64);
+    EXPECT_GT(colours_of(control, window.hwnd(), pixels), 2u) << u8(from_wide(name, wcslen(name)));
   }
-  EXPECT_GT(colours.size(), 2u);
-  ::DeleteFileW(file.c_str());
+  if (!::GetEnvironmentVariableW(L"ZELKORA_KEEP_SHOT", nullptr, 0)) ::DeleteFileW(file.c_str());
 }
 
 }  // namespace
