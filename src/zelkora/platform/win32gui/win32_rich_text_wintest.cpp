@@ -185,6 +185,21 @@ TEST(RichTextBox, AnswersAsTheInMemoryBox) {
   }
 }
 
+// Where the control differs from the in-memory box: it keeps paragraphs,
+// not the break characters it was given.
+TEST(RichTextBox, EveryBreakIsAParagraph) {
+  TestWindow window;
+  RichTextBox box(window.hwnd());
+  box.Text(u"a\r\nb\nc\r\r说");
+  EXPECT_EQ(box.Text(), u"a\r\nb\r\nc\r\n\r\n说");
+  box.SelStart(2);  // between "\r" and "\n"
+  EXPECT_EQ(box.SelStart(), 1);
+  box.SelStart(3);
+  box.SelText(u"1\n2");
+  EXPECT_EQ(box.Text(), u"a\r\n1\r\n2b\r\nc\r\n\r\n说");
+  EXPECT_EQ(box.SelStart(), 7);
+}
+
 TEST(RichTextBox, TheGridsTitleIsBoldInTheControl) {
   TestWindow window;
   RichTextBox box(window.hwnd());
