@@ -80,12 +80,19 @@ class NativeControl : public HwndControl<Base> {
   std::unique_ptr<FontFollower> font_;
 };
 
-// "Value" 0 unchecked, 1 checked, 2 grayed (a click goes round the three).
+// "Value" 0 unchecked, 1 checked, 2 grayed. A user's click makes a grayed
+// or unchecked box checked and a checked one unchecked: only a program
+// grays a box.
 class CheckBox : public NativeControl<platform::CheckBox> {
  public:
   explicit CheckBox(HWND parent, TextView caption = {});
+  ~CheckBox() override;
   int16_t Value() const override;
   void Value(int16_t value) override;
+
+ private:
+  static LRESULT CALLBACK on_message(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+  bool setting_ = false;  // the program sets the value
 };
 
 // An option button; the first of a group is made with `first_of_group`.

@@ -231,6 +231,18 @@ TEST(NativeControls, ChoosingAnOptionLetsTheOthersOfItsGroupGo) {
   EXPECT_EQ(check.Value(), 1);
 }
 
+TEST(NativeControls, AClickNeverGraysACheckBox) {
+  TestWindow window;
+  CheckBox check(window.hwnd(), u"人防");
+  check.Value(2);
+  std::vector<int16_t> after_clicks;
+  for (int i = 0; i < 3; ++i) {
+    ::SendMessageW(check.hwnd(), BM_CLICK, 0, 0);
+    after_clicks.push_back(check.Value());
+  }
+  EXPECT_EQ(after_clicks, (std::vector<int16_t>{1, 0, 1}));
+}
+
 // The brush and colours the box's parent answers for the box's field.
 COLORREF field_colour(const ComboBox& box, HWND parent) {
   COMBOBOXINFO info{};
