@@ -157,7 +157,8 @@ Win32GridControl::Win32GridControl(HWND parent) {
   COMBOBOXINFO parts{};
   parts.cbSize = sizeof(parts);
   ::GetComboBoxInfo(combo_, &parts);
-  for (HWND editor : {edit_, parts.hwndItem}) {
+  combo_line_ = parts.hwndItem;
+  for (HWND editor : {edit_, combo_line_}) {
     if (editor)
       ::SetWindowSubclass(editor, &Win32GridControl::editor_proc, 0,
                           reinterpret_cast<DWORD_PTR>(this));
@@ -165,16 +166,14 @@ Win32GridControl::Win32GridControl(HWND parent) {
   }
   ::SendMessageW(combo_, WM_SETFONT, reinterpret_cast<WPARAM>(font(false)), FALSE);
   view_.connect(&relay_);
+  scroll_bar_.nMax = -1;  // never set
   update_scroll_bar();
 }
 
 Win32GridControl::~Win32GridControl() {
   relay_.to = nullptr;
   if (hwnd()) {
-    COMBOBOXINFO parts{};
-    parts.cbSize = sizeof(parts);
-    ::GetComboBoxInfo(combo_, &parts);
-    for (HWND editor : {edit_, parts.hwndItem}) {
+    for (HWND editor : {edit_, combo_line_}) {
       if (editor) ::RemoveWindowSubclass(editor, &Win32GridControl::editor_proc, 0);
     }
     ::SetWindowLongPtrW(hwnd(), GWLP_USERDATA, 0);
@@ -207,6 +206,7 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_PAINT: {
       PAINTSTRUCT ps;
       HDC dc = ::BeginPaint(hwnd(), &ps);
+      invalid_ = false;
       const RECT& area = ps.rcPaint;
       if (AutoRedraw() && area.right > area.left && area.bottom > area.top) {
         // Double-buffered: drawn whole into memory, then shown at once.
@@ -344,6 +344,7 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
       } else if (LOWORD(wparam) == kComboId && code == CBN_SELENDOK) {
         list_closed(true);
       } else if (LOWORD(wparam) == kComboId && code == CBN_CLOSEUP && !syncing_) {
+        dropped_ = false;
         ::PostMessageW(hwnd(), kListClosed, 0, 0);
       }
       return 0;
@@ -440,6 +441,8 @@ void Win32GridControl::mouse_up(POINT at) {
 void Win32GridControl::editor_changed() {
   if (syncing_ || !shown_editor_) return;
   const zelkora::Text text = window_text(shown_editor_);
+  shown_text_ = text;
+  shown_text_known_ = true;
   const CellRef at = ActiveCell();
   if (text == view_.grid.Text(at.row, at.col)) return;
   // Any change of the editor's text (a key, Backspace, Delete, a paste)
@@ -517,6 +520,7 @@ bool Win32GridControl::editor_key(UINT message, WPARAM wparam, LPARAM lparam) {
     }
     syncing_ = true;
     ::SendMessageW(combo_, CB_SETCURSEL, static_cast<WPARAM>(list_item_), 0);
+    shown_text_known_ = false;
     syncing_ = false;
   }
   return key_down(wparam, alt);
@@ -541,6 +545,12 @@ void Win32GridControl::set_editor_text(const zelkora::Text& text) {
   syncing_ = true;
   ::SetWindowTextW(shown_editor_, wide(text));
   syncing_ = was;
+  shown_text_ = text;
+  shown_text_known_ = true;
+}
+
+bool Win32GridControl::editor_shows(TextView text) const {
+  return shown_text_known_ ? shown_text_ == text : window_text(shown_editor_) == text;
 }
 
 void Win32GridControl::show_state() {
@@ -560,7 +570,8 @@ void Win32GridControl::show_editor() {
   const bool fresh = open && (want != shown_editor_ || user_.editors_opened() != editors_opened_);
   editors_opened_ = user_.editors_opened();
   if (shown_editor_ && shown_editor_ != want) {
-    if (shown_editor_ == combo_) ::SendMessageW(combo_, CB_SHOWDROPDOWN, FALSE, 0);
+    if (shown_editor_ == combo_ && dropped_) ::SendMessageW(combo_, CB_SHOWDROPDOWN, FALSE, 0);
+    dropped_ = false;
     const bool had_focus = focus_in(shown_editor_);
     ::ShowWindow(shown_editor_, SW_HIDE);
     if (had_focus) ::SetFocus(hwnd());
@@ -569,10 +580,7 @@ void Win32GridControl::show_editor() {
   if (!want) return;
   place_editor();
   const zelkora::Text text = view_.grid.Text(at.row, at.col);
-  COMBOBOXINFO parts{};
-  parts.cbSize = sizeof(parts);
-  ::GetComboBoxInfo(combo_, &parts);
-  HWND line = want == combo_ ? parts.hwndItem : edit_;
+  HWND line = want == combo_ ? combo_line_ : edit_;
   const auto fill_list = [&] {
     ::SendMessageW(combo_, CB_RESETCONTENT, 0, 0);
     const std::vector<zelkora::Text> items = view_.grid.ComboList(at.row, at.col);
@@ -582,6 +590,7 @@ void Win32GridControl::show_editor() {
     const auto found = std::find(items.begin(), items.end(), text);
     list_item_ = found == items.end() ? -1 : static_cast<int32_t>(found - items.begin());
     ::SendMessageW(combo_, CB_SETCURSEL, static_cast<WPARAM>(list_item_), 0);
+    shown_text_known_ = false;
   };
   if (fresh) {
     // As many characters as it opened with, at least the typed most.
@@ -590,17 +599,18 @@ void Win32GridControl::show_editor() {
     if (want == combo_) fill_list();
     set_editor_text(text);
     ::ShowWindow(want, SW_SHOWNA);
-  } else if (window_text(want) != text) {
+  } else if (!editor_shows(text)) {
     set_editor_text(text);
   }
   if (want == combo_) {
-    const bool dropped = ::SendMessageW(combo_, CB_GETDROPPEDSTATE, 0, 0) != 0;
-    if (user_.list_open() && !dropped) {
+    if (user_.list_open() && !dropped_) {
       fill_list();  // the form filled it at ComboDropDown
       set_editor_text(text);
       ::SendMessageW(combo_, CB_SHOWDROPDOWN, TRUE, 0);
-    } else if (!user_.list_open() && dropped) {
+      dropped_ = true;
+    } else if (!user_.list_open() && dropped_) {
       ::SendMessageW(combo_, CB_SHOWDROPDOWN, FALSE, 0);
+      dropped_ = false;
       set_editor_text(text);
     }
   }
@@ -623,13 +633,21 @@ void Win32GridControl::place_editor() {
   const RECT cell = cell_rect(at.row, at.col);
   const int width = std::max<int>(cell.right - cell.left - 1, 1);
   const int height = std::max<int>(cell.bottom - cell.top - 1, 1);
-  if (shown_editor_ == combo_) {
+  // Only a place that changed is given: each move lays the box out anew.
+  const RECT place =
+      shown_editor_ == combo_
+          ? RECT{cell.left, cell.top, cell.left + width, cell.top + height * (kListRows + 1)}
+          : RECT{cell.left + 2, cell.top + 1, cell.left + 2 + std::max(width - 2, 1),
+                 cell.top + 1 + std::max(height - 1, 1)};
+  if (shown_editor_ == editor_placed_ && ::EqualRect(&place, &editor_place_)) return;
+  if (shown_editor_ == combo_ && height != combo_height_) {
     ::SendMessageW(combo_, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height - 6, 8));
-    ::MoveWindow(combo_, cell.left, cell.top, width, height * (kListRows + 1), TRUE);
-  } else {
-    ::MoveWindow(edit_, cell.left + 2, cell.top + 1, std::max(width - 2, 1),
-                 std::max(height - 1, 1), TRUE);
+    combo_height_ = height;
   }
+  ::MoveWindow(shown_editor_, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, TRUE);
+  editor_placed_ = shown_editor_;
+  editor_place_ = place;
 }
 
 // ---- What the form does with the grid ------------------------------------------------
@@ -801,6 +819,11 @@ void Win32GridControl::update_scroll_bar() {
   info.nMax = std::max(height - 1, 0);
   info.nPage = static_cast<UINT>(std::max<LONG>(client.bottom, 0));
   info.nPos = scroll_;
+  if (info.nMax == scroll_bar_.nMax && info.nPage == scroll_bar_.nPage &&
+      info.nPos == scroll_bar_.nPos) {
+    return;
+  }
+  scroll_bar_ = info;
   ::SetScrollInfo(hwnd(), SB_VERT, &info, TRUE);
 }
 
@@ -812,7 +835,10 @@ void Win32GridControl::layout_changed() {
 }
 
 void Win32GridControl::changed() {
-  if (hwnd() && AutoRedraw()) ::InvalidateRect(hwnd(), nullptr, FALSE);
+  // Once until the window is drawn: the whole of it is drawn anew then.
+  if (!hwnd() || !AutoRedraw() || invalid_) return;
+  invalid_ = true;
+  ::InvalidateRect(hwnd(), nullptr, FALSE);
 }
 
 // ---- Drawing ----------------------------------------------------------------------------
@@ -954,8 +980,7 @@ void Win32GridControl::Text(int32_t row, int32_t col, TextView text) {
   view_.grid.Text(row, col, text);
   // An open editor of the cell shows what the form wrote (after a handler,
   // the action's end shows it).
-  if (shown_editor_ && !relay_.busy && ActiveCell() == CellRef{row, col} &&
-      window_text(shown_editor_) != text) {
+  if (shown_editor_ && !relay_.busy && ActiveCell() == CellRef{row, col} && !editor_shows(text)) {
     set_editor_text(zelkora::Text(text));
   }
   changed();

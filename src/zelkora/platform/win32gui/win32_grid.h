@@ -245,6 +245,7 @@ class Win32GridControl : public HwndControl<GridControl> {
   void place_editor();
   bool focus_in(HWND window) const;
   void set_editor_text(const zelkora::Text& text);
+  bool editor_shows(TextView text) const;
 
   // Geometry, in the window's pixels.
   int scaled(int32_t pixels) const { return ::MulDiv(pixels, dpi_, 96); }
@@ -265,7 +266,17 @@ class Win32GridControl : public HwndControl<GridControl> {
   Relay relay_;
   HWND edit_ = nullptr;
   HWND combo_ = nullptr;
+  HWND combo_line_ = nullptr;  // the edit box inside it
   HWND shown_editor_ = nullptr;
+  HWND editor_placed_ = nullptr;  // the editor last placed, and where
+  RECT editor_place_{};
+  int combo_height_ = 0;
+  bool dropped_ = false;  // the list cell's list is open
+  // What the open editor shows, as far as the grid set it or read it.
+  zelkora::Text shown_text_;
+  bool shown_text_known_ = false;  // the cell height the list cell's box was given
+  SCROLLINFO scroll_bar_{};        // as last set
+  bool invalid_ = false;           // the window waits to be drawn whole
   HWND tip_ = nullptr;
   bool syncing_ = false;  // the window itself changes the editor or the focus
   std::size_t editors_opened_ = 0;
