@@ -119,6 +119,53 @@ void cell_lines(HDC dc, const RECT& cell, COLORREF colour) {
 
 // ---- The window -------------------------------------------------------------------
 
+// The form's handlers, not raised again while one of them runs (a message
+// box shown during a leave takes the focus: no second leave).
+struct Win32GridControl::Relay : GridEvents {
+  GridEvents* to = nullptr;
+  bool busy = false;
+  template <class Call>
+  void raise(Call call) {
+    if (!to || busy) return;
+    busy = true;
+    struct Busy {
+      bool& flag;
+      ~Busy() { flag = false; }
+    } running{busy};
+    call(*to);
+  }
+  void EnterRow() override {
+    raise([](GridEvents& e) { e.EnterRow(); });
+  }
+  void BeforeEdit(int32_t row, int32_t col, bool& cancel) override {
+    raise([&](GridEvents& e) { e.BeforeEdit(row, col, cancel); });
+  }
+  void CellChanging() override {
+    raise([](GridEvents& e) { e.CellChanging(); });
+  }
+  void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
+    raise([&](GridEvents& e) { e.LeaveCell(row, col, cancel); });
+  }
+  void ComboDropDown() override {
+    raise([](GridEvents& e) { e.ComboDropDown(); });
+  }
+  void ComboClick() override {
+    raise([](GridEvents& e) { e.ComboClick(); });
+  }
+  void Click(int32_t row, int32_t col) override {
+    raise([&](GridEvents& e) { e.Click(row, col); });
+  }
+  void DblClick() override {
+    raise([](GridEvents& e) { e.DblClick(); });
+  }
+  void KeyDown(int16_t& key_code, int16_t shift) override {
+    raise([&](GridEvents& e) { e.KeyDown(key_code, shift); });
+  }
+  void LostFocus() override {
+    raise([](GridEvents& e) { e.LostFocus(); });
+  }
+};
+
 template <class Action>
 auto Win32GridControl::act(Action action) {
   // Whatever the action answers, the window then shows the model.
@@ -129,7 +176,7 @@ auto Win32GridControl::act(Action action) {
   return action();
 }
 
-Win32GridControl::Win32GridControl(HWND parent) {
+Win32GridControl::Win32GridControl(HWND parent) : relay_(std::make_unique<Relay>()) {
   init_gui();
   const HINSTANCE instance = ::GetModuleHandleW(nullptr);
   WNDCLASSEXW window_class{};
@@ -165,13 +212,15 @@ Win32GridControl::Win32GridControl(HWND parent) {
     ::SendMessageW(editor, WM_SETFONT, reinterpret_cast<WPARAM>(font(false)), FALSE);
   }
   ::SendMessageW(combo_, WM_SETFONT, reinterpret_cast<WPARAM>(font(false)), FALSE);
-  view_.connect(&relay_);
+  view_.connect(relay_.get());
   scroll_bar_.nMax = -1;  // never set
   update_scroll_bar();
 }
 
+void Win32GridControl::connect_events(GridEvents* events) { relay_->to = events; }
+
 Win32GridControl::~Win32GridControl() {
-  relay_.to = nullptr;
+  relay_->to = nullptr;
   if (hwnd()) {
     for (HWND editor : {edit_, combo_line_}) {
       if (editor) ::RemoveWindowSubclass(editor, &Win32GridControl::editor_proc, 0);
@@ -332,7 +381,7 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_KILLFOCUS: {
       const HWND to = reinterpret_cast<HWND>(wparam);
       changed();
-      if (syncing_ || relay_.busy || (to && ::IsChild(hwnd(), to))) return 0;
+      if (syncing_ || relay_->busy || (to && ::IsChild(hwnd(), to))) return 0;
       act([this] { user_.focus_away(); });
       return 0;
     }
@@ -528,7 +577,7 @@ bool Win32GridControl::editor_key(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void Win32GridControl::editor_lost_focus(HWND to) {
   // To the grid, or within the list cell's box: the user's click decides.
-  if (syncing_ || relay_.busy || to == hwnd() || to == combo_ || (to && ::IsChild(combo_, to)))
+  if (syncing_ || relay_->busy || to == hwnd() || to == combo_ || (to && ::IsChild(combo_, to)))
     return;
   act([this] { user_.focus_away(); });
 }
@@ -980,7 +1029,7 @@ void Win32GridControl::Text(int32_t row, int32_t col, TextView text) {
   view_.grid.Text(row, col, text);
   // An open editor of the cell shows what the form wrote (after a handler,
   // the action's end shows it).
-  if (shown_editor_ && !relay_.busy && ActiveCell() == CellRef{row, col} && !editor_shows(text)) {
+  if (shown_editor_ && !relay_->busy && ActiveCell() == CellRef{row, col} && !editor_shows(text)) {
     set_editor_text(zelkora::Text(text));
   }
   changed();

@@ -35,6 +35,7 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -55,7 +56,7 @@ class Win32GridControl : public HwndControl<GridControl> {
   ~Win32GridControl() override;
 
   // The handlers of the user's actions; null for none.
-  void connect_events(GridEvents* events) { relay_.to = events; }
+  void connect_events(GridEvents* events);
   // The state of every cell, as the control keeps it.
   const headless::MemoryGrid& cells() const { return view_.grid; }
 
@@ -180,47 +181,8 @@ class Win32GridControl : public HwndControl<GridControl> {
 
  private:
   // The form's handlers, not raised again while one of them runs.
-  struct Relay : GridEvents {
-    GridEvents* to = nullptr;
-    bool busy = false;
-    template <class Call>
-    void raise(Call call) {
-      if (!to || busy) return;
-      busy = true;
-      call(*to);
-      busy = false;
-    }
-    void EnterRow() override {
-      raise([](GridEvents& e) { e.EnterRow(); });
-    }
-    void BeforeEdit(int32_t row, int32_t col, bool& cancel) override {
-      raise([&](GridEvents& e) { e.BeforeEdit(row, col, cancel); });
-    }
-    void CellChanging() override {
-      raise([](GridEvents& e) { e.CellChanging(); });
-    }
-    void LeaveCell(int32_t row, int32_t col, bool& cancel) override {
-      raise([&](GridEvents& e) { e.LeaveCell(row, col, cancel); });
-    }
-    void ComboDropDown() override {
-      raise([](GridEvents& e) { e.ComboDropDown(); });
-    }
-    void ComboClick() override {
-      raise([](GridEvents& e) { e.ComboClick(); });
-    }
-    void Click(int32_t row, int32_t col) override {
-      raise([&](GridEvents& e) { e.Click(row, col); });
-    }
-    void DblClick() override {
-      raise([](GridEvents& e) { e.DblClick(); });
-    }
-    void KeyDown(int16_t& key_code, int16_t shift) override {
-      raise([&](GridEvents& e) { e.KeyDown(key_code, shift); });
-    }
-    void LostFocus() override {
-      raise([](GridEvents& e) { e.LostFocus(); });
-    }
-  };
+  struct Relay;
+
   static LRESULT CALLBACK window_proc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
   static LRESULT CALLBACK editor_proc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam,
                                       UINT_PTR id, DWORD_PTR self);
@@ -263,7 +225,7 @@ class Win32GridControl : public HwndControl<GridControl> {
 
   headless::HeadlessForm view_;
   headless::HeadlessUser user_{view_};
-  Relay relay_;
+  std::unique_ptr<Relay> relay_;
   HWND edit_ = nullptr;
   HWND combo_ = nullptr;
   HWND combo_line_ = nullptr;  // the edit box inside it
