@@ -361,6 +361,9 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
       break;
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
+      // Of the keys with Alt the grid takes Alt+Down alone (Alt+F4 closes
+      // the window).
+      if (message == WM_SYSKEYDOWN && wparam != VK_DOWN) break;
       if (key_down(wparam, message == WM_SYSKEYDOWN && (lparam & (1 << 29)))) return 0;
       break;
     case WM_CHAR:
@@ -545,6 +548,7 @@ bool Win32GridControl::editor_key(UINT message, WPARAM wparam, LPARAM lparam) {
            user_.list_open();
   }
   const bool alt = message == WM_SYSKEYDOWN && (lparam & (1 << 29));
+  if (message == WM_SYSKEYDOWN && wparam != VK_DOWN) return false;  // Alt+F4 closes the window
   const bool list = user_.list_open();
   switch (wparam) {
     case VK_RETURN:
