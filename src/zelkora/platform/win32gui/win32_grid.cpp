@@ -395,6 +395,11 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
         editor_changed();
       } else if (LOWORD(wparam) == kComboId && code == CBN_SELENDOK) {
         list_closed(true);
+      } else if (LOWORD(wparam) == kComboId && code == CBN_DROPDOWN && !syncing_ &&
+                 !user_.list_open()) {
+        // The list's button: the list opens as by F4.
+        dropped_ = true;
+        act([this] { user_.key(headless::HeadlessUser::kF4); });
       } else if (LOWORD(wparam) == kComboId && code == CBN_CLOSEUP && !syncing_) {
         dropped_ = false;
         ::PostMessageW(hwnd(), kListClosed, 0, 0);
@@ -624,7 +629,7 @@ void Win32GridControl::show_editor() {
   editors_opened_ = user_.editors_opened();
   if (shown_editor_ && shown_editor_ != want) {
     if (shown_editor_ == combo_ && dropped_) ::SendMessageW(combo_, CB_SHOWDROPDOWN, FALSE, 0);
-    dropped_ = false;
+    dropped_ = list_filled_ = false;
     const bool had_focus = focus_in(shown_editor_);
     ::ShowWindow(shown_editor_, SW_HIDE);
     if (had_focus) ::SetFocus(hwnd());
@@ -649,23 +654,26 @@ void Win32GridControl::show_editor() {
     // As many characters as it opened with, at least the typed most.
     const WPARAM limit = std::max(kMaxTypedLength, text.size());
     ::SendMessageW(line, EM_LIMITTEXT, limit, 0);
-    if (want == combo_) fill_list();
-    set_editor_text(text);
-    ::ShowWindow(want, SW_SHOWNA);
+    if (!editor_shows(text)) set_editor_text(text);
+    if (!::IsWindowVisible(want)) ::ShowWindow(want, SW_SHOWNA);
   } else if (!editor_shows(text)) {
     set_editor_text(text);
   }
-  if (want == combo_) {
-    if (user_.list_open() && !dropped_) {
-      fill_list();  // the form filled it at ComboDropDown
+  if (want == combo_ && user_.list_open()) {
+    // Filled when it opens, as the form filled it at ComboDropDown.
+    if (!list_filled_) {
+      fill_list();
       set_editor_text(text);
-      ::SendMessageW(combo_, CB_SHOWDROPDOWN, TRUE, 0);
-      dropped_ = true;
-    } else if (!user_.list_open() && dropped_) {
+      list_filled_ = true;
+    }
+    if (!dropped_) ::SendMessageW(combo_, CB_SHOWDROPDOWN, TRUE, 0);
+    dropped_ = true;
+  } else if (want == combo_) {
+    if (dropped_) {
       ::SendMessageW(combo_, CB_SHOWDROPDOWN, FALSE, 0);
-      dropped_ = false;
       set_editor_text(text);
     }
+    dropped_ = list_filled_ = false;
   }
   if (user_.editor_focused() && !focus_in(want)) {
     ::SetFocus(line);
@@ -697,8 +705,13 @@ void Win32GridControl::place_editor() {
     ::SendMessageW(combo_, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height - 6, 8));
     combo_height_ = height;
   }
-  ::MoveWindow(shown_editor_, place.left, place.top, place.right - place.left,
-               place.bottom - place.top, TRUE);
+  // Moved to the next row, the same size: not laid out anew.
+  const bool same_size = shown_editor_ == editor_placed_ &&
+                         place.right - place.left == editor_place_.right - editor_place_.left &&
+                         place.bottom - place.top == editor_place_.bottom - editor_place_.top;
+  ::SetWindowPos(shown_editor_, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE | (same_size ? SWP_NOSIZE : 0));
   editor_placed_ = shown_editor_;
   editor_place_ = place;
 }

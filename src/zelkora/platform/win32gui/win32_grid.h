@@ -233,7 +233,8 @@ class Win32GridControl : public HwndControl<GridControl> {
   HWND editor_placed_ = nullptr;  // the editor last placed, and where
   RECT editor_place_{};
   int combo_height_ = 0;
-  bool dropped_ = false;  // the list cell's list is open
+  bool dropped_ = false;      // the list cell's list is open
+  bool list_filled_ = false;  // ... and filled from ComboList
   // What the open editor shows, as far as the grid set it or read it.
   zelkora::Text shown_text_;
   bool shown_text_known_ = false;  // the cell height the list cell's box was given
