@@ -638,6 +638,8 @@ void Win32GridControl::show_editor() {
     ::ShowWindow(shown_editor_, SW_HIDE);
     if (had_focus) ::SetFocus(hwnd());
   }
+  // What the grid knows an editor shows is of the one it last showed.
+  if (shown_editor_ != want) shown_text_known_ = false;
   shown_editor_ = want;
   if (!want) return;
   place_editor();
