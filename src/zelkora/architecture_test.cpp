@@ -58,8 +58,9 @@ std::vector<LibraryFile> library_files() {
   for (const auto& entry : fs::recursive_directory_iterator(root)) {
     const fs::path& path = entry.path();
     const std::string name = path.filename().string();
-    const bool test =
-        name.find("_test") != std::string::npos || name.find("_qtest") != std::string::npos;
+    const bool test = name.find("_test") != std::string::npos ||
+                      name.find("_qtest") != std::string::npos ||
+                      name.find("_wintest") != std::string::npos;
     if (!entry.is_regular_file() || test) continue;
     if (path.extension() != ".h" && path.extension() != ".cpp") continue;
     const std::string relative = fs::relative(path, root).generic_string();
