@@ -11,7 +11,7 @@
 #include <random>
 #include <tuple>
 
-#include "desk/beam_design.h"
+#include "program/beam_design.h"
 #include "desk/csv_cases.h"
 #include "zelkora/platform/qt/qt_controls.h"
 

@@ -20,10 +20,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "desk/beam_design.h"
+#include "program/beam_design.h"
 #include "desk/case_table.h"
-#include "desk/footing_loads.h"
-#include "desk/section_figure.h"
+#include "program/footing_loads.h"
+#include "program/section_figure.h"
 #include "desk/report_print.h"
 #include "desk/report_view.h"
 #include "zelkora/document/read_report.h"

@@ -27,9 +27,9 @@
 #include <functional>
 #include <memory>
 
-#include "desk/form_view.h"
-#include "desk/form_work.h"
-#include "desk/programs.h"
+#include "program/form_view.h"
+#include "program/form_work.h"
+#include "program/programs.h"
 #include "desk/section_sketch.h"
 #include "zelkora/document/report_document.h"
 #include "zelkora/grid/value_history.h"

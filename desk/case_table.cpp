@@ -9,7 +9,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "desk/load_cases.h"
+#include "program/load_cases.h"
 
 namespace zelkora::desk {
 

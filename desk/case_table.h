@@ -1,4 +1,4 @@
-// The table of load cases as the desktop form shows it (desk/load_cases.h):
+// The table of load cases as the desktop form shows it (program/load_cases.h):
 // a list view whose cells are edited in place (a double click, F2 or typing
 // opens a cell's editor; the kind is chosen from its list), and the buttons
 // 添加, 删除, 上移 and 下移 over it. What the buttons do and what an edit

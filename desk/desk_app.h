@@ -12,7 +12,7 @@
 #include <memory>
 #include <vector>
 
-#include "desk/programs.h"
+#include "program/programs.h"
 #include "zelkora/platform/platform.h"
 #include "zelkora/platform/qt/qt_controls.h"
 

@@ -12,8 +12,8 @@
 #include <tuple>
 
 #include "desk/csv_cases.h"
-#include "desk/footing_design.h"
-#include "desk/footing_report.h"
+#include "program/footing_design.h"
+#include "program/footing_report.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/qt/qt_controls.h"
 

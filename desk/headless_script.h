@@ -1,5 +1,5 @@
 // The desktop program's scripts (desk/script.h) run on a headless form
-// (desk/headless_desk_form.h): the same steps, each a whole user action on
+// (program/headless_desk_form.h): the same steps, each a whole user action on
 // the in-memory grid or the form's work, printing what the desktop run
 // prints ("message: TITLE | TEXT" for every box met, "copied: ..."):
 //
@@ -23,7 +23,7 @@
 #include <memory>
 #include <optional>
 
-#include "desk/headless_desk_form.h"
+#include "program/headless_desk_form.h"
 #include "desk/script_steps.h"
 #include "zelkora/platform/platform.h"
 

@@ -13,8 +13,8 @@
 #include <set>
 
 #include "desk/csv_cases.h"
-#include "desk/load_combination.h"
-#include "desk/load_combination_report.h"
+#include "program/load_combination.h"
+#include "program/load_combination_report.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {

@@ -8,7 +8,7 @@
 #include <QStatusBar>
 
 #include "desk/desk_app.h"
-#include "desk/programs.h"
+#include "program/programs.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/grid/grid_appearance.h"
 

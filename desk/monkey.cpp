@@ -25,8 +25,8 @@
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
-#include "desk/form_model.h"
-#include "desk/form_state.h"
+#include "program/form_model.h"
+#include "program/form_state.h"
 #include "desk/headless_script.h"
 #include "desk/main_window.h"
 #include "desk/script.h"

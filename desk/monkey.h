@@ -1,7 +1,7 @@
 // The random tester of the desktop program: seeded, reproducible sequences
 // of a user's input (steps of the script language, desk/script.h) on a
 // calculation form, with the form checked against its model
-// (desk/form_model.h) after every step:
+// (program/form_model.h) after every step:
 //
 //   - what each cell shows is its item's value, in bold exactly where the
 //     model has the mark; the rows shown are the ones the folding, the

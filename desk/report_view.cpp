@@ -11,7 +11,7 @@
 #include <QTextTable>
 #include <algorithm>
 
-#include "desk/section_figure.h"
+#include "program/section_figure.h"
 #include "zelkora/document/read_report.h"
 #include "zelkora/platform/grade_font.h"
 #include "zelkora/platform/qt/qt_controls.h"

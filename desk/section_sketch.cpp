@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "desk/figure_painter.h"
-#include "desk/section_figure.h"
+#include "program/section_figure.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {

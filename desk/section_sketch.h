@@ -17,7 +17,7 @@
 #include <QPalette>
 #include <QWidget>
 
-#include "desk/beam_design.h"
+#include "program/beam_design.h"
 #include "desk/figure_painter.h"
 
 class QPainter;

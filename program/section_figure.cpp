@@ -1,5 +1,5 @@
 // The beam's section as a figure of the report; see the header.
-#include "desk/section_figure.h"
+#include "program/section_figure.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // The design of a spread footing; see the header. Clause numbers are those of
 // GB 50007-2011 unless another code is named; the rules and their public
 // sources are in desk/testdata/footing_rules.md.
-#include "desk/footing_design.h"
-#include "desk/form_text.h"
+#include "program/footing_design.h"
+#include "program/form_text.h"
 
 #include <algorithm>
 #include <array>

@@ -13,7 +13,7 @@
 // lie outside the drawing are left out, as are bars past the first 20000.
 #pragma once
 
-#include "desk/beam_design.h"
+#include "program/beam_design.h"
 #include "zelkora/document/report_document.h"
 
 namespace zelkora::desk {

@@ -22,7 +22,7 @@
 #include <optional>
 #include <vector>
 
-#include "desk/programs.h"
+#include "program/programs.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/row_facts.h"
 

@@ -5,7 +5,7 @@
 // of refused values, the filter, copy and paste, the File menu's project
 // files and the calculation's report. It reaches the user only through a
 // FormView: the desktop form (desk/calc_form.h) and the headless one
-// (desk/headless_desk_form.h) run the same work.
+// (program/headless_desk_form.h) run the same work.
 //
 //   FormWork work(platform, program, view);  // built, values at their defaults
 //   work.paste_values(u"300\n600");
@@ -16,9 +16,9 @@
 #include <optional>
 #include <vector>
 
-#include "desk/form_view.h"
-#include "desk/load_cases.h"
-#include "desk/programs.h"
+#include "program/form_view.h"
+#include "program/load_cases.h"
+#include "program/programs.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/row_filter.h"

@@ -1,5 +1,5 @@
 // What a calculation form should hold, stated apart from the code that holds it.
-#include "desk/form_model.h"
+#include "program/form_model.h"
 
 #include <algorithm>
 

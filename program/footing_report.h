@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "desk/footing_design.h"
+#include "program/footing_design.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/text.h"
 

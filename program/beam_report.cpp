@@ -1,12 +1,12 @@
 // The report of the beam form's design.
-#include "desk/beam_report.h"
+#include "program/beam_report.h"
 
-#include "desk/report_writer.h"
+#include "program/report_writer.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "desk/beam_design.h"
+#include "program/beam_design.h"
 #include "zelkora/frame/variant.h"
 
 namespace zelkora::desk {

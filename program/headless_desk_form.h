@@ -1,5 +1,5 @@
 // A calculation form of the desktop program without any widget: the same
-// work (desk/form_work.h) on the library's in-memory grid, title box and
+// work (program/form_work.h) on the library's in-memory grid, title box and
 // panel, worked by a user's hand (HeadlessUser) that raises the grid events
 // the desktop grid raises. The window's parts are kept as text: its title,
 // status line, count of refused values, report. Message boxes are the
@@ -16,8 +16,8 @@
 #include <map>
 #include <memory>
 
-#include "desk/form_view.h"
-#include "desk/form_work.h"
+#include "program/form_view.h"
+#include "program/form_work.h"
 #include "zelkora/platform/headless/headless_controls.h"
 #include "zelkora/platform/headless/headless_form.h"
 

@@ -1,11 +1,11 @@
 // The footing's plan as a figure of the report; see the header.
-#include "desk/footing_figure.h"
+#include "program/footing_figure.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 
-#include "desk/section_figure.h"
+#include "program/section_figure.h"
 #include "zelkora/document/figure_shapes.h"
 
 namespace zelkora::desk {

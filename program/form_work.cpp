@@ -1,12 +1,11 @@
 // What a calculation form does, whatever shows it.
-#include "desk/form_work.h"
+#include "program/form_work.h"
 
-#include <QChar>
-#include <QDir>
-#include <QFileInfo>
 #include <algorithm>
 #include <string>
 
+#include "program/file_names.h"
+#include "program/white_space.h"
 #include "zelkora/controls/form_controls.h"
 #include "zelkora/datafile/foundation_data.h"
 #include "zelkora/frame/catalogue_ids.h"
@@ -14,14 +13,10 @@
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/row_facts.h"
 #include "zelkora/grid/user_defaults.h"
-#include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {
 
 namespace {
-
-using platform::qt::to_qstring;
-using platform::qt::to_text;
 
 // Item 0 of every form is the project's name.
 constexpr int32_t kProjectItem = 0;
@@ -31,14 +26,6 @@ constexpr TextView kViewSection = u"View";
 constexpr uint32_t kRefusalColour = 0x0000B0;
 
 Text number(std::size_t n) { return from_utf8(std::to_string(n)); }
-
-// The text without the blanks (of any kind) around it.
-Text trimmed(TextView text) {
-  std::size_t first = 0, last = text.size();
-  while (first < last && QChar(text[first]).isSpace()) ++first;
-  while (last > first && QChar(text[last - 1]).isSpace()) --last;
-  return Text(text.substr(first, last - first));
-}
 
 const grid::RowFacts* facts_of(const std::vector<grid::RowFacts>& rows, int32_t row) {
   return row >= 1 && static_cast<std::size_t>(row) <= rows.size()
@@ -134,7 +121,7 @@ std::vector<Text> FormWork::values() {
 }
 
 Text FormWork::with_extension(TextView file, TextView extension) {
-  if (file.empty() || !QFileInfo(to_qstring(file)).suffix().isEmpty()) return Text(file);
+  if (file.empty() || !file_suffix(file).empty()) return Text(file);
   return Text(file) + u"." + Text(extension);
 }
 
@@ -148,9 +135,7 @@ Text FormWork::chosen_file(bool saving, TextView filter) {
 }
 
 void FormWork::remember_file(TextView file) {
-  const QString path = QFileInfo(to_qstring(file)).absoluteFilePath();
-  clsCharacter(platform_).bHistoryAdd(Text(program_.menu_key),
-                                      to_text(QDir::toNativeSeparators(path)));
+  clsCharacter(platform_).bHistoryAdd(Text(program_.menu_key), native_absolute_path(file));
 }
 
 // ---- The project ---------------------------------------------------------------------
@@ -189,8 +174,7 @@ Text FormWork::window_title() const {
   const Text project = session_ ? session_->cell().tGetText(kProjectItem) : Text();
   Text name(trimmed(project));
   if (name.empty()) {
-    name =
-        file_.empty() ? Text(u"未命名") : to_text(QFileInfo(to_qstring(file_)).completeBaseName());
+    name = file_.empty() ? Text(u"未命名") : Text(complete_base_name(file_));
   }
   return Text(program_.menu_key) + u" - " + name + u"[*]";
 }
@@ -253,7 +237,7 @@ bool FormWork::open_file(TextView file) {
       return false;
     }
     const int32_t error = kind.exists ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
-    errors_.GenMsgErrorW(error, to_text(QFileInfo(to_qstring(file)).fileName()), {}, {}, {}, false);
+    errors_.GenMsgErrorW(error, Text(file_name(file)), {}, {}, {}, false);
     return false;
   }
   // A file without load cases (saved before the form had its table) leaves
@@ -277,7 +261,7 @@ bool FormWork::save_file(TextView file) {
   if (!cases_can_be_saved()) return false;
   if (!session_->cell().bLoadOrSaveData(u"Save", file, Text(program_.layout), {}, add_data_)) {
     errors_.GenMsgErrorW(error_id::kDataFileNotSaved,
-                         to_text(QFileInfo(to_qstring(file)).fileName()), {}, {}, {}, false);
+                         Text(file_name(file)), {}, {}, {}, false);
     return false;
   }
   file_ = Text(file);
@@ -542,8 +526,8 @@ bool FormWork::paste_values(TextView text) {
       return false;
     }
     const std::size_t tab = lines[i].rfind(u'\t');
-    const Text value =
-        trimmed(tab == Text::npos ? TextView(lines[i]) : TextView(lines[i]).substr(tab + 1));
+    const Text value(
+        trimmed(tab == Text::npos ? TextView(lines[i]) : TextView(lines[i]).substr(tab + 1)));
     if (!view_.type_into(row, value)) {
       view_.show_status(u"粘贴停在第 " + number(i + 1) + u" 个值：“" +
                             Text(trim(grid.Text(row, grid::kCaptionCol))) + u"”不接受“" + value +

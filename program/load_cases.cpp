@@ -1,5 +1,5 @@
 // The load-case table of a foundation program's form; see the header.
-#include "desk/load_cases.h"
+#include "program/load_cases.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The report of the footing form's design.
-#include "desk/footing_report.h"
+#include "program/footing_report.h"
 
-#include "desk/report_writer.h"
+#include "program/report_writer.h"
 
 #include <algorithm>
 #include <cmath>

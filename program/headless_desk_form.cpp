@@ -1,5 +1,5 @@
 // A calculation form of the desktop program without any widget.
-#include "desk/headless_desk_form.h"
+#include "program/headless_desk_form.h"
 
 #include "zelkora/grid/grid_appearance.h"
 

@@ -1,8 +1,8 @@
-// What shows a calculation form's work (desk/form_work.h) to the user: the
+// What shows a calculation form's work (program/form_work.h) to the user: the
 // grid control and the controls around it, what the grid does on the form's
 // behalf as the user's hand would, and the window's other parts. The desktop
 // form (desk/calc_form.h) is one; the headless form
-// (desk/headless_desk_form.h) keeps the same in memory.
+// (program/headless_desk_form.h) keeps the same in memory.
 //
 // Rows are the grid's; every row named here is edited in its value column.
 #pragma once

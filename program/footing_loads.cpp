@@ -1,12 +1,12 @@
 // The spread footing's loads from its table of load cases; see the header.
-#include "desk/footing_loads.h"
+#include "program/footing_loads.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "desk/form_text.h"
-#include "desk/load_combination.h"
+#include "program/form_text.h"
+#include "program/load_combination.h"
 #include "zelkora/checking/cls_err_chr.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/foundation_data.h"

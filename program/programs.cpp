@@ -1,9 +1,9 @@
 // The programs of the desktop program and the rules of their forms.
-#include "desk/programs.h"
+#include "program/programs.h"
 
-#include "desk/beam_report.h"
-#include "desk/footing_loads.h"
-#include "desk/load_combination_report.h"
+#include "program/beam_report.h"
+#include "program/footing_loads.h"
+#include "program/load_combination_report.h"
 
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_numbers.h"

@@ -1,7 +1,7 @@
 // The design of a rectangular beam section; see the header. Clause numbers
 // are those of GB 50010-2010 (2015 edition) unless another code is named.
-#include "desk/beam_design.h"
-#include "desk/form_text.h"
+#include "program/beam_design.h"
+#include "program/form_text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 // A calculation form's state as text lines.
-#include "desk/form_state.h"
+#include "program/form_state.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // The combinations of load effects; see the header. Clause numbers are those
 // of GB 50009-2012 unless another code is named.
-#include "desk/load_combination.h"
-#include "desk/form_text.h"
+#include "program/load_combination.h"
+#include "program/form_text.h"
 
 #include <algorithm>
 #include <array>

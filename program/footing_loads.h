@@ -1,5 +1,5 @@
 // The loads of the spread footing form: its table of load cases (standard
-// values of each action at the top of the footing, desk/load_cases.h) read
+// values of each action at the top of the footing, program/load_cases.h) read
 // and checked as every foundation program reads them
 // (clsLoadSave::ReadCellToArray_Gk_Nl_Text), then combined
 // (load_combination.h) into the standard combinations that the soil
@@ -20,10 +20,10 @@
 
 #include <vector>
 
-#include "desk/footing_design.h"
-#include "desk/footing_figure.h"
-#include "desk/footing_report.h"
-#include "desk/load_cases.h"
+#include "program/footing_design.h"
+#include "program/footing_figure.h"
+#include "program/footing_report.h"
+#include "program/load_cases.h"
 #include "zelkora/frame/cls_character.h"
 
 namespace zelkora::desk {

@@ -1,12 +1,12 @@
 // The report of the load combination form.
-#include "desk/load_combination_report.h"
+#include "program/load_combination_report.h"
 
-#include "desk/report_writer.h"
+#include "program/report_writer.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "desk/load_combination.h"
+#include "program/load_combination.h"
 #include "zelkora/frame/variant.h"
 
 namespace zelkora::desk {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "desk/load_cases.h"
+#include "program/load_cases.h"
 #include "zelkora/frame/cls_character.h"
 #include "zelkora/platform/text.h"
 
@@ -32,7 +32,7 @@ struct Program {
   std::vector<ItemRule> rules;
   bool calculates;            // the form has a calculation (the beam, the load combinations)
   ReportOf report = nullptr;  // the calculation of a form that calculates
-  // The form holds its loads in a table of load cases (desk/load_cases.h).
+  // The form holds its loads in a table of load cases (program/load_cases.h).
   bool load_cases = false;
 };
 

@@ -14,7 +14,7 @@
 
 #include <vector>
 
-#include "desk/form_work.h"
+#include "program/form_work.h"
 #include "zelkora/platform/text.h"
 
 namespace zelkora::desk {
