@@ -1,0 +1,234 @@
+#include "zelkora/platform/win32gui/win32_rich_text.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+#include <richedit.h>
+
+#include <functional>
+
+#include "zelkora/platform/headless/headless_grid.h"
+#include "zelkora/platform/win32gui/controls_wintest_support.h"
+#include "zelkora/platform/win32gui/win32_controls.h"
+
+namespace zelkora::platform::win32 {
+namespace {
+
+using headless::MemoryRichTextBox;
+
+// A character's format: "B" bold or "-", then the colour the system draws.
+std::string format_code(bool bold, COLORREF colour) {
+  std::string code = bold ? "B" : "-";
+  code += std::to_string(colour);
+  code += ' ';
+  return code;
+}
+
+// The text and the formats of its characters, line breaks left out.
+std::string contents_of(const MemoryRichTextBox& box) {
+  std::string out = u8(box.Text()) + "|";
+  for (std::size_t i = 0; i < box.Text().size(); ++i) {
+    const MemoryRichTextBox::Format f = box.formats()[i];
+    if (box.Text()[i] != u'\r' && box.Text()[i] != u'\n')
+      out += format_code(f.bold, colour_ref(f.colour));
+  }
+  return out;
+}
+
+// The same, as the control keeps them (it moves the selection).
+std::string contents_of(const RichTextBox& box) {
+  std::string out = u8(box.Text()) + "|";
+  const HWND control = box.hwnd();
+  wchar_t text[256] = {};
+  GETTEXTEX get{sizeof text, GT_DEFAULT, 1200, nullptr, nullptr};
+  const auto length = ::SendMessageW(control, EM_GETTEXTEX, reinterpret_cast<WPARAM>(&get),
+                                     reinterpret_cast<LPARAM>(text));
+  for (LONG at = 0; at < length; ++at) {
+    if (text[at] == L'\r') continue;
+    CHARRANGE one{at, at + 1};
+    ::SendMessageW(control, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&one));
+    CHARFORMAT2W f{};
+    f.cbSize = sizeof f;
+    ::SendMessageW(control, EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&f));
+    const bool automatic = (f.dwEffects & CFE_AUTOCOLOR) != 0;
+    out += format_code((f.dwEffects & CFE_BOLD) != 0,
+                       automatic ? ::GetSysColor(COLOR_WINDOWTEXT) : f.crTextColor);
+  }
+  return out;
+}
+
+// Start, length and text of the selection, its colour, the contents.
+template <class Box>
+std::string answers_of(const Box& box) {
+  std::string out;
+  for (const std::string& part :
+       {std::to_string(box.SelStart()), std::to_string(box.SelLength()), u8(box.SelText()),
+        std::to_string(box.SelColor()), contents_of(box)}) {
+    out.append(part).append(" | ");
+  }
+  return out;
+}
+
+constexpr char16_t kCaptionRtf[] = u"{\\rtf1 \\b Caption\\b0 \\par help}";
+
+// The title as the grid writes it: markers in the box's colour, turned
+// into bold switches in the box's own RTF.
+void write_title(platform::RichTextBox& box) {
+  box.Text(u"");
+  box.SelColor(kColourButtonText);
+  box.SelText(u"_bb(纵筋直径 d)bb_\r\nd——纵筋直径。");
+  box.TextRTF(replace_all(replace_all(box.TextRTF(), u"_bb(", u"\\b "), u")bb_", u"\\b0 "));
+  box.SelStart(0);
+}
+
+// The RTF the in-memory box writes: a colour table, "\uN?" characters.
+zelkora::Text memory_rtf() {
+  MemoryRichTextBox box;
+  box.Text(u"荷载 q\r\n均布");
+  box.SelStart(0);
+  box.SelLength(2);
+  box.SelColor(rgb(0, 0, 255));
+  box.SelStart(4);
+  box.SelText(u"kN/m");
+  return box.TextRTF();
+}
+
+TEST(RichTextBox, AnswersAsTheInMemoryBox) {
+  const struct {
+    const char* what;
+    std::function<void(platform::RichTextBox&)> calls;
+  } cases[] = {
+      {"a break counts two units",
+       [](platform::RichTextBox& b) {
+         b.Text(u"纵筋直径 d\r\n说明");
+         b.SelStart(6);
+         b.SelLength(4);
+       }},
+      {"the selection kept within the text",
+       [](platform::RichTextBox& b) {
+         b.Text(u"abc");
+         b.SelStart(1);
+         b.SelLength(5);
+       }},
+      {"a cursor beyond the end",
+       [](platform::RichTextBox& b) {
+         b.Text(u"a\r\nb");
+         b.SelStart(10);
+         b.SelLength(3);
+       }},
+      {"a cursor before the start",
+       [](platform::RichTextBox& b) {
+         b.Text(u"ab");
+         b.SelStart(-3);
+         b.SelLength(-1);
+       }},
+      {"a bold caption from RTF", [](platform::RichTextBox& b) { b.TextRTF(kCaptionRtf); }},
+      {"text put at the end in red, not bold",
+       [](platform::RichTextBox& b) {
+         b.TextRTF(kCaptionRtf);
+         b.SelStart(1000);
+         b.SelColor(rgb(255, 0, 0));
+         b.SelText(u" (kN)\r\n荷载");
+       }},
+      {"the bold caption replaced in gray text",
+       [](platform::RichTextBox& b) {
+         b.TextRTF(kCaptionRtf);
+         b.SelStart(0);
+         b.SelLength(7);
+         b.SelColor(kColourGrayText);
+         b.SelText(u"标题");
+       }},
+      {"a selection coloured in place",
+       [](platform::RichTextBox& b) {
+         b.Text(u"abc");
+         b.SelStart(1);
+         b.SelLength(2);
+         b.SelColor(rgb(0, 0, 255));
+       }},
+      {"plain text after rich text",
+       [](platform::RichTextBox& b) {
+         b.TextRTF(kCaptionRtf);
+         b.Text(u"{\\rtf1 x}");
+       }},
+      {"plain text given as RTF", [](platform::RichTextBox& b) { b.TextRTF(u"钢筋\r\nHRB400"); }},
+      {"RTF with characters beyond ASCII",
+       [](platform::RichTextBox& b) { b.TextRTF(u"{\\rtf1\\uc2 \\b 标题\\b0\\par 说明}"); }},
+      {"the in-memory box's RTF", [](platform::RichTextBox& b) { b.TextRTF(memory_rtf()); }},
+      {"the title as the grid writes it", write_title},
+  };
+  TestWindow window;
+  for (const auto& c : cases) {
+    MemoryRichTextBox memory;
+    RichTextBox native(window.hwnd());
+    c.calls(memory);
+    c.calls(native);
+    EXPECT_EQ(answers_of(native), answers_of(memory)) << c.what;
+    RichTextBox copy(window.hwnd());
+    copy.TextRTF(native.TextRTF());
+    EXPECT_EQ(contents_of(copy), contents_of(memory)) << c.what << ", through TextRTF:\n"
+                                                      << u8(native.TextRTF());
+  }
+}
+
+TEST(RichTextBox, TheGridsTitleIsBoldInTheControl) {
+  TestWindow window;
+  RichTextBox box(window.hwnd());
+  write_title(box);
+  EXPECT_EQ(box.TextRTF().find(u"_bb("), Text::npos);
+  const struct {
+    LONG at;
+    bool bold;
+  } cases[] = {{0, true}, {5, true}, {6, false}, {7, false}, {12, false}};
+  for (const auto& c : cases) {
+    CHARRANGE one{c.at, c.at + 1};
+    ::SendMessageW(box.hwnd(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&one));
+    CHARFORMAT2W format{};
+    format.cbSize = sizeof format;
+    ::SendMessageW(box.hwnd(), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+    EXPECT_EQ((format.dwEffects & CFE_BOLD) != 0, c.bold) << c.at;
+    EXPECT_EQ(format.crTextColor, ::GetSysColor(COLOR_BTNTEXT)) << c.at;
+  }
+}
+
+// The control's size of all its text, in points.
+float points_of(const RichTextBox& box) {
+  ::SendMessageW(box.hwnd(), EM_SETSEL, 0, -1);
+  CHARFORMAT2W format{};
+  format.cbSize = sizeof format;
+  ::SendMessageW(box.hwnd(), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+  return (format.dwMask & CFM_SIZE) ? static_cast<float>(format.yHeight) / 20 : -1;
+}
+
+TEST(RichTextBox, IsAReadOnlyBoxWithItsToolTipSizeAndZoom) {
+  TestWindow window;
+  RichTextBox box(window.hwnd());
+  EXPECT_TRUE(::GetWindowLongW(box.hwnd(), GWL_STYLE) & ES_READONLY);
+  box.ToolTipText(u"d——纵筋直径。");
+  wchar_t shown[80] = {};
+  TOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V2_SIZE;
+  tool.hwnd = window.hwnd();
+  tool.uId = reinterpret_cast<UINT_PTR>(box.hwnd());
+  tool.lpszText = shown;
+  ::SendMessageW(box.tool_tip(), TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&tool));
+  EXPECT_EQ(from_wide(shown, wcslen(shown)), box.ToolTipText());
+
+  const float own = points_of(box);
+  EXPECT_GT(own, 5);
+  box.FontSize(10.5f);
+  box.TextRTF(u"{\\rtf1\\fs40 big}");
+  EXPECT_EQ(points_of(box), 10.5f) << "the box's size, not the text's";
+  box.Text(u"x");
+  EXPECT_EQ(points_of(box), 10.5f);
+  box.FontSize(0);
+  EXPECT_EQ(points_of(box), own);
+
+  ::SendMessageW(box.hwnd(), WM_DPICHANGED, MAKEWPARAM(192, 192), 0);
+  int numerator = 0;
+  int denominator = 0;
+  ::SendMessageW(box.hwnd(), EM_GETZOOM, reinterpret_cast<WPARAM>(&numerator),
+                 reinterpret_cast<LPARAM>(&denominator));
+  EXPECT_EQ(numerator * 96, denominator * 192);
+}
+
+}  // namespace
+}  // namespace zelkora::platform::win32
