@@ -1,0 +1,109 @@
+// The windows of the Windows host.
+#include "win32desk/frame_window.h"
+
+#include "zelkora/platform/win32/windows_api.h"  // before the system's other headers
+
+#include <commctrl.h>
+
+#include "zelkora/platform/win32gui/win32_controls.h"
+#include "zelkora/platform/win32gui/window_base.h"
+
+namespace zelkora::win32desk {
+
+namespace {
+
+constexpr wchar_t kClassName[] = L"ZelkoraDeskWindow";
+
+void register_class() {
+  static const bool registered = [] {
+    WNDCLASSEXW type{};
+    type.cbSize = sizeof(type);
+    type.style = CS_HREDRAW | CS_VREDRAW;
+    type.lpfnWndProc = ::DefWindowProcW;
+    type.hInstance = ::GetModuleHandleW(nullptr);
+    type.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+    type.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    type.hIcon = ::LoadIconW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
+    type.lpszClassName = kClassName;
+    return ::RegisterClassExW(&type) != 0;
+  }();
+  static_cast<void>(registered);
+}
+
+}  // namespace
+
+FrameWindow::~FrameWindow() {
+  if (hwnd_) {
+    ::SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0);
+    ::SetWindowLongPtrW(hwnd_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(::DefWindowProcW));
+    if (::IsWindow(hwnd_)) ::DestroyWindow(hwnd_);
+  }
+  if (accelerators_) ::DestroyAcceleratorTable(accelerators_);
+}
+
+void FrameWindow::create(TextView title, HMENU menu, int width, int height) {
+  platform::win32::init_gui();
+  register_class();
+  const int dpi = platform::win32::dpi_of(nullptr);
+  hwnd_ = ::CreateWindowExW(0, kClassName, platform::win32::to_wide(title).c_str(),
+                            WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                            ::MulDiv(width, dpi, 96), ::MulDiv(height, dpi, 96), nullptr, menu,
+                            ::GetModuleHandleW(nullptr), nullptr);
+  ::SetWindowLongPtrW(hwnd_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  ::SetWindowLongPtrW(hwnd_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&window_proc));
+}
+
+LRESULT FrameWindow::handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  return ::DefWindowProcW(hwnd_, message, wparam, lparam);
+}
+
+LRESULT CALLBACK FrameWindow::window_proc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+  auto* self = reinterpret_cast<FrameWindow*>(::GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+  if (!self) return ::DefWindowProcW(hwnd, message, wparam, lparam);
+  if (message == WM_NCDESTROY) {
+    self->hwnd_ = nullptr;
+    return ::DefWindowProcW(hwnd, message, wparam, lparam);
+  }
+  return self->handle(message, wparam, lparam);
+}
+
+HWND make_child(HWND parent, const wchar_t* window_class, DWORD style, TextView text, int id,
+                DWORD ex_style) {
+  HWND child = ::CreateWindowExW(ex_style, window_class, platform::win32::to_wide(text).c_str(),
+                                 WS_CHILD | WS_VISIBLE | style, 0, 0, 10, 10, parent,
+                                 reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                 ::GetModuleHandleW(nullptr), nullptr);
+  HFONT font = platform::win32::create_message_font(platform::win32::dpi_of(parent));
+  ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  return child;
+}
+
+Text window_text(HWND window) {
+  const int length = ::GetWindowTextLengthW(window);
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  const int got = ::GetWindowTextW(window, text.data(), length + 1);
+  return platform::win32::from_wide(text.data(), static_cast<std::size_t>(got));
+}
+
+void set_window_text(HWND window, TextView text) {
+  ::SetWindowTextW(window, platform::win32::to_wide(text).c_str());
+}
+
+HWND make_status_bar(HWND parent, int parts) {
+  HWND bar = make_child(parent, STATUSCLASSNAMEW, SBARS_SIZEGRIP);
+  ::SendMessageW(bar, SB_SIMPLE, FALSE, 0);
+  int edges[4] = {-1, -1, -1, -1};
+  ::SendMessageW(bar, SB_SETPARTS, parts, reinterpret_cast<LPARAM>(edges));
+  return bar;
+}
+
+void status_text(HWND bar, int part, TextView text) {
+  ::SendMessageW(bar, SB_SETTEXTW, part,
+                 reinterpret_cast<LPARAM>(platform::win32::to_wide(text).c_str()));
+}
+
+int scaled(HWND window, int pixels) {
+  return ::MulDiv(pixels, platform::win32::dpi_of(window), 96);
+}
+
+}  // namespace zelkora::win32desk
