@@ -4,7 +4,8 @@
 # Western system code page (LANG=C.UTF-8) and a Chinese one
 # (LANG=zh_CN.UTF-8); then the tool's examples (`zelkora demo` and
 # scripts/demo.sh) through zelkora.exe, whose output must be byte for byte the
-# output of the Linux build.
+# output of the Linux build; last the desktop program, zelkora-desk.exe,
+# whose script must write the Linux program's files (windows-desk-test.sh).
 #
 #   scripts/windows-test.sh [WINDOWS_BUILD [LINUX_BUILD]]
 set -euo pipefail
@@ -60,4 +61,7 @@ else
   head -40 "$win/tool.diff"
   status=1
 fi
+
+echo "== the desktop program: zelkora-desk.exe under Wine against the Linux zelkora-desk"
+WINE=$WINE "$here/windows-desk-test.sh" "$win" "$linux" || status=1
 exit $status

@@ -67,9 +67,9 @@ constexpr Entry kHelpEntries[] = {
     {CalcForm::kHelp, L"帮助", 0, VK_F1, L"F1"},
 };
 // The toolbar's buttons, in order.
-constexpr int kToolbar[] = {CalcForm::kNew,        CalcForm::kOpen,      CalcForm::kSave,
-                            CalcForm::kSaveAs,     CalcForm::kDefaults,  CalcForm::kCalculate,
-                            CalcForm::kSaveReport, CalcForm::kUndo,      CalcForm::kRedo,
+constexpr int kToolbar[] = {CalcForm::kNew,        CalcForm::kOpen,     CalcForm::kSave,
+                            CalcForm::kSaveAs,     CalcForm::kDefaults, CalcForm::kCalculate,
+                            CalcForm::kSaveReport, CalcForm::kUndo,     CalcForm::kRedo,
                             CalcForm::kExportDocx, CalcForm::kPrint};
 constexpr int kReportCommands[] = {CalcForm::kSaveReport, CalcForm::kExportDocx, CalcForm::kPrint};
 
@@ -86,9 +86,12 @@ void add_entries(HMENU menu, const Entry (&entries)[N], std::vector<ACCEL>& keys
 }
 
 const wchar_t* text_of(int id) {
-  for (const Entry& e : kFileEntries) if (e.id == id) return e.text;
-  for (const Entry& e : kEditEntries) if (e.id == id) return e.text;
-  for (const Entry& e : kCalcEntries) if (e.id == id) return e.text;
+  for (const Entry& e : kFileEntries)
+    if (e.id == id) return e.text;
+  for (const Entry& e : kEditEntries)
+    if (e.id == id) return e.text;
+  for (const Entry& e : kCalcEntries)
+    if (e.id == id) return e.text;
   return L"";
 }
 
@@ -114,8 +117,7 @@ bool is_edit_box(HWND window) {
 
 }  // namespace
 
-CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform,
-                   const desk::Program& program)
+CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const desk::Program& program)
     : program_(program), platform_(std::move(platform)) {
   build_menus();
   create(program.menu_key, menu_, program.calculates ? 1000 : 560, 720);
@@ -127,7 +129,8 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform,
   LOGFONTW bold = platform::win32::message_font(platform::win32::dpi_of(hwnd()));
   bold.lfWeight = FW_BOLD;
   bold.lfHeight = bold.lfHeight * 6 / 5;
-  ::SendMessageW(heading_, WM_SETFONT, reinterpret_cast<WPARAM>(::CreateFontIndirectW(&bold)), TRUE);
+  ::SendMessageW(heading_, WM_SETFONT, reinterpret_cast<WPARAM>(::CreateFontIndirectW(&bold)),
+                 TRUE);
   grid_ = std::make_unique<platform::win32::Win32GridControl>(panel_->hwnd());
   grid_->value_column(grid::kValueCol);
   title_ = std::make_unique<platform::win32::RichTextBox>(panel_->hwnd());
@@ -188,8 +191,8 @@ void CalcForm::build_toolbar() {
   ::SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   ::SendMessageW(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(0, 0));
   for (const int id : kToolbar) {
-    const bool report_only = std::find(std::begin(kReportCommands), std::end(kReportCommands), id) !=
-                             std::end(kReportCommands);
+    const bool report_only = std::find(std::begin(kReportCommands), std::end(kReportCommands),
+                                       id) != std::end(kReportCommands);
     if (report_only && !program_.calculates) continue;
     TBBUTTON button{};
     button.iBitmap = I_IMAGENONE;
@@ -203,12 +206,14 @@ void CalcForm::build_toolbar() {
 }
 
 void CalcForm::build_filter_bar() {
-  filter_ = make_child(hwnd(), L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP, {}, kFilterId,
-                       WS_EX_CLIENTEDGE);
+  filter_ =
+      make_child(hwnd(), L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP, {}, kFilterId, WS_EX_CLIENTEDGE);
   ::SendMessageW(filter_, EM_SETCUEBANNER, TRUE,
                  reinterpret_cast<LPARAM>(L"筛选：名称、说明或数值"));
-  changed_only_ = make_child(hwnd(), L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, u"已修改", kChangedId);
-  refused_only_ = make_child(hwnd(), L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, u"有错误", kRefusedId);
+  changed_only_ =
+      make_child(hwnd(), L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, u"已修改", kChangedId);
+  refused_only_ =
+      make_child(hwnd(), L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, u"有错误", kRefusedId);
 }
 
 // ---- Layout ------------------------------------------------------------------------------
@@ -228,8 +233,8 @@ void CalcForm::layout() {
   ::SendMessageW(status_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
   const int left_width = report_ ? width * 11 / 20 : width;
   if (report_) {
-    ::MoveWindow(report_, left_width + scaled(hwnd(), 4), top, width - left_width - scaled(hwnd(), 4),
-                 bottom - top, TRUE);
+    ::MoveWindow(report_, left_width + scaled(hwnd(), 4), top,
+                 width - left_width - scaled(hwnd(), 4), bottom - top, TRUE);
   }
   const int pad = scaled(hwnd(), 6), row = scaled(hwnd(), 24), box = scaled(hwnd(), 70);
   ::MoveWindow(filter_, pad, top + pad / 2, std::max(0, left_width - 2 * box - 3 * pad), row, TRUE);
@@ -242,7 +247,8 @@ void CalcForm::layout() {
     panel_bottom = bottom - table_height;
     cases_->place({0, panel_bottom, left_width, bottom});
   }
-  ::MoveWindow(panel_->hwnd(), 0, panel_top, left_width, std::max(0, panel_bottom - panel_top), TRUE);
+  ::MoveWindow(panel_->hwnd(), 0, panel_top, left_width, std::max(0, panel_bottom - panel_top),
+               TRUE);
   place_grid();
 }
 
@@ -368,12 +374,18 @@ void CalcForm::command(int id) {
     return FormWork::with_extension(work_->chosen_file(true, filter), extension);
   };
   switch (id) {
-    case kNew: return work_->menu_new();
-    case kOpen: return work_->menu_open();
-    case kSave: return work_->menu_save();
-    case kSaveAs: return work_->menu_save_as();
-    case kDefaults: return work_->load_defaults();
-    case kCalculate: return work_->calculate();
+    case kNew:
+      return work_->menu_new();
+    case kOpen:
+      return work_->menu_open();
+    case kSave:
+      return work_->menu_save();
+    case kSaveAs:
+      return work_->menu_save_as();
+    case kDefaults:
+      return work_->load_defaults();
+    case kCalculate:
+      return work_->calculate();
     case kSaveReport: {
       const Text file = to_file(FormWork::kReportFilter, u"txt");
       if (!file.empty()) save_report(file);
@@ -384,22 +396,42 @@ void CalcForm::command(int id) {
       if (!file.empty()) export_docx(file);
       return;
     }
-    case kPrint: print_report(); return;
-    case kUndo: work_->undo(); return;
-    case kRedo: work_->redo(); return;
-    case kCopy: return copy_rows();
-    case kPaste: return paste_clipboard();
-    case kResetRow: return work_->reset_current();
-    case kSaveMyDefaults: work_->save_my_defaults(); return;
-    case kRestoreMyDefaults: work_->restore_my_defaults(); return;
-    case kNextRefused: work_->next_refused(); return;
+    case kPrint:
+      print_report();
+      return;
+    case kUndo:
+      work_->undo();
+      return;
+    case kRedo:
+      work_->redo();
+      return;
+    case kCopy:
+      return copy_rows();
+    case kPaste:
+      return paste_clipboard();
+    case kResetRow:
+      return work_->reset_current();
+    case kSaveMyDefaults:
+      work_->save_my_defaults();
+      return;
+    case kRestoreMyDefaults:
+      work_->restore_my_defaults();
+      return;
+    case kNextRefused:
+      work_->next_refused();
+      return;
     case kFind:
       ::SetFocus(filter_);
       ::SendMessageW(filter_, EM_SETSEL, 0, -1);
       return;
-    case kHelp: show_help(); return;
-    case kClose: ::PostMessageW(hwnd(), WM_CLOSE, 0, 0); return;
-    default: return;
+    case kHelp:
+      show_help();
+      return;
+    case kClose:
+      ::PostMessageW(hwnd(), WM_CLOSE, 0, 0);
+      return;
+    default:
+      return;
   }
 }
 
@@ -417,8 +449,7 @@ void CalcForm::fill_recent_menu() {
   const std::vector<Text> files = recent_files();
   for (std::size_t i = 0; i < files.size() && i < 10; ++i) {
     const Text shown = replace_all(files[i], u"&", u"&&");  // "&" would mark a shortcut letter
-    const std::wstring entry =
-        L"&" + std::to_wstring((i + 1) % 10) + L" " + to_wide(shown);
+    const std::wstring entry = L"&" + std::to_wstring((i + 1) % 10) + L" " + to_wide(shown);
     ::AppendMenuW(recent_menu_, MF_STRING, kRecent + i, entry.c_str());
   }
   if (files.empty()) ::AppendMenuW(recent_menu_, MF_STRING | MF_GRAYED, 0, L"（无）");

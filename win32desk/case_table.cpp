@@ -116,8 +116,9 @@ void CaseTable::open_editor(int32_t item, int32_t sub) {
       ::SendMessageW(editor_, CB_ADDSTRING, 0,
                      reinterpret_cast<LPARAM>(reinterpret_cast<const wchar_t*>(kind)));
     }
-    const LRESULT at = ::SendMessageW(editor_, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                      reinterpret_cast<LPARAM>(platform::win32::to_wide(text).c_str()));
+    const LRESULT at =
+        ::SendMessageW(editor_, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                       reinterpret_cast<LPARAM>(platform::win32::to_wide(text).c_str()));
     ::SendMessageW(editor_, CB_SETCURSEL, at < 0 ? 0 : at, 0);
     ::MoveWindow(editor_, r.left, r.top, r.right - r.left, scaled(parent_, 160), TRUE);
   } else {

@@ -3,9 +3,9 @@
 
 #include "zelkora/platform/win32/windows_api.h"  // before the system's other headers
 
-#include <algorithm>
 #include <commdlg.h>
 #include <richedit.h>
+#include <algorithm>
 
 #include "win32desk/frame_window.h"
 #include "zelkora/document/read_report.h"
@@ -89,15 +89,17 @@ int print_pane(HWND pane, HWND owner, TextView document_name) {
   int pages = 0;
   if (::StartDocW(dc, &info) > 0) {
     // The page in twips, an inch of margin around the text.
-    const int width = ::MulDiv(::GetDeviceCaps(dc, PHYSICALWIDTH), 1440, ::GetDeviceCaps(dc, LOGPIXELSX));
-    const int height = ::MulDiv(::GetDeviceCaps(dc, PHYSICALHEIGHT), 1440, ::GetDeviceCaps(dc, LOGPIXELSY));
+    const int width =
+        ::MulDiv(::GetDeviceCaps(dc, PHYSICALWIDTH), 1440, ::GetDeviceCaps(dc, LOGPIXELSX));
+    const int height =
+        ::MulDiv(::GetDeviceCaps(dc, PHYSICALHEIGHT), 1440, ::GetDeviceCaps(dc, LOGPIXELSY));
     FORMATRANGE range{};
     range.hdc = range.hdcTarget = dc;
     range.rcPage = {0, 0, width, height};
     range.rc = {1440, 1440, width - 1440, height - 1440};
     const auto length = static_cast<LONG>(::GetWindowTextLengthW(pane));
     LONG at = 0;
-    while (at < length && ::StartPage(dc) > 0) {
+    while (at<length&& ::StartPage(dc)> 0) {
       range.chrg = {at, -1};
       const LONG next = static_cast<LONG>(
           ::SendMessageW(pane, EM_FORMATRANGE, TRUE, reinterpret_cast<LPARAM>(&range)));
@@ -120,17 +122,17 @@ bool write_file(TextView file, const std::string& bytes, Text* why) {
   HANDLE out = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                              FILE_ATTRIBUTE_NORMAL, nullptr);
   DWORD written = 0;
-  const bool ok = out != INVALID_HANDLE_VALUE &&
-                  ::WriteFile(out, bytes.data(), static_cast<DWORD>(bytes.size()), &written,
-                              nullptr) &&
-                  written == bytes.size();
+  const bool ok =
+      out != INVALID_HANDLE_VALUE &&
+      ::WriteFile(out, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+      written == bytes.size();
   const DWORD error = ::GetLastError();
   if (out != INVALID_HANDLE_VALUE) ::CloseHandle(out);
   if (!ok && why) {
     wchar_t* message = nullptr;
-    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
-                         FORMAT_MESSAGE_IGNORE_INSERTS,
-                     nullptr, error, 0, reinterpret_cast<wchar_t*>(&message), 0, nullptr);
+    ::FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, error, 0, reinterpret_cast<wchar_t*>(&message), 0, nullptr);
     *why = message ? trim(platform::win32::from_wide(message, wcslen(message))) : Text(u"?");
     if (message) ::LocalFree(message);
   }

@@ -54,14 +54,22 @@ struct KeyPress {
 
 KeyPress key_of(TextView name) {
   static const std::map<Text, KeyPress> kKeys = {
-      {u"Enter", {VK_RETURN}},         {u"Tab", {VK_TAB}},
-      {u"Shift+Tab", {VK_TAB, false, true}}, {u"Space", {VK_SPACE}},
-      {u"Escape", {VK_ESCAPE}},        {u"Up", {VK_UP}},
-      {u"Down", {VK_DOWN}},            {u"Alt+Down", {VK_DOWN, false, false, true}},
-      {u"F1", {VK_F1}},                {u"F2", {VK_F2}},
-      {u"F4", {VK_F4}},                {u"F8", {VK_F8}},
-      {u"Ctrl+C", {'C', true}},        {u"Ctrl+V", {'V', true}},
-      {u"Ctrl+Z", {'Z', true}},        {u"Ctrl+Y", {'Y', true}},
+      {u"Enter", {VK_RETURN}},
+      {u"Tab", {VK_TAB}},
+      {u"Shift+Tab", {VK_TAB, false, true}},
+      {u"Space", {VK_SPACE}},
+      {u"Escape", {VK_ESCAPE}},
+      {u"Up", {VK_UP}},
+      {u"Down", {VK_DOWN}},
+      {u"Alt+Down", {VK_DOWN, false, false, true}},
+      {u"F1", {VK_F1}},
+      {u"F2", {VK_F2}},
+      {u"F4", {VK_F4}},
+      {u"F8", {VK_F8}},
+      {u"Ctrl+C", {'C', true}},
+      {u"Ctrl+V", {'V', true}},
+      {u"Ctrl+Z", {'Z', true}},
+      {u"Ctrl+Y", {'Y', true}},
       {u"Ctrl+F", {'F', true}},
   };
   const auto it = kKeys.find(Text(name));
@@ -279,10 +287,12 @@ class Steps {
         throw StepError("the cell has no list");
       }
       press_key(line, {VK_F4});  // the list opens, filled as it opens
-      if (!::SendMessageW(editor, CB_GETDROPPEDSTATE, 0, 0)) throw StepError("the list did not open");
+      if (!::SendMessageW(editor, CB_GETDROPPEDSTATE, 0, 0))
+        throw StepError("the list did not open");
       const std::wstring wanted = to_wide(words.after);
-      const auto at = static_cast<int>(::SendMessageW(
-          editor, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(wanted.c_str())));
+      const auto at =
+          static_cast<int>(::SendMessageW(editor, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                          reinterpret_cast<LPARAM>(wanted.c_str())));
       if (at < 0) {
         press_key(line, {VK_ESCAPE});
         throw StepError("the list has no \"" + narrow(words.after) + "\"");
@@ -331,7 +341,9 @@ class Steps {
 
   void toggle(TextView which) {
     CalcForm& f = form();
-    HWND box = which == u"changed" ? f.changed_only() : which == u"refused" ? f.refused_only() : nullptr;
+    HWND box = which == u"changed"   ? f.changed_only()
+               : which == u"refused" ? f.refused_only()
+                                     : nullptr;
     if (!box) throw StepError("toggle takes changed or refused");
     RECT r;
     ::GetClientRect(box, &r);
@@ -368,9 +380,7 @@ class Steps {
     out_(narrow(desk::copied_line(clipboard_text())) + "\n");
   }
 
-  void clip(TextView args) {
-    set_clipboard(desk::lines_of(desk::words_of(args)));
-  }
+  void clip(TextView args) { set_clipboard(desk::lines_of(desk::words_of(args))); }
 
   void paste(TextView args) {
     const desk::FirstWord words = desk::first_word(args);
@@ -401,9 +411,9 @@ class Steps {
       parts.cbSize = sizeof(parts);
       if (::GetComboBoxInfo(editor, &parts)) {
         const std::wstring wanted = to_wide(step.text);
-        const auto at = static_cast<int>(::SendMessageW(editor, CB_FINDSTRINGEXACT,
-                                                        static_cast<WPARAM>(-1),
-                                                        reinterpret_cast<LPARAM>(wanted.c_str())));
+        const auto at =
+            static_cast<int>(::SendMessageW(editor, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                            reinterpret_cast<LPARAM>(wanted.c_str())));
         if (at < 0) throw StepError("the list has no " + narrow(step.text));
         // Down from the first item to the one wanted.
         press_key(editor, {VK_HOME});
@@ -417,10 +427,11 @@ class Steps {
       return;
     }
     if (step.kind != desk::CaseStep::Kind::kAdd) click_at(table, cell_point(step.row, 1));
-    const CaseTable::Button which = step.kind == desk::CaseStep::Kind::kAdd      ? CaseTable::kAdd
-                                    : step.kind == desk::CaseStep::Kind::kDelete ? CaseTable::kDelete
-                                    : step.kind == desk::CaseStep::Kind::kUp     ? CaseTable::kUp
-                                                                                 : CaseTable::kDown;
+    const CaseTable::Button which = step.kind == desk::CaseStep::Kind::kAdd ? CaseTable::kAdd
+                                    : step.kind == desk::CaseStep::Kind::kDelete
+                                        ? CaseTable::kDelete
+                                    : step.kind == desk::CaseStep::Kind::kUp ? CaseTable::kUp
+                                                                             : CaseTable::kDown;
     RECT r;
     ::GetClientRect(cases->button(which), &r);
     click_at(cases->button(which), middle_of(r));
@@ -431,8 +442,8 @@ class Steps {
     CalcForm& f = form();
     HWND bar = f.toolbar();
     RECT r{};
-    const bool there = ::SendMessageW(bar, TB_GETRECT, static_cast<WPARAM>(id),
-                                      reinterpret_cast<LPARAM>(&r)) != 0;
+    const bool there =
+        ::SendMessageW(bar, TB_GETRECT, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(&r)) != 0;
     if (!there || !::SendMessageW(bar, TB_ISBUTTONENABLED, static_cast<WPARAM>(id), 0)) {
       throw StepError("the button is not there or is off");
     }
@@ -505,7 +516,8 @@ class Steps {
   // ---- The boxes met ----
   static LRESULT CALLBACK on_cbt(int code, WPARAM wparam, LPARAM lparam) {
     if (code == HCBT_ACTIVATE && current_) current_->met(reinterpret_cast<HWND>(wparam));
-    if (code == HCBT_DESTROYWND && current_) current_->answered_.erase(reinterpret_cast<HWND>(wparam));
+    if (code == HCBT_DESTROYWND && current_)
+      current_->answered_.erase(reinterpret_cast<HWND>(wparam));
     return ::CallNextHookEx(nullptr, code, wparam, lparam);
   }
 
