@@ -11,8 +11,8 @@
 #include <random>
 #include <tuple>
 
-#include "program/beam_design.h"
 #include "desk/csv_cases.h"
+#include "program/beam_design.h"
 #include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {

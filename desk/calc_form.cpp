@@ -20,12 +20,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "program/beam_design.h"
 #include "desk/case_table.h"
-#include "program/footing_loads.h"
-#include "program/section_figure.h"
 #include "desk/report_print.h"
 #include "desk/report_view.h"
+#include "program/beam_design.h"
+#include "program/footing_loads.h"
+#include "program/section_figure.h"
 #include "zelkora/document/read_report.h"
 #include "zelkora/document/writers.h"
 #include "zelkora/frame/catalogue_ids.h"

@@ -27,10 +27,10 @@
 #include <functional>
 #include <memory>
 
+#include "desk/section_sketch.h"
 #include "program/form_view.h"
 #include "program/form_work.h"
 #include "program/programs.h"
-#include "desk/section_sketch.h"
 #include "zelkora/document/report_document.h"
 #include "zelkora/grid/value_history.h"
 #include "zelkora/platform/qt/qt_controls.h"

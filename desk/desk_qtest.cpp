@@ -23,15 +23,16 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
+#include <sstream>
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
-#include "program/form_state.h"
-#include "desk/headless_script.h"
 #include "desk/main_window.h"
 #include "desk/monkey.h"
 #include "desk/script.h"
 #include "desk/section_sketch.h"
+#include "program/form_state.h"
+#include "program/headless_script.h"
 #include "zelkora/platform/headless/headless.h"
 #include "zelkora/platform/headless/memory_settings.h"
 #include "zelkora/platform/headless/recording_events.h"
@@ -1323,7 +1324,7 @@ class DeskTest : public QObject {
     platform::headless::RecordingEvents qt_log(form->work().events());
     form->work().record_events(&qt_log);
     QString qt_out, headless_out;
-    QTextStream headless_stream(&headless_out);
+    std::ostringstream headless_stream;
     HeadlessScriptRunner headless(*program_of(program), headless_stream);
     platform::headless::RecordingEvents headless_log(headless.form()->work().events());
     headless.form()->work().record_events(&headless_log);
@@ -1348,10 +1349,12 @@ class DeskTest : public QObject {
           qt_out += QStringLiteral("cannot: ") + err.section(QStringLiteral("\": "), 1).trimmed();
         }
         try {
-          for (const QString& line : step) headless.run(line);
+          for (const QString& line : step) headless.run(to_text(line));
         } catch (const std::exception& e) {
-          headless_out += QStringLiteral("cannot: ") + QString::fromUtf8(e.what());
+          headless_stream << "cannot: " << e.what();
         }
+        headless_out = QString::fromStdString(headless_stream.str());
+        headless_stream.str({});
       }
       const QStringList qt = seen(qt_out, form ? &qt_log : nullptr, form ? &form->work() : nullptr);
       const QStringList hl = seen(headless_out, headless.form() ? &headless_log : nullptr,

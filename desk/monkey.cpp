@@ -21,15 +21,16 @@
 #include <mutex>
 #include <optional>
 #include <random>
+#include <sstream>
 #include <thread>
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
-#include "program/form_model.h"
-#include "program/form_state.h"
-#include "desk/headless_script.h"
 #include "desk/main_window.h"
 #include "desk/script.h"
+#include "program/form_model.h"
+#include "program/form_state.h"
+#include "program/headless_script.h"
 #include "zelkora/datafile/foundation_data.h"
 #include "zelkora/grid/form_session.h"
 #include "zelkora/grid/layout.h"
@@ -235,8 +236,7 @@ class Session {
   // The same steps on the headless form, compared with the desktop one step
   // by step while it can take them (until the form closes, or a step only
   // the desktop script has).
-  QString twin_printed_;
-  QTextStream twin_out_{&twin_printed_};
+  std::ostringstream twin_out_;
   std::unique_ptr<HeadlessScriptRunner> twin_;
   std::unique_ptr<platform::headless::RecordingEvents> twin_log_;
   int64_t compared_ = 0;
@@ -591,9 +591,9 @@ void Session::start_twin(CalcForm& form) {
   twin_ = std::make_unique<HeadlessScriptRunner>(
       form.program(), twin_out_,
       std::make_shared<platform::Platform>(*platform::Platform::environment_default()));
-  twin_->set_clipboard(QApplication::clipboard()->text());
+  twin_->set_clipboard(to_text(QApplication::clipboard()->text()));
   // An answer given before the form came up is the next box's on both.
-  if (!pending_answer_.isEmpty()) twin_->run(QStringLiteral("answer ") + pending_answer_);
+  if (!pending_answer_.isEmpty()) twin_->run(to_text(QStringLiteral("answer ") + pending_answer_));
   twin_log_ = std::make_unique<platform::headless::RecordingEvents>(twin_->form()->work().events());
   twin_->form()->work().record_events(twin_log_.get());
   recorder_->log().clear();
@@ -603,10 +603,10 @@ void Session::start_twin(CalcForm& form) {
 // events and show the same state.
 std::optional<Finding> Session::step_twin(const QString& line, bool ran) {
   if (!twin_ || !twin_->form()) return std::nullopt;
-  twin_printed_.clear();
+  twin_out_.str({});
   bool twin_ran = true;
   try {
-    twin_->run(line);
+    twin_->run(to_text(line));
   } catch (const std::exception& e) {
     twin_ran = false;
     // A step of the desktop script alone (a step or key the headless runner
@@ -632,8 +632,8 @@ std::optional<Finding> Session::step_twin(const QString& line, bool ran) {
     return lines;
   };
   const QStringList desktop = seen(printed_, recorder_->log(), form_->work(), ran);
-  const QStringList headless =
-      seen(twin_printed_, twin_log_->lines, twin_->form()->work(), twin_ran);
+  const QStringList headless = seen(QString::fromStdString(twin_out_.str()), twin_log_->lines,
+                                    twin_->form()->work(), twin_ran);
   ++compared_;
   int at = 0;
   while (at < std::max(desktop.size(), headless.size()) && desktop.value(at) == headless.value(at))

@@ -12,10 +12,10 @@
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
-#include "program/footing_figure.h"
 #include "desk/report_print.h"
 #include "desk/report_view.h"
 #include "desk/script.h"
+#include "program/footing_figure.h"
 #include "program/section_figure.h"
 #include "zelkora/platform/qt/qt_controls.h"
 

@@ -192,7 +192,8 @@ class ScriptRunner::Steps {
   ~Steps() { app_.messages().on_show = nullptr; }
 
   void run(const QString& line) {
-    const auto [verb, rest] = parse_step(line);
+    const ScriptStep step = parse_step(to_text(line));
+    const QString verb = to_qstring(step.verb), rest = to_qstring(step.rest);
     if (verb == QLatin1String("menu")) return menu(rest);
     if (verb == QLatin1String("edit")) return edit(rest, false);
     if (verb == QLatin1String("pick")) return edit(rest, true);
@@ -220,7 +221,7 @@ class ScriptRunner::Steps {
     if (verb == QLatin1String("reset")) return reset_row();
     if (verb == QLatin1String("mine")) return my_defaults(rest);
     if (verb == QLatin1String("clip")) return clip(rest);
-    if (verb == QLatin1String("case")) return load_case(parse_case_step(rest));
+    if (verb == QLatin1String("case")) return load_case(parse_case_step(step.rest));
     throw StepError("unknown step \"" + verb.toStdString() +
                     "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
                     "shot, undo, redo, filter, toggle, copy, clip, paste, reset, mine, new, close, "
@@ -230,7 +231,7 @@ class ScriptRunner::Steps {
  private:
   // Prints the box and clicks its button once its modal loop runs.
   void answer(QMessageBox& box) {
-    out_ << message_line(to_text(box.windowTitle()), to_text(box.text())) << "\n";
+    out_ << to_qstring(message_line(to_text(box.windowTitle()), to_text(box.text()))) << "\n";
     out_.flush();
     QMessageBox::StandardButton wanted = answer_;
     answer_ = QMessageBox::NoButton;
@@ -269,7 +270,7 @@ class ScriptRunner::Steps {
   }
 
   int32_t row_of_item(CalcForm& form, const QString& item) {
-    return zelkora::desk::row_of_item(form.cell(), form.grid(), item);
+    return zelkora::desk::row_of_item(form.cell(), form.grid(), to_text(item));
   }
 
   void edit(const QString& args, bool pick) {
@@ -402,7 +403,7 @@ class ScriptRunner::Steps {
   void copy() {
     QApplication::clipboard()->clear();
     chord(Qt::Key_C);
-    out_ << copied_line(QApplication::clipboard()->text()) << "\n";
+    out_ << to_qstring(copied_line(to_text(QApplication::clipboard()->text()))) << "\n";
     out_.flush();
   }
 
@@ -468,15 +469,15 @@ class ScriptRunner::Steps {
         }
         if (!editor) throw StepError("the cell opened no editor");
         if (auto* box = qobject_cast<QComboBox*>(editor)) {
-          const int index = box->findText(step.text);
-          if (index < 0) throw StepError("the list has no " + step.text.toStdString());
+          const int index = box->findText(to_qstring(step.text));
+          if (index < 0) throw StepError("the list has no " + to_utf8(step.text));
           // Down from the first item to the one wanted.
           QTest::keyClick(box, Qt::Key_Home);
           for (int i = 0; i < index; ++i) QTest::keyClick(box, Qt::Key_Down);
         } else {
           QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-          if (step.text.isEmpty()) QTest::keyClick(editor, Qt::Key_Delete);
-          type_text(editor, step.text);
+          if (step.text.empty()) QTest::keyClick(editor, Qt::Key_Delete);
+          type_text(editor, to_qstring(step.text));
         }
         QTest::keyClick(editor, Qt::Key_Return);
         settle();

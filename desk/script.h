@@ -53,7 +53,7 @@
 #include <QTextStream>
 #include <memory>
 
-#include "desk/script_steps.h"
+#include "program/script_steps.h"
 
 namespace zelkora::desk {
 

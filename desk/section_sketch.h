@@ -17,8 +17,8 @@
 #include <QPalette>
 #include <QWidget>
 
-#include "program/beam_design.h"
 #include "desk/figure_painter.h"
+#include "program/beam_design.h"
 
 class QPainter;
 

@@ -10,11 +10,8 @@ namespace zelkora::desk {
 
 namespace {
 
-#ifdef _WIN32
-constexpr bool kWindows = true;
-#else
-constexpr bool kWindows = false;
-#endif
+// Windows, where paths part at "\\" (and "/").
+constexpr bool kWindows = std::filesystem::path::preferred_separator != '/';
 
 // Where the name starts: after the last separator (or drive).
 std::size_t name_start(TextView file) {
@@ -42,7 +39,8 @@ TextView complete_base_name(TextView file) {
 
 Text native_absolute_path(TextView file) {
   std::error_code error;
-  const std::filesystem::path path = std::filesystem::absolute(platform::path_from_text(file), error);
+  const std::filesystem::path path =
+      std::filesystem::absolute(platform::path_from_text(file), error);
   std::filesystem::path clean = path.lexically_normal();
   // A name that ends in "." or ".." names a folder without a separator after it.
   if (!clean.has_filename() && clean != clean.root_path() && name_start(file) != file.size()) {

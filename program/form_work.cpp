@@ -260,8 +260,7 @@ bool FormWork::save_file(TextView file) {
   if (!view_.leave_cell()) return false;
   if (!cases_can_be_saved()) return false;
   if (!session_->cell().bLoadOrSaveData(u"Save", file, Text(program_.layout), {}, add_data_)) {
-    errors_.GenMsgErrorW(error_id::kDataFileNotSaved,
-                         Text(file_name(file)), {}, {}, {}, false);
+    errors_.GenMsgErrorW(error_id::kDataFileNotSaved, Text(file_name(file)), {}, {}, {}, false);
     return false;
   }
   file_ = Text(file);

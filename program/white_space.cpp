@@ -8,8 +8,8 @@ namespace zelkora::desk {
 bool is_white_space(char16_t c) {
   if (c == u' ' || (c >= u'\t' && c <= u'\r') || c == u'\x85' || c == u'\xA0') return true;
   if (c < u'\x1680') return false;
-  return c == u'\x1680' || (c >= u'\x2000' && c <= u'\x200A') || c == u'\x2028' ||
-         c == u'\x2029' || c == u'\x202F' || c == u'\x205F' || c == u'\x3000';
+  return c == u'\x1680' || (c >= u'\x2000' && c <= u'\x200A') || c == u'\x2028' || c == u'\x2029' ||
+         c == u'\x202F' || c == u'\x205F' || c == u'\x3000';
 }
 
 TextView trimmed(TextView text) {

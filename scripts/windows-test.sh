@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Runs the Windows build under Wine: the test suites zelkora_tests.exe and
-# zelkora_win32gui_tests.exe (the native controls) with a
-# Western system code page (LANG=C.UTF-8) and a Chinese one
-# (LANG=zh_CN.UTF-8); then the tool's examples (`zelkora demo` and
-# scripts/demo.sh) through zelkora.exe, whose output must be byte for byte the
-# output of the Linux build; last the desktop program, zelkora-desk.exe,
-# whose script must write the Linux program's files (windows-desk-test.sh).
+# Runs the Windows build under Wine: the test suites zelkora_tests.exe,
+# zelkora_program_tests.exe (the programs' layer) and
+# zelkora_win32gui_tests.exe (the native controls) with a Western system code
+# page (LANG=C.UTF-8) and a Chinese one (LANG=zh_CN.UTF-8); then the tool's
+# examples (`zelkora demo` and scripts/demo.sh) through zelkora.exe, whose
+# output must be byte for byte the output of the Linux build; last the
+# desktop program, zelkora-desk.exe, whose script must write the Linux
+# program's files (windows-desk-test.sh).
 #
 #   scripts/windows-test.sh [WINDOWS_BUILD [LINUX_BUILD]]
 set -euo pipefail
@@ -31,12 +32,14 @@ trap '"$WINESERVER" -k 2>/dev/null || true' EXIT
 status=0
 for run in C.UTF-8:1252 zh_CN.UTF-8:936; do
   lang=${run%%:*} code_page=${run##*:}
-  echo "== zelkora_tests.exe under Wine, LANG=$lang (code page $code_page)"
-  if ! LANG=$lang ZELKORA_TEST_CODE_PAGE=$code_page ZELKORA_TEST_BOXES=shown \
-    "$WINE" "$win/zelkora_tests.exe" --gtest_brief=1; then
-    echo "windows-test: the tests failed with LANG=$lang"
-    status=1
-  fi
+  for suite in zelkora_tests zelkora_program_tests; do
+    echo "== $suite.exe under Wine, LANG=$lang (code page $code_page)"
+    if ! LANG=$lang ZELKORA_TEST_CODE_PAGE=$code_page ZELKORA_TEST_BOXES=shown \
+      "$WINE" "$win/$suite.exe" --gtest_brief=1; then
+      echo "windows-test: $suite failed with LANG=$lang"
+      status=1
+    fi
+  done
   echo "== zelkora_win32gui_tests.exe (the native controls) under Wine, LANG=$lang"
   if ! LANG=$lang "$WINE" "$win/zelkora_win32gui_tests.exe" --gtest_brief=1; then
     echo "windows-test: the native controls' tests failed with LANG=$lang"

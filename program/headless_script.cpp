@@ -1,26 +1,41 @@
 // The desktop program's scripts on a headless form.
-#include "desk/headless_script.h"
+#include "program/headless_script.h"
 
-#include <QStringList>
 #include <algorithm>
+#include <array>
 #include <functional>
+#include <utility>
 
+#include "program/white_space.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/platform/headless/headless.h"
-#include "zelkora/platform/qt/qt_controls.h"
 
 namespace zelkora::desk {
 
 namespace {
 
 using platform::headless::HeadlessUser;
-using platform::qt::to_qstring;
-using platform::qt::to_text;
 
 // The keys Ctrl+Z and Ctrl+Y go to the grid as when the form has nothing
 // to undo or redo.
 constexpr int16_t kKeyZ = 'Z';
 constexpr int16_t kKeyY = 'Y';
+
+bool one_of(TextView word, std::initializer_list<TextView> words) {
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+// The ROW COL of a click: the first two words (parted by one space each).
+std::optional<std::pair<int, int>> cell_of(TextView args) {
+  const FirstWord row = first_word(args);
+  const std::optional<int> r = to_int(row.word), c = to_int(first_word(row.after).word);
+  if (!r || !c) return std::nullopt;
+  return std::pair{*r, *c};
+}
+
+Text cell_args(int32_t row, int32_t col) {
+  return from_utf8(std::to_string(row) + " " + std::to_string(col));
+}
 
 }  // namespace
 
@@ -29,7 +44,7 @@ class HeadlessScriptRunner::Boxes : public platform::headless::RecordingMessageB
  public:
   enum class Reply { kNone, kYes, kNo, kCancel };
 
-  explicit Boxes(QTextStream& out) : out_(out) {}
+  explicit Boxes(std::ostream& out) : out_(out) {}
 
   void warning(TextView text, TextView title) override {
     RecordingMessageBox::warning(text, title);
@@ -59,17 +74,16 @@ class HeadlessScriptRunner::Boxes : public platform::headless::RecordingMessageB
  private:
   Reply met(TextView text, TextView title) {
     if (on_box) on_box();
-    out_ << message_line(title, text) << "\n";
-    out_.flush();
+    out_ << to_utf8(message_line(title, text)) << "\n" << std::flush;
     const Reply given = reply;
     reply = Reply::kNone;
     return given;
   }
 
-  QTextStream& out_;
+  std::ostream& out_;
 };
 
-HeadlessScriptRunner::HeadlessScriptRunner(const Program& program, QTextStream& out,
+HeadlessScriptRunner::HeadlessScriptRunner(const Program& program, std::ostream& out,
                                            std::shared_ptr<platform::Platform> platform)
     : out_(out), platform_(std::move(platform)), boxes_(std::make_shared<Boxes>(out)) {
   platform_->messages = boxes_;
@@ -84,49 +98,50 @@ HeadlessScriptRunner::HeadlessScriptRunner(const Program& program, QTextStream& 
 
 HeadlessScriptRunner::~HeadlessScriptRunner() = default;
 
-void HeadlessScriptRunner::run(const QString& line) {
+void HeadlessScriptRunner::run(TextView line) {
   const std::size_t opened = form_ ? form_->user().editors_opened() : 0;
   run_step(line);
   // An editor opened by the step has the focus, wherever it was.
   if (form_ && form_->user().editors_opened() != opened) focus_ = Focus::kGrid;
 }
 
-void HeadlessScriptRunner::run_step(const QString& line) {
+void HeadlessScriptRunner::run_step(TextView line) {
   const auto [verb, rest] = parse_step(line);
-  if (verb == QLatin1String("edit")) return edit(rest, false);
-  if (verb == QLatin1String("pick")) return edit(rest, true);
-  if (verb == QLatin1String("click")) return click(rest);
-  if (verb == QLatin1String("key")) return key(rest);
+  if (verb == u"edit") return edit(rest, false);
+  if (verb == u"pick") return edit(rest, true);
+  if (verb == u"click") return click(rest);
+  if (verb == u"key") return key(rest);
   // The tool buttons, the menu or the window's close button are clicked: a
   // click closes an open list first.
-  static const QStringList kButtons = {"defaults", "calculate", "save", "open",
-                                       "new",      "reset",     "mine", "close"};
-  if (kButtons.contains(verb)) open_form().user().click_outside();
-  if (verb == QLatin1String("defaults")) {
-    if (rest != QLatin1String("yes") && rest != QLatin1String("cancel")) {
+  if (one_of(verb,
+             {u"defaults", u"calculate", u"save", u"open", u"new", u"reset", u"mine", u"close"})) {
+    open_form().user().click_outside();
+  }
+  if (verb == u"defaults") {
+    if (rest != u"yes" && rest != u"cancel") {
       throw StepError("defaults takes yes or cancel");
     }
-    boxes_->reply = rest == QLatin1String("yes") ? Boxes::Reply::kYes : Boxes::Reply::kCancel;
+    boxes_->reply = rest == u"yes" ? Boxes::Reply::kYes : Boxes::Reply::kCancel;
     return open_form().work().load_defaults();
   }
-  if (verb == QLatin1String("mine")) {
-    if (rest == QLatin1String("save")) return void(open_form().work().save_my_defaults());
-    if (rest == QLatin1String("restore")) return void(open_form().work().restore_my_defaults());
+  if (verb == u"mine") {
+    if (rest == u"save") return void(open_form().work().save_my_defaults());
+    if (rest == u"restore") return void(open_form().work().restore_my_defaults());
     throw StepError("mine takes save or restore");
   }
-  if (verb == QLatin1String("calculate")) return open_form().work().calculate();
-  if (verb == QLatin1String("save")) {
+  if (verb == u"calculate") return open_form().work().calculate();
+  if (verb == u"save") {
     preset(rest, true);
     return open_form().work().menu_save_as();
   }
-  if (verb == QLatin1String("open")) {
+  if (verb == u"open") {
     preset(rest, false);
     return open_form().work().menu_open();
   }
-  if (verb == QLatin1String("undo") || verb == QLatin1String("redo")) {
+  if (verb == u"undo" || verb == u"redo") {
     HeadlessDeskForm& form = open_form();
     if (form.user().list_open()) return;  // the open list has the keys
-    const bool back = verb == QLatin1String("undo");
+    const bool back = verb == u"undo";
     // The filter box undoes and redoes its own typing.
     if (focus_ == Focus::kFilter) return step_filter(back);
     // With nothing to undo (redo) the keys reach the grid, if it has the focus.
@@ -137,27 +152,26 @@ void HeadlessScriptRunner::run_step(const QString& line) {
     back ? form.work().undo() : form.work().redo();
     return;
   }
-  if (verb == QLatin1String("filter")) return filter(rest);
-  if (verb == QLatin1String("copy")) return copy();
-  if (verb == QLatin1String("paste")) return paste(rest);
-  if (verb == QLatin1String("new")) return open_form().work().menu_new();
-  if (verb == QLatin1String("close")) return close_form();
-  if (verb == QLatin1String("answer")) return answer_next(rest);
-  if (verb == QLatin1String("type")) return type(line.mid(5));
-  if (verb == QLatin1String("clip")) {
-    const QStringList values = rest.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    clipboard_ = values.isEmpty() ? QString() : values.join(QLatin1Char('\n')) + QLatin1Char('\n');
+  if (verb == u"filter") return filter(rest);
+  if (verb == u"copy") return copy();
+  if (verb == u"paste") return paste(rest);
+  if (verb == u"new") return open_form().work().menu_new();
+  if (verb == u"close") return close_form();
+  if (verb == u"answer") return answer_next(rest);
+  if (verb == u"type") return type(line.substr(std::min<std::size_t>(5, line.size())));
+  if (verb == u"clip") {
+    clipboard_ = lines_of(words_of(rest));
     return;
   }
-  if (verb == QLatin1String("reset")) return open_form().work().reset_current();
-  if (verb == QLatin1String("case")) return load_case(parse_case_step(rest));
-  if (verb == QLatin1String("toggle")) {
-    if (rest != QLatin1String("changed") && rest != QLatin1String("refused")) {
+  if (verb == u"reset") return open_form().work().reset_current();
+  if (verb == u"case") return load_case(parse_case_step(rest));
+  if (verb == u"toggle") {
+    if (rest != u"changed" && rest != u"refused") {
       throw StepError("toggle takes changed or refused");
     }
     FormWork& work = open_form().work();
     grid::RowFilter filter = work.filter();
-    bool& toggle = rest == QLatin1String("changed") ? filter.changed : filter.refused;
+    bool& toggle = rest == u"changed" ? filter.changed : filter.refused;
     toggle = !toggle;
     // The box clicked takes the focus from the grid (its cell left first).
     HeadlessDeskForm& form = open_form();
@@ -167,7 +181,7 @@ void HeadlessScriptRunner::run_step(const QString& line) {
     if (!form.user().editing()) focus_ = Focus::kElsewhere;
     return;
   }
-  throw StepError("unknown step \"" + verb.toStdString() +
+  throw StepError("unknown step \"" + to_utf8(verb) +
                   "\" (edit, pick, click, key, type, clip, defaults, calculate, save, open, "
                   "undo, redo, filter, toggle, copy, paste, reset, mine, new, close, answer)");
 }
@@ -177,14 +191,13 @@ HeadlessDeskForm& HeadlessScriptRunner::open_form() {
   return *form_;
 }
 
-void HeadlessScriptRunner::preset(const QString& file, bool saving) {
-  if (file.isEmpty()) throw StepError("a file is needed");
-  open_form().work().preset_file(to_text(file), saving);
+void HeadlessScriptRunner::preset(TextView file, bool saving) {
+  if (file.empty()) throw StepError("a file is needed");
+  open_form().work().preset_file(Text(file), saving);
 }
 
-void HeadlessScriptRunner::edit(const QString& args, bool pick) {
-  const QString item = args.section(QLatin1Char(' '), 0, 0);
-  const QString text = args.section(QLatin1Char(' '), 1);
+void HeadlessScriptRunner::edit(TextView args, bool pick) {
+  const auto [item, text] = first_word(args);
   HeadlessDeskForm& form = open_form();
   platform::GridControl& grid = form.controls().grid;
   HeadlessUser& user = form.user();
@@ -192,7 +205,7 @@ void HeadlessScriptRunner::edit(const QString& args, bool pick) {
   // An editor the form kept open on the cell (after a refused value) is
   // typed into as it is; otherwise the cell is clicked and F2 opens one.
   if (!(user.editing() && grid.ActiveCell() == platform::CellRef{row, grid::kValueCol})) {
-    click(QStringLiteral("%1 %2").arg(row).arg(grid::kValueCol));
+    click(cell_args(row, grid::kValueCol));
     user.key(HeadlessUser::kF2);
   }
   // An open list has the keys (the desktop's grabs them), and an editor
@@ -209,22 +222,21 @@ void HeadlessScriptRunner::edit(const QString& args, bool pick) {
     }
     user.key(HeadlessUser::kF4);  // the list opens, filled as it opens
     const std::vector<Text> items = grid.ComboList(at.row, at.col);
-    if (std::find(items.begin(), items.end(), to_text(text)) == items.end()) {
+    if (std::find(items.begin(), items.end(), text) == items.end()) {
       user.key(HeadlessUser::kEscape);  // the list closes again
-      throw StepError("the list has no \"" + text.toStdString() + "\"");
+      throw StepError("the list has no \"" + to_utf8(text) + "\"");
     }
-    user.pick(to_text(text));
+    user.pick(text);
   } else {
-    user.type(to_text(text));
+    user.type(text);
   }
   user.key(HeadlessUser::kEnter);
 }
 
-void HeadlessScriptRunner::click(const QString& args) {
-  bool row_ok = false, col_ok = false;
-  const int row = args.section(QLatin1Char(' '), 0, 0).toInt(&row_ok);
-  const int col = args.section(QLatin1Char(' '), 1, 1).toInt(&col_ok);
-  if (!row_ok || !col_ok) throw StepError("click takes ROW COL");
+void HeadlessScriptRunner::click(TextView args) {
+  const std::optional<std::pair<int, int>> cell = cell_of(args);
+  if (!cell) throw StepError("click takes ROW COL");
+  const auto [row, col] = *cell;
   HeadlessDeskForm& form = open_form();
   const platform::headless::MemoryGrid& grid = form.controls().grid;
   if (row < 0 || col < 0) {
@@ -241,56 +253,68 @@ void HeadlessScriptRunner::click(const QString& args) {
   }
 }
 
-void HeadlessScriptRunner::key(const QString& name) {
-  static const QMap<QString, HeadlessUser::Key> kKeys = {
-      {QStringLiteral("Enter"), HeadlessUser::kEnter},
-      {QStringLiteral("Tab"), HeadlessUser::kTab},
-      {QStringLiteral("Shift+Tab"), HeadlessUser::kBackTab},
-      {QStringLiteral("Space"), HeadlessUser::kSpace},
-      {QStringLiteral("Escape"), HeadlessUser::kEscape},
-      {QStringLiteral("Up"), HeadlessUser::kUp},
-      {QStringLiteral("Down"), HeadlessUser::kDown},
-      {QStringLiteral("Alt+Down"), HeadlessUser::kAltDown},
-      {QStringLiteral("F2"), HeadlessUser::kF2},
-      {QStringLiteral("F4"), HeadlessUser::kF4},
-  };
+namespace {
+
+// The keys a script names that go to the grid (or an open list).
+std::optional<HeadlessUser::Key> grid_key(TextView name) {
+  static constexpr std::array<std::pair<TextView, HeadlessUser::Key>, 10> kKeys = {{
+      {u"Enter", HeadlessUser::kEnter},
+      {u"Tab", HeadlessUser::kTab},
+      {u"Shift+Tab", HeadlessUser::kBackTab},
+      {u"Space", HeadlessUser::kSpace},
+      {u"Escape", HeadlessUser::kEscape},
+      {u"Up", HeadlessUser::kUp},
+      {u"Down", HeadlessUser::kDown},
+      {u"Alt+Down", HeadlessUser::kAltDown},
+      {u"F2", HeadlessUser::kF2},
+      {u"F4", HeadlessUser::kF4},
+  }};
+  for (const auto& [key_name, key] : kKeys) {
+    if (key_name == name) return key;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+void HeadlessScriptRunner::key(TextView name) {
+  const std::optional<HeadlessUser::Key> it = grid_key(name);
   HeadlessDeskForm& form = open_form();
   // An open list has the keys, the window's too (the desktop's grabs them).
   if (form.user().list_open()) {
-    if (const auto it = kKeys.find(name); it != kKeys.end()) form.user().key(*it);
+    if (it) form.user().key(*it);
     return;
   }
-  if (name == QLatin1String("F8")) {  // the window's key, wherever the focus is
+  if (name == u"F8") {  // the window's key, wherever the focus is
     if (form.work().next_refused()) focus_ = Focus::kGrid;
     return;
   }
   // The window's keys.
-  if (name == QLatin1String("Ctrl+Z")) return run(QStringLiteral("undo"));
-  if (name == QLatin1String("Ctrl+Y")) return run(QStringLiteral("redo"));
-  if (name == QLatin1String("Ctrl+F")) {
+  if (name == u"Ctrl+Z") return run(u"undo");
+  if (name == u"Ctrl+Y") return run(u"redo");
+  if (name == u"Ctrl+F") {
     // The filter box takes the focus from the grid (its cell left first).
     if (focus_ == Focus::kGrid && !form.user().focus_away()) return;
     focus_ = Focus::kFilter;
     filter_selected_ = true;
     return;
   }
-  if (name == QLatin1String("Ctrl+C")) {
-    if (std::optional<QString> copied = copied_text()) clipboard_ = *copied;
+  if (name == u"Ctrl+C") {
+    if (std::optional<Text> copied = copied_text()) clipboard_ = std::move(*copied);
     return;
   }
-  if (name == QLatin1String("Ctrl+V")) return paste_clipboard();
+  if (name == u"Ctrl+V") return paste_clipboard();
   // Keys on another control of the window (a toggle) are not the grid's.
   if (focus_ == Focus::kElsewhere) {
-    throw StepError("unknown: the key \"" + name.toStdString() + "\" outside the grid");
+    throw StepError("unknown: the key \"" + to_utf8(name) + "\" outside the grid");
   }
-  const auto it = kKeys.find(name);
-  if (it == kKeys.end()) {
-    throw StepError("unknown key \"" + name.toStdString() +
+  if (!it) {
+    throw StepError("unknown key \"" + to_utf8(name) +
                     "\" (Enter, Tab, Shift+Tab, Space, Escape, Up, Down, Alt+Down, F2, F4, F8)");
   }
   if (focus_ == Focus::kFilter) {
     // The filter box takes a blank; Tab would go on to its toggles.
-    if (*it == HeadlessUser::kSpace) return type(QStringLiteral(" "));
+    if (*it == HeadlessUser::kSpace) return type(u" ");
     if (*it == HeadlessUser::kTab || *it == HeadlessUser::kBackTab) {
       throw StepError("unknown: Tab from the filter box goes on to its toggles");
     }
@@ -299,12 +323,12 @@ void HeadlessScriptRunner::key(const QString& name) {
   form.user().key(*it);
 }
 
-void HeadlessScriptRunner::filter(const QString& text) {
+void HeadlessScriptRunner::filter(TextView text) {
   HeadlessDeskForm& form = open_form();
   // The click into the box takes the focus from the grid (the text is typed
   // into the box all the same).
   if (focus_ != Focus::kGrid || form.user().focus_away()) focus_ = Focus::kFilter;
-  type_filter(to_text(text), true);
+  type_filter(Text(text), true);
   filter_selected_ = false;  // the caret after the text typed
   // The editor a refusal kept, gone with its row: the focus is the box's.
   if (!form.user().editing()) focus_ = Focus::kFilter;
@@ -338,40 +362,39 @@ void HeadlessScriptRunner::step_filter(bool back) {
   work.set_filter(std::move(filter));
 }
 
-std::optional<QString> HeadlessScriptRunner::copied_text() {
+std::optional<Text> HeadlessScriptRunner::copied_text() {
   HeadlessDeskForm& form = open_form();
   if (form.user().list_open()) return std::nullopt;  // the open list has the keys
   // A text box with nothing selected copies nothing: the clipboard keeps
   // what it had. The filter box has the text Ctrl+F selected in it.
   if (focus_ == Focus::kFilter) {
     if (!filter_selected_) return std::nullopt;
-    return to_qstring(form.work().filter().text);
+    return form.work().filter().text;
   }
   // An open editor copies its own selection.
   if (focus_ == Focus::kGrid && form.user().editor_focused()) {
     if (!form.user().selected()) return std::nullopt;
     const platform::CellRef at = form.controls().grid.ActiveCell();
-    return to_qstring(form.controls().grid.Text(at.row, at.col));
+    return form.controls().grid.Text(at.row, at.col);
   }
   // The grid, or a toggle box, which has no copy of its own: the rows.
-  return to_qstring(form.work().copied_rows());
+  return form.work().copied_rows();
 }
 
 void HeadlessScriptRunner::copy() {
   // The step empties the clipboard before the key, as the desktop's does.
-  clipboard_ = copied_text().value_or(QString());
-  out_ << copied_line(clipboard_) << "\n";
-  out_.flush();
+  clipboard_ = copied_text().value_or(Text());
+  out_ << to_utf8(copied_line(clipboard_)) << "\n" << std::flush;
 }
 
-void HeadlessScriptRunner::type(const QString& text) {
+void HeadlessScriptRunner::type(TextView text) {
   HeadlessDeskForm& form = open_form();
-  if (text.isEmpty()) return;  // no key pressed
+  if (text.empty()) return;  // no key pressed
   if (focus_ == Focus::kFilter) {
-    type_filter(to_text(text), filter_selected_);
+    type_filter(Text(text), filter_selected_);
     filter_selected_ = false;
   } else if (focus_ == Focus::kGrid) {
-    form.user().type(to_text(text));
+    form.user().type(text);
   } else {
     throw StepError("unknown: typing outside the grid");
   }
@@ -383,43 +406,41 @@ void HeadlessScriptRunner::paste_clipboard() {
   HeadlessDeskForm& form = open_form();
   if (form.user().list_open()) return;  // the open list has the keys
   if (focus_ == Focus::kFilter) throw StepError("unknown: a paste into the filter box");
-  const bool column = clipboard_.trimmed().contains(QLatin1Char('\n'));
+  const bool column = trimmed(clipboard_).find(u'\n') != TextView::npos;
   if (focus_ == Focus::kGrid && form.user().editor_focused() && !column) {
-    return form.user().paste(to_text(clipboard_));
+    return form.user().paste(clipboard_);
   }
-  if (!clipboard_.isEmpty()) form.work().paste_values(to_text(clipboard_));
+  if (!clipboard_.empty()) form.work().paste_values(clipboard_);
 }
 
-void HeadlessScriptRunner::paste(const QString& args) {
-  const QString item = args.section(QLatin1Char(' '), 0, 0);
-  const QStringList values =
-      args.section(QLatin1Char(' '), 1).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-  if (item.isEmpty() || values.isEmpty()) throw StepError("paste takes ITEM TEXT...");
+void HeadlessScriptRunner::paste(TextView args) {
+  const auto [item, after] = first_word(args);
+  const std::vector<Text> values = words_of(after);
+  if (item.empty() || values.empty()) throw StepError("paste takes ITEM TEXT...");
   HeadlessDeskForm& form = open_form();
   const int32_t row = row_of_item(form.work().cell(), form.controls().grid, item);
-  click(QStringLiteral("%1 %2").arg(row).arg(grid::kValueCol));
-  const QString text = values.join(QLatin1Char('\n')) + QLatin1Char('\n');
+  click(cell_args(row, grid::kValueCol));
+  const Text text = lines_of(values);
   // One value goes into an open editor that has the focus; a column, or a
   // value where the grid has the focus, is the form's to paste.
   if (form.user().editor_focused() && values.size() == 1) {
-    return form.user().paste(to_text(text));
+    return form.user().paste(text);
   }
-  form.work().paste_values(to_text(text));
+  form.work().paste_values(text);
 }
 
-void HeadlessScriptRunner::answer_next(const QString& args) {
-  const QString reply = args.section(QLatin1Char(' '), 0, 0);
-  const QString file = args.section(QLatin1Char(' '), 1);
-  if (reply == QLatin1String("yes")) {
+void HeadlessScriptRunner::answer_next(TextView args) {
+  const auto [reply, file] = first_word(args);
+  if (reply == u"yes") {
     boxes_->reply = Boxes::Reply::kYes;
-  } else if (reply == QLatin1String("no")) {
+  } else if (reply == u"no") {
     boxes_->reply = Boxes::Reply::kNo;
-  } else if (reply == QLatin1String("cancel")) {
+  } else if (reply == u"cancel") {
     boxes_->reply = Boxes::Reply::kCancel;
   } else {
     throw StepError("answer takes yes [FILE], no or cancel");
   }
-  if (!file.isEmpty()) open_form().work().preset_file(to_text(file), true);
+  if (!file.empty()) open_form().work().preset_file(Text(file), true);
 }
 
 // A step on the table of load cases.
@@ -451,11 +472,10 @@ void HeadlessScriptRunner::load_case(const CaseStep& step) {
       work.move_case(step.row, step.kind == CaseStep::Kind::kUp ? -1 : 1);
       return;
     case CaseStep::Kind::kSet: {
-      static const QStringList kKinds = {"永久", "可变", "风", "地震"};
-      if (step.col == 2 && !kKinds.contains(step.text)) {
-        throw StepError("the list has no " + step.text.toStdString());
+      if (step.col == 2 && !one_of(step.text, {u"永久", u"可变", u"风", u"地震"})) {
+        throw StepError("the list has no " + to_utf8(step.text));
       }
-      const Text text = platform::qt::to_text(step.text);
+      const Text& text = step.text;
       if (step.col == 1) {
         CaseRows rows = case_rows(*table);
         rows[static_cast<std::size_t>(step.row - 1)][0] = text;

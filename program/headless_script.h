@@ -13,18 +13,18 @@
 // a changed project. The files are the platform's (in memory on
 // Platform::headless()).
 //
-//   QTextStream out(stdout);
-//   HeadlessScriptRunner runner(*program_of(u"梁配筋计算"), out);
-//   runner.run("edit 10 300");   // a StepError when the step cannot run
+// What the run prints goes to `out` in UTF-8, a line at a time.
+//
+//   HeadlessScriptRunner runner(*program_of(u"梁配筋计算"), std::cout);
+//   runner.run(u"edit 10 300");   // a StepError when the step cannot run
 #pragma once
 
-#include <QString>
-#include <QTextStream>
 #include <memory>
 #include <optional>
+#include <ostream>
 
 #include "program/headless_desk_form.h"
-#include "desk/script_steps.h"
+#include "program/script_steps.h"
 #include "zelkora/platform/platform.h"
 
 namespace zelkora::desk {
@@ -34,44 +34,44 @@ class HeadlessScriptRunner {
   // The program's form opened on `platform` (its message box is replaced
   // by the runner's).
   HeadlessScriptRunner(
-      const Program& program, QTextStream& out,
+      const Program& program, std::ostream& out,
       std::shared_ptr<platform::Platform> platform = platform::Platform::headless());
   ~HeadlessScriptRunner();
 
   // One step; a StepError (or another std::runtime_error) when it cannot run.
-  void run(const QString& line);
+  void run(TextView line);
 
   // The form; null after a `close` that closed it.
   HeadlessDeskForm* form() { return form_.get(); }
   // The clipboard's text as the runner starts (a copy of another program).
-  void set_clipboard(const QString& text) { clipboard_ = text; }
+  void set_clipboard(TextView text) { clipboard_ = Text(text); }
 
  private:
   class Boxes;
-  void run_step(const QString& line);
+  void run_step(TextView line);
   enum class Focus { kGrid, kFilter, kElsewhere };
 
   HeadlessDeskForm& open_form();
-  void edit(const QString& args, bool pick);
-  void click(const QString& args);
-  void key(const QString& name);
-  void filter(const QString& text);
+  void edit(TextView args, bool pick);
+  void click(TextView args);
+  void key(TextView name);
+  void filter(TextView text);
   // The filter box's own typing: its text replaced (Ctrl+A, Delete, the
   // keys) or a blank added; its undo and redo (Ctrl+Z, Ctrl+Y while it has
   // the focus).
   void type_filter(const Text& text, bool replace);
   void step_filter(bool back);
   void copy();
-  std::optional<QString> copied_text();  // nothing: the clipboard stays
-  void type(const QString& text);
+  std::optional<Text> copied_text();  // nothing: the clipboard stays
+  void type(TextView text);
   void paste_clipboard();
-  void paste(const QString& args);
-  void answer_next(const QString& args);
+  void paste(TextView args);
+  void answer_next(TextView args);
   void close_form();
   void load_case(const CaseStep& step);
-  void preset(const QString& file, bool saving);
+  void preset(TextView file, bool saving);
 
-  QTextStream& out_;
+  std::ostream& out_;
   std::shared_ptr<platform::Platform> platform_;
   std::shared_ptr<Boxes> boxes_;
   std::unique_ptr<HeadlessDeskForm> form_;
@@ -80,7 +80,7 @@ class HeadlessScriptRunner {
   std::vector<Text> filter_redo_;  // ... and after each change undone
   bool filter_typing_ = false;     // its last change was typing: more joins it
   bool filter_selected_ = false;   // Ctrl+F selected the box's text
-  QString clipboard_;              // what a copy and the clip step put there
+  Text clipboard_;                 // what a copy and the clip step put there
 };
 
 }  // namespace zelkora::desk
