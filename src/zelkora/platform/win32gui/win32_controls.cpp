@@ -9,7 +9,9 @@ namespace zelkora::platform::win32 {
 
 namespace {
 
-constexpr UINT_PTR kFontSubclass = 0x5A4B4631;  // one subclass of each control: its font
+// The subclasses of a control: its font, the check box's click.
+constexpr UINT_PTR kFontSubclass = 0x5A4B4631;
+constexpr UINT_PTR kClickSubclass = 0x5A4B4332;
 
 // SystemParametersInfoForDpi came with Windows 10 1607.
 using MetricsForDpi = BOOL(WINAPI*)(UINT, UINT, PVOID, UINT, UINT);
@@ -93,7 +95,20 @@ LRESULT CALLBACK FontFollower::on_message(HWND window, UINT message, WPARAM w, L
 // ---- CheckBox and OptionButton ---------------------------------------------
 
 CheckBox::CheckBox(HWND parent, TextView caption)
-    : NativeControl(parent, L"BUTTON", BS_AUTO3STATE, to_wide(caption).c_str()) {}
+    : NativeControl(parent, L"BUTTON", BS_AUTO3STATE, to_wide(caption).c_str()) {
+  ::SetWindowSubclass(hwnd(), on_message, kClickSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+CheckBox::~CheckBox() { ::RemoveWindowSubclass(hwnd(), on_message, kClickSubclass); }
+
+// A click has the box set its next state, which would gray a checked box.
+LRESULT CALLBACK CheckBox::on_message(HWND window, UINT message, WPARAM w, LPARAM l, UINT_PTR,
+                                      DWORD_PTR self) {
+  if (message == BM_SETCHECK && !reinterpret_cast<CheckBox*>(self)->setting_) {
+    w = ::DefSubclassProc(window, BM_GETCHECK, 0, 0) == BST_CHECKED ? BST_UNCHECKED : BST_CHECKED;
+  }
+  return ::DefSubclassProc(window, message, w, l);
+}
 
 int16_t CheckBox::Value() const {
   switch (send(BM_GETCHECK)) {
@@ -108,7 +123,10 @@ int16_t CheckBox::Value() const {
 
 void CheckBox::Value(int16_t value) {
   static constexpr WPARAM kStates[] = {BST_UNCHECKED, BST_CHECKED, BST_INDETERMINATE};
-  if (value >= 0 && value <= 2) send(BM_SETCHECK, kStates[value]);
+  if (value < 0 || value > 2) return;
+  setting_ = true;
+  send(BM_SETCHECK, kStates[value]);
+  setting_ = false;
 }
 
 OptionButton::OptionButton(HWND parent, TextView caption, bool first_of_group)
@@ -171,6 +189,11 @@ ComboBox::ComboBox(HWND parent, int16_t style)
 ComboBox::~ComboBox() {
   if (parent_) ::RemoveWindowSubclass(parent_, on_parent_message, reinterpret_cast<UINT_PTR>(this));
   if (brush_) ::DeleteObject(brush_);
+}
+
+bool ComboBox::Move(int32_t left, int32_t top, int32_t width, int32_t height) {
+  constexpr int32_t kListTwips = 3000;  // about ten items
+  return height >= 0 && NativeControl::Move(left, top, width, height + kListTwips);
 }
 
 int32_t ComboBox::ListCount() const { return static_cast<int32_t>(send(CB_GETCOUNT)); }

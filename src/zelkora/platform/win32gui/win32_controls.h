@@ -80,12 +80,19 @@ class NativeControl : public HwndControl<Base> {
   std::unique_ptr<FontFollower> font_;
 };
 
-// "Value" 0 unchecked, 1 checked, 2 grayed (a click goes round the three).
+// "Value" 0 unchecked, 1 checked, 2 grayed. A user's click makes a grayed
+// or unchecked box checked and a checked one unchecked: only a program
+// grays a box.
 class CheckBox : public NativeControl<platform::CheckBox> {
  public:
   explicit CheckBox(HWND parent, TextView caption = {});
+  ~CheckBox() override;
   int16_t Value() const override;
   void Value(int16_t value) override;
+
+ private:
+  static LRESULT CALLBACK on_message(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+  bool setting_ = false;  // the program sets the value
 };
 
 // An option button; the first of a group is made with `first_of_group`.
@@ -113,6 +120,9 @@ class ComboBox : public NativeControl<platform::ComboBox> {
   // one); the box's field and list are painted in it.
   uint32_t BackColor() const override { return back_colour_; }
   void set_back_color(uint32_t colour);
+  // Places the box's field (its height is the font's); the window reaches
+  // down over the opened list.
+  bool Move(int32_t left, int32_t top, int32_t width, int32_t height);
 
  private:
   static LRESULT CALLBACK on_parent_message(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);

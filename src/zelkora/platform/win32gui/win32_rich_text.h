@@ -9,7 +9,9 @@
 // paragraph and reads back as "\r\n". TextRTF is the control's own writing
 // (ASCII: characters of its code page as "\'hh", others as "\uN"), so
 // that a form may replace plain markers in it with "\b " and "\b0 " and
-// give it back; it takes any RTF, characters beyond ASCII included. Text
+// give it back; it takes any RTF, characters beyond ASCII included (the
+// library's document writer's too). A "\par" that ends the RTF is the
+// control's own last paragraph mark: it leaves no break at the end. Text
 // the box is given keeps the box's font size (FontSize, or the message
 // font's); text of the window colour follows the user's scheme.
 //

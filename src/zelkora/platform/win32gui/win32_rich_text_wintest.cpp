@@ -6,6 +6,7 @@
 
 #include <functional>
 
+#include "zelkora/document/writers.h"
 #include "zelkora/platform/headless/headless_grid.h"
 #include "zelkora/platform/win32gui/controls_wintest_support.h"
 #include "zelkora/platform/win32gui/win32_controls.h"
@@ -56,13 +57,11 @@ std::string contents_of(const RichTextBox& box) {
   return out;
 }
 
-// Start, length and text of the selection, its colour, the contents.
-template <class Box>
-std::string answers_of(const Box& box) {
+// Start, length and text of the selection, and its colour.
+std::string selection_of(const platform::RichTextBox& box) {
   std::string out;
-  for (const std::string& part :
-       {std::to_string(box.SelStart()), std::to_string(box.SelLength()), u8(box.SelText()),
-        std::to_string(box.SelColor()), contents_of(box)}) {
+  for (const std::string& part : {std::to_string(box.SelStart()), std::to_string(box.SelLength()),
+                                  u8(box.SelText()), std::to_string(box.SelColor())}) {
     out.append(part).append(" | ");
   }
   return out;
@@ -92,10 +91,22 @@ zelkora::Text memory_rtf() {
   return box.TextRTF();
 }
 
+// A paragraph of a report as the library's document writer puts it.
+zelkora::Text report_rtf() {
+  document::Document report;
+  document::Paragraph line;
+  line.runs = {{u"纵筋直径 ", true}, {u"d = 20 mm"}};
+  report.blocks.emplace_back(line);
+  return from_utf8(document::write_rtf(report));
+}
+
 TEST(RichTextBox, AnswersAsTheInMemoryBox) {
   const struct {
     const char* what;
     std::function<void(platform::RichTextBox&)> calls;
+    // The RTF ends in "\\par", which the control takes for its own last
+    // paragraph mark: no break at the end.
+    bool last_par = false;
   } cases[] = {
       {"a break counts two units",
        [](platform::RichTextBox& b) {
@@ -153,6 +164,8 @@ TEST(RichTextBox, AnswersAsTheInMemoryBox) {
       {"RTF with characters beyond ASCII",
        [](platform::RichTextBox& b) { b.TextRTF(u"{\\rtf1\\uc2 \\b 标题\\b0\\par 说明}"); }},
       {"the in-memory box's RTF", [](platform::RichTextBox& b) { b.TextRTF(memory_rtf()); }},
+      {"the document writer's RTF", [](platform::RichTextBox& b) { b.TextRTF(report_rtf()); },
+       true},
       {"the title as the grid writes it", write_title},
   };
   TestWindow window;
@@ -161,12 +174,30 @@ TEST(RichTextBox, AnswersAsTheInMemoryBox) {
     RichTextBox native(window.hwnd());
     c.calls(memory);
     c.calls(native);
-    EXPECT_EQ(answers_of(native), answers_of(memory)) << c.what;
+    EXPECT_EQ(selection_of(native), selection_of(memory)) << c.what;
+    std::string expected = contents_of(memory);
+    if (c.last_par) expected.erase(expected.find("\r\n|"), 2);
+    EXPECT_EQ(contents_of(native), expected) << c.what;
     RichTextBox copy(window.hwnd());
     copy.TextRTF(native.TextRTF());
-    EXPECT_EQ(contents_of(copy), contents_of(memory)) << c.what << ", through TextRTF:\n"
-                                                      << u8(native.TextRTF());
+    EXPECT_EQ(contents_of(copy), expected) << c.what << ", through TextRTF:\n"
+                                           << u8(native.TextRTF());
   }
+}
+
+// Where the control differs from the in-memory box: it keeps paragraphs,
+// not the break characters it was given.
+TEST(RichTextBox, EveryBreakIsAParagraph) {
+  TestWindow window;
+  RichTextBox box(window.hwnd());
+  box.Text(u"a\r\nb\nc\r\r说");
+  EXPECT_EQ(box.Text(), u"a\r\nb\r\nc\r\n\r\n说");
+  box.SelStart(2);  // between "\r" and "\n"
+  EXPECT_EQ(box.SelStart(), 1);
+  box.SelStart(3);
+  box.SelText(u"1\n2");
+  EXPECT_EQ(box.Text(), u"a\r\n1\r\n2b\r\nc\r\n\r\n说");
+  EXPECT_EQ(box.SelStart(), 7);
 }
 
 TEST(RichTextBox, TheGridsTitleIsBoldInTheControl) {

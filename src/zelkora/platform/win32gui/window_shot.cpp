@@ -56,10 +56,7 @@ class WindowPixels {
     bitmap_ = ::CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits_, nullptr, 0);
     if (!bitmap_) return;
     old_ = ::SelectObject(dc_, bitmap_);
-    if (!::PrintWindow(window, dc_, 0)) {
-      ::SendMessageW(window, WM_PRINT, reinterpret_cast<WPARAM>(dc_),
-                     PRF_CHILDREN | PRF_CLIENT | PRF_NONCLIENT | PRF_ERASEBKGND);
-    }
+    print_tree(window, frame, {0, 0, width_, height_});
     ::GdiFlush();
     auto* pixel = static_cast<uint32_t*>(bits_);
     for (int i = 0; i < width_ * height_; ++i) pixel[i] |= 0xFF000000u;  // GDI leaves alpha 0
@@ -79,6 +76,52 @@ class WindowPixels {
   BYTE* bits() const { return static_cast<BYTE*>(bits_); }
 
  private:
+  // The window and its shown children, each drawn by itself in the part of
+  // `clip` (the picture's pixels) it covers: its frame, its ground and its
+  // client area, then its children from the bottom of the z-order up. (Not
+  // every system draws the children for WM_PRINT's PRF_CHILDREN.)
+  void print_tree(HWND window, const RECT& top, RECT clip) {
+    RECT frame{};
+    RECT client{};
+    ::GetWindowRect(window, &frame);
+    ::GetClientRect(window, &client);
+    ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    ::OffsetRect(&frame, -top.left, -top.top);
+    ::OffsetRect(&client, -top.left, -top.top);
+    if (!::IntersectRect(&clip, &clip, &frame)) return;
+    draw_part(clip, frame, [&](HDC dc) {
+      ::SendMessageW(window, WM_PRINT, reinterpret_cast<WPARAM>(dc), PRF_NONCLIENT);
+    });
+    if (!::IntersectRect(&clip, &clip, &client)) return;
+    draw_part(clip, client, [&](HDC dc) {
+      ::SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
+      ::SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+    });
+    for (HWND child = ::GetWindow(::GetWindow(window, GW_CHILD), GW_HWNDLAST); child;
+         child = ::GetWindow(child, GW_HWNDPREV)) {
+      if (::IsWindowVisible(child)) print_tree(child, top, clip);
+    }
+  }
+
+  // Has `draw` draw the part of the picture at `part` on a bitmap of its
+  // own, with its origin at the part's corner (a control may take its
+  // device's origin for its own), and copies the `clip` of it back.
+  template <class Draw>
+  void draw_part(const RECT& clip, const RECT& part, Draw draw) {
+    const int width = part.right - part.left;
+    const int height = part.bottom - part.top;
+    HDC dc = ::CreateCompatibleDC(dc_);
+    HBITMAP bitmap = ::CreateCompatibleBitmap(dc_, width, height);
+    HGDIOBJ old = ::SelectObject(dc, bitmap);
+    ::BitBlt(dc, 0, 0, width, height, dc_, part.left, part.top, SRCCOPY);
+    draw(dc);
+    ::BitBlt(dc_, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, dc,
+             clip.left - part.left, clip.top - part.top, SRCCOPY);
+    ::SelectObject(dc, old);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(dc);
+  }
+
   int width_ = 0;
   int height_ = 0;
   HDC dc_ = nullptr;

@@ -1,6 +1,7 @@
 // A picture of a window as it draws itself, for tests and bug reports: the
-// window and its children drawn into a 32-bit bitmap (as PrintWindow draws
-// them, off the screen) and written as a PNG file.
+// window and its children drawn into a 32-bit bitmap off the screen (each
+// window asked to print itself, as PrintWindow does) and written as a PNG
+// file.
 //
 //   win32::write_window_png(form, L"form.png");
 #pragma once
