@@ -11,6 +11,7 @@
 
 #include "program/beam_design.h"
 #include "program/footing_loads.h"
+#include "program/form_report.h"
 #include "program/section_figure.h"
 #include "win32desk/case_table.h"
 #include "win32desk/report_pane.h"
@@ -312,7 +313,7 @@ bool CalcForm::close() {
 bool CalcForm::translate(MSG& message) {
   // A text box keeps its own editing keys (Ctrl+C, Ctrl+V, Ctrl+Z, ...).
   if ((message.message == WM_KEYDOWN) && ::GetKeyState(VK_CONTROL) < 0 &&
-      is_edit_box(message.hwnd) && message.hwnd != filter_ &&
+      is_edit_box(message.hwnd) &&
       (message.wParam == 'C' || message.wParam == 'V' || message.wParam == 'X' ||
        message.wParam == 'Z' || message.wParam == 'Y' || message.wParam == 'A')) {
     return false;
@@ -587,7 +588,7 @@ void CalcForm::show_report(const std::vector<Text>& lines, const std::vector<Tex
   } catch (const std::exception&) {
     // No figure rather than no report.
   }
-  report_document_ = form_report(lines, program_.menu_key, &figure);
+  report_document_ = desk::form_report(lines, program_.menu_key, &figure);
   show_report_page({});
   enable_report_actions(true);
 }

@@ -3,11 +3,10 @@
 
 #include <algorithm>
 
+#include "program/program_menu.h"
 #include "win32desk/calc_form.h"
 #include "win32desk/main_window.h"
-#include "zelkora/platform/codepage.h"
-#include "zelkora/platform/headless/memory_ini_files.h"
-#include "zelkora/platform/resources.h"
+#include "zelkora/platform/grade_font.h"
 
 namespace zelkora::win32desk {
 
@@ -15,40 +14,23 @@ using namespace desk;  // NOLINT: the program layer
 
 namespace {
 
-// The program menu from the library's resources, every other INI file from
-// the system's INI files.
-class MenuIniFiles : public platform::IniFiles {
- public:
-  MenuIniFiles(std::shared_ptr<platform::IniFiles> system, Text menu) : system_(std::move(system)) {
-    menu_.put(DeskApp::kMenuFile, menu);
+// The steel-grade symbols' font (compiled into the library) among the
+// process's fonts, for the report pane.
+void load_grade_font() {
+  const std::string_view ttf = platform::grade_font_ttf();
+  DWORD fonts = 0;
+  if (!ttf.empty()) {
+    ::AddFontMemResourceEx(const_cast<char*>(ttf.data()), static_cast<DWORD>(ttf.size()), nullptr,
+                           &fonts);
   }
-  Text read(TextView section, TextView key, TextView default_value, TextView file) const override {
-    if (equal_text(file, DeskApp::kMenuFile, Compare::Text)) {
-      return menu_.read(section, key, default_value, DeskApp::kMenuFile);
-    }
-    return system_ ? system_->read(section, key, default_value, file) : Text(default_value);
-  }
-  bool write(TextView section, TextView key, std::optional<TextView> value,
-             TextView file) override {
-    return system_ && !equal_text(file, DeskApp::kMenuFile, Compare::Text) &&
-           system_->write(section, key, value, file);
-  }
-
- private:
-  std::shared_ptr<platform::IniFiles> system_;
-  platform::headless::MemoryIniFiles menu_;
-};
-
-constexpr std::size_t kMaxMenuBytes = std::size_t{1} << 20;
+}
 
 }  // namespace
 
 DeskApp::DeskApp() {
+  load_grade_font();
   platform_ = std::make_shared<platform::Platform>(*platform::Platform::environment_default());
-  const std::optional<std::string> menu =
-      platform::read_resource(platform_->resources, to_utf8(kMenuFile), kMaxMenuBytes);
-  platform_->ini =
-      std::make_shared<MenuIniFiles>(platform_->ini, codepage::from_ansi(menu.value_or("")));
+  add_program_menu(*platform_);
   main_window_ = std::make_unique<MainWindow>(*this);
 }
 

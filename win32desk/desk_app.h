@@ -18,8 +18,6 @@ class MainWindow;
 
 class DeskApp {
  public:
-  // The name under which the program menu is read.
-  static constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
   static constexpr TextView kTitle = u"Zelkora 结构快速设计";
 
   DeskApp();

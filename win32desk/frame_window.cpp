@@ -41,25 +41,12 @@ POINT client_offset(HWND window) {
   return {origin.x - frame.left, origin.y - frame.top};
 }
 
-void print_children(HWND window, HDC dc, LPARAM what);
-
-// Wine's WM_PRINT draws no window frame, caption, menu bar or control edge:
-// the picture gets plain ones of its own there.
+// Wine's WM_PRINT draws no window frame, caption or menu bar: a picture of
+// the window (window_shot.h) gets plain ones there.
 bool system_prints_frames() {
   static const bool wine =
       ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
   return !wine;
-}
-
-void print_edge(HWND window, HDC dc) {
-  RECT frame;
-  ::GetWindowRect(window, &frame);
-  RECT whole{0, 0, frame.right - frame.left, frame.bottom - frame.top};
-  if (::GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) {
-    ::DrawEdge(dc, &whole, EDGE_SUNKEN, BF_RECT);
-  } else if (::GetWindowLongW(window, GWL_STYLE) & WS_BORDER) {
-    ::FrameRect(dc, &whole, ::GetSysColorBrush(COLOR_WINDOWFRAME));
-  }
 }
 
 // A top-level window's frame, caption and menu bar.
@@ -99,50 +86,6 @@ void print_frame(HWND window, HDC dc) {
   ::RestoreDC(dc, saved);
 }
 
-// The window drawn as WM_PRINT draws it, its children over it, into a
-// picture of its own (the controls clip to their client area in the device's
-// coordinates), put into `target` at (x, y).
-void print_tree(HWND window, HDC target, int x, int y, LPARAM what) {
-  RECT frame;
-  ::GetWindowRect(window, &frame);
-  const int width = frame.right - frame.left, height = frame.bottom - frame.top;
-  if (width <= 0 || height <= 0) return;
-  HDC dc = ::CreateCompatibleDC(target);
-  HBITMAP picture = ::CreateCompatibleBitmap(target, width, height);
-  HGDIOBJ old = ::SelectObject(dc, picture);
-  RECT whole{0, 0, width, height};
-  ::FillRect(dc, &whole, ::GetSysColorBrush(COLOR_BTNFACE));
-  ::SendMessageW(window, WM_PRINT, reinterpret_cast<WPARAM>(dc), what & ~PRF_CHILDREN);
-  if (!system_prints_frames()) print_edge(window, dc);
-  print_children(window, dc, what);
-  ::BitBlt(target, x, y, width, height, dc, 0, 0, SRCCOPY);
-  ::SelectObject(dc, old);
-  ::DeleteObject(picture);
-  ::DeleteDC(dc);
-}
-
-// Each shown child of the window at its place, bottom of the z-order first,
-// within the window's client area: a picture of the whole window also
-// where the system draws no children for WM_PRINT.
-void print_children(HWND window, HDC dc, LPARAM what) {
-  const POINT offset = client_offset(window);
-  POINT origin{0, 0};
-  ::ClientToScreen(window, &origin);
-  RECT client;
-  ::GetClientRect(window, &client);
-  const int saved = ::SaveDC(dc);
-  ::IntersectClipRect(dc, offset.x, offset.y, offset.x + client.right, offset.y + client.bottom);
-  for (HWND child = ::GetWindow(::GetWindow(window, GW_CHILD), GW_HWNDLAST); child;
-       child = ::GetWindow(child, GW_HWNDPREV)) {
-    if (!::IsWindowVisible(child)) continue;
-    RECT place;
-    ::GetWindowRect(child, &place);
-    print_tree(child, dc, offset.x + place.left - origin.x, offset.y + place.top - origin.y,
-               what | PRF_NONCLIENT | PRF_ERASEBKGND | PRF_CLIENT);
-  }
-  ::RestoreDC(dc, saved);
-}
-
 }  // namespace
 
 FrameWindow::~FrameWindow() {
@@ -173,13 +116,10 @@ LRESULT FrameWindow::handle(UINT message, WPARAM wparam, LPARAM lparam) {
 LRESULT CALLBACK FrameWindow::window_proc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* self = reinterpret_cast<FrameWindow*>(::GetWindowLongPtrW(hwnd, GWLP_USERDATA));
   if (!self) return ::DefWindowProcW(hwnd, message, wparam, lparam);
-  if (message == WM_PRINT && (lparam & PRF_CHILDREN)) {
-    ::DefWindowProcW(hwnd, WM_PRINT, wparam, lparam & ~PRF_CHILDREN);
-    if ((lparam & PRF_NONCLIENT) && !system_prints_frames()) {
-      print_frame(hwnd, reinterpret_cast<HDC>(wparam));
-    }
-    print_children(hwnd, reinterpret_cast<HDC>(wparam), lparam);
-    return 0;
+  if (message == WM_PRINT && (lparam & PRF_NONCLIENT) && !system_prints_frames()) {
+    const LRESULT result = ::DefWindowProcW(hwnd, message, wparam, lparam);
+    print_frame(hwnd, reinterpret_cast<HDC>(wparam));
+    return result;
   }
   if (message == WM_NCDESTROY) {
     self->hwnd_ = nullptr;

@@ -1,6 +1,7 @@
 // The main window with the program menu.
 #include "win32desk/main_window.h"
 
+#include "program/program_menu.h"
 #include "program/programs.h"
 #include "win32desk/desk_app.h"
 #include "zelkora/frame/catalogue_ids.h"
@@ -41,7 +42,7 @@ MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
   grid_ = std::make_unique<platform::win32::Win32GridControl>(hwnd());
   status_ = make_status_bar(hwnd(), 1);
   menu_.GridCell(grid_.get());
-  menu_.tProMenuIniFile(DeskApp::kMenuFile);
+  menu_.tProMenuIniFile(kMenuFile);
   menu_.GridCell_Initialize();
   grid_->connect_events(this);
   dim_programs_without_form();

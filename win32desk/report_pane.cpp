@@ -8,21 +8,9 @@
 #include <algorithm>
 
 #include "win32desk/frame_window.h"
-#include "zelkora/document/read_report.h"
 #include "zelkora/platform/win32gui/win32_controls.h"
 
 namespace zelkora::win32desk {
-
-document::Document form_report(const std::vector<Text>& lines, TextView program,
-                               const document::Figure* figure) {
-  Text markup;
-  for (const Text& line : lines) markup += line + u"\r\n";
-  document::ReadOptions options;
-  options.program = Text(program);
-  document::Document doc = document::read_report(markup, options);
-  if (figure && !figure->shapes.empty()) doc.blocks.emplace_back(*figure);
-  return doc;
-}
 
 HWND make_report_pane(HWND parent) {
   HWND pane = make_child(parent, MSFTEDIT_CLASS,

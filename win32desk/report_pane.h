@@ -1,7 +1,7 @@
 // The report of a form as the Windows host shows and keeps it: the report
-// document of a calculation's lines (read_report, with its figure at the
-// end), shown in a read-only rich-edit control through the library's RTF
-// writer, written to files, and printed through the control's page layout.
+// document (program/form_report.h) shown in a read-only rich-edit control
+// through the library's RTF writer, written to files, and printed through
+// the control's page layout.
 #pragma once
 
 #include <string>
@@ -12,11 +12,6 @@
 #include "zelkora/platform/win32/windows_api.h"
 
 namespace zelkora::win32desk {
-
-// The report of a form: the lines of its calculation read and its figure
-// (none, or an empty one: no figure) at the end.
-document::Document form_report(const std::vector<Text>& lines, TextView program,
-                               const document::Figure* figure);
 
 // A read-only rich-edit control for the report, a child of `parent`.
 HWND make_report_pane(HWND parent);
