@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # The desktop program's script (win32desk/testdata/three_programs.txt) run
 # by the Linux program (Qt, offscreen) and by zelkora-desk.exe under Wine
-# (the null driver), each in a folder and with settings of its own: the
-# project files, the reports and the lines printed (the boxes met) must be
-# the same, byte for byte.
+# (the null driver), each in a folder and with settings and suite files of
+# its own: the project files, the reports and the lines printed (the boxes
+# met) must be the same, byte for byte.
 #
 #   scripts/windows-desk-test.sh [WINDOWS_BUILD [LINUX_BUILD]]
 # Uses WINE, WINESERVER and WINEPREFIX when set (scripts/windows-test.sh).
@@ -20,12 +20,15 @@ WINE=$WINE "$here/wine-prefix.sh" "$WINEPREFIX" null
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-mkdir "$work/linux" "$work/windows"
+mkdir "$work/linux" "$work/windows" "$work/bin"
+# The program's folder holds the suite's files it writes (ZK_Form.INI, the
+# history): a copy of its own starts with none, as the Linux run does.
+cp "$win/zelkora-desk.exe" "$work/bin/"
 (cd "$work/linux" && LANG=C.UTF-8 ZELKORA_SETTINGS="$work/linux.ini" QT_QPA_PLATFORM=offscreen \
   "$linux/zelkora-desk" --script "$script" --quit >lines.out 2>"$work/linux.err") ||
   { echo "windows-desk-test: the Linux program failed:"; cat "$work/linux.err"; exit 1; }
 (cd "$work/windows" && LANG=C.UTF-8 ZELKORA_SETTINGS="$work/windows.ini" \
-  "$WINE" "$win/zelkora-desk.exe" --script "$script" --quit >lines.out 2>"$work/windows.err") ||
+  "$WINE" "$work/bin/zelkora-desk.exe" --script "$script" --quit >lines.out 2>"$work/windows.err") ||
   { echo "windows-desk-test: zelkora-desk.exe failed:"; cat "$work/windows.err"; exit 1; }
 
 files=$(cd "$work/linux" && ls)
