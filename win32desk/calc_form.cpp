@@ -311,12 +311,15 @@ bool CalcForm::close() {
 }
 
 bool CalcForm::translate(MSG& message) {
-  // A text box keeps its own editing keys (Ctrl+C, Ctrl+V, Ctrl+Z, ...).
-  if ((message.message == WM_KEYDOWN) && ::GetKeyState(VK_CONTROL) < 0 &&
-      is_edit_box(message.hwnd) &&
-      (message.wParam == 'C' || message.wParam == 'V' || message.wParam == 'X' ||
-       message.wParam == 'Z' || message.wParam == 'Y' || message.wParam == 'A')) {
-    return false;
+  // A text box keeps its own editing keys: copy, cut, paste and select all,
+  // and undo and redo while it has something to undo.
+  if (message.message == WM_KEYDOWN && ::GetKeyState(VK_CONTROL) < 0 && is_edit_box(message.hwnd)) {
+    const WPARAM key = message.wParam;
+    const bool history = key == 'Z' || key == 'Y';
+    if (key == 'C' || key == 'V' || key == 'X' || key == 'A' ||
+        (history && ::SendMessageW(message.hwnd, EM_CANUNDO, 0, 0))) {
+      return false;
+    }
   }
   return accelerators() && ::TranslateAcceleratorW(hwnd(), accelerators(), &message) != 0;
 }
@@ -521,7 +524,7 @@ bool CalcForm::type_into(int32_t row, TextView text) {
 
 bool CalcForm::edit_cell(int32_t row) { return grid_->edit_cell(row, grid::kValueCol); }
 
-void CalcForm::make_current(int32_t row) { grid_->ActiveCell(row, grid::kValueCol); }
+void CalcForm::make_current(int32_t row) { grid_->move_to(row, grid::kValueCol); }
 
 int32_t CalcForm::next_editable_row(int32_t row, int step) const {
   return grid_->next_editable_row(row, grid::kValueCol, step);
