@@ -232,6 +232,8 @@ Win32GridControl::~Win32GridControl() {
     if (f) ::DeleteObject(f);
   }
   for (auto& [key, bitmap] : pictures_) ::DeleteObject(bitmap);
+  if (buffer_dc_) ::DeleteDC(buffer_dc_);
+  if (buffer_bitmap_) ::DeleteObject(buffer_bitmap_);
 }
 
 LRESULT CALLBACK Win32GridControl::window_proc(HWND hwnd, UINT message, WPARAM wparam,
@@ -258,18 +260,11 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
       invalid_ = false;
       const RECT& area = ps.rcPaint;
       if (AutoRedraw() && area.right > area.left && area.bottom > area.top) {
-        // Double-buffered: drawn whole into memory, then shown at once.
-        HDC memory = ::CreateCompatibleDC(dc);
-        HBITMAP bitmap =
-            ::CreateCompatibleBitmap(dc, area.right - area.left, area.bottom - area.top);
-        HGDIOBJ old = ::SelectObject(memory, bitmap);
-        ::SetViewportOrgEx(memory, -area.left, -area.top, nullptr);
+        // Double-buffered: drawn into memory, then shown at once.
+        HDC memory = buffer(dc);
         paint(memory, area);
         ::BitBlt(dc, area.left, area.top, area.right - area.left, area.bottom - area.top, memory,
                  area.left, area.top, SRCCOPY);
-        ::SelectObject(memory, old);
-        ::DeleteObject(bitmap);
-        ::DeleteDC(memory);
       }
       ::EndPaint(hwnd(), &ps);
       return 0;
@@ -379,11 +374,11 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
       // The window has the focus again (a box closed): so has the editor
       // that had it.
       if (!syncing_ && shown_editor_ && user_.editor_focused()) ::SetFocus(shown_editor_);
-      changed();
+      row_changed(ActiveCell().row);
       return 0;
     case WM_KILLFOCUS: {
       const HWND to = reinterpret_cast<HWND>(wparam);
-      changed();
+      row_changed(ActiveCell().row);
       if (syncing_ || relay_->busy || (to && ::IsChild(hwnd(), to))) return 0;
       act([this] { user_.focus_away(); });
       return 0;
@@ -616,9 +611,18 @@ void Win32GridControl::show_state() {
   syncing_ = true;
   show_editor();
   syncing_ = was;
+  active_shown();
+}
+
+void Win32GridControl::active_shown() {
   const CellRef at = ActiveCell();
   if (at.row >= 0 && at.row < Rows()) scroll_to(at.row);
-  changed();
+  place_editor();
+  if (at == drawn_active_) return;
+  // Its focus goes from one cell to the other.
+  if (drawn_active_.row >= 0 && drawn_active_.row < Rows()) row_changed(drawn_active_.row);
+  row_changed(at.row);
+  drawn_active_ = at;
 }
 
 void Win32GridControl::show_editor() {
@@ -634,6 +638,8 @@ void Win32GridControl::show_editor() {
     ::ShowWindow(shown_editor_, SW_HIDE);
     if (had_focus) ::SetFocus(hwnd());
   }
+  // What the grid knows an editor shows is of the one it last showed.
+  if (shown_editor_ != want) shown_text_known_ = false;
   shown_editor_ = want;
   if (!want) return;
   place_editor();
@@ -746,7 +752,7 @@ void Win32GridControl::mark_cell(int32_t row, int32_t col, TextView note) {
     marks_[{row, col}] = zelkora::Text(note);
     show_tip({-1, -1});
   }
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::note_cell(int32_t row, int32_t col, TextView note) {
@@ -904,6 +910,31 @@ void Win32GridControl::layout_changed() {
   changed();
 }
 
+void Win32GridControl::row_changed(int32_t row) {
+  if (!hwnd() || !AutoRedraw() || invalid_ || row < 0 || row >= Rows()) return;
+  RECT strip = cell_rect(row, 0);
+  RECT client;
+  ::GetClientRect(hwnd(), &client);
+  strip.left = 0;
+  strip.right = client.right;
+  if (strip.bottom <= std::max<LONG>(strip.top, 0) || strip.top >= client.bottom) return;
+  ::InvalidateRect(hwnd(), &strip, FALSE);
+}
+
+HDC Win32GridControl::buffer(HDC window_dc) {
+  RECT client;
+  ::GetClientRect(hwnd(), &client);
+  if (!buffer_dc_) buffer_dc_ = ::CreateCompatibleDC(window_dc);
+  if (!buffer_bitmap_ || client.right > buffer_size_.cx || client.bottom > buffer_size_.cy) {
+    buffer_size_ = {std::max<LONG>(client.right, 1), std::max<LONG>(client.bottom, 1)};
+    HBITMAP bitmap = ::CreateCompatibleBitmap(window_dc, buffer_size_.cx, buffer_size_.cy);
+    ::SelectObject(buffer_dc_, bitmap);
+    if (buffer_bitmap_) ::DeleteObject(buffer_bitmap_);
+    buffer_bitmap_ = bitmap;
+  }
+  return buffer_dc_;
+}
+
 void Win32GridControl::changed() {
   // Once until the window is drawn: the whole of it is drawn anew then.
   if (!hwnd() || !AutoRedraw() || invalid_) return;
@@ -1021,69 +1052,82 @@ void Win32GridControl::paint(HDC dc, const RECT& area) const {
 
 // ---- GridControl ----------------------------------------------------------------------
 
+// A setter that leaves the model as it was draws nothing; one that changes
+// a cell draws its row, one that changes sizes the whole grid.
+
 void Win32GridControl::Rows(int32_t rows) {
+  if (rows == Rows()) return;
   view_.grid.Rows(rows);
   layout_changed();
 }
 
 void Win32GridControl::Cols(int32_t cols) {
+  if (cols == Cols()) return;
   view_.grid.Cols(cols);
   layout_changed();
 }
 
 void Win32GridControl::RowHeight(int32_t row, int32_t height) {
+  if (view_.grid.RowHeight(row) == height) return;
   view_.grid.RowHeight(row, height);
   layout_changed();
 }
 
 void Win32GridControl::DefaultRowHeight(int32_t height) {
+  if (DefaultRowHeight() == height) return;
   view_.grid.DefaultRowHeight(height);
   layout_changed();
 }
 
 void Win32GridControl::ColWidth(int32_t col, int32_t width) {
+  if (view_.grid.ColWidth(col) == width) return;
   view_.grid.ColWidth(col, width);
   layout_changed();
 }
 
 void Win32GridControl::Text(int32_t row, int32_t col, TextView text) {
+  const bool same = view_.grid.Text(row, col) == text;
   view_.grid.Text(row, col, text);
   // An open editor of the cell shows what the form wrote (after a handler,
   // the action's end shows it).
   if (shown_editor_ && !relay_->busy && ActiveCell() == CellRef{row, col} && !editor_shows(text)) {
     set_editor_text(zelkora::Text(text));
   }
-  changed();
+  if (!same) row_changed(row);
 }
 
 void Win32GridControl::FontBold(int32_t row, int32_t col, bool bold) {
+  if (view_.grid.FontBold(row, col) == bold) return;
   view_.grid.FontBold(row, col, bold);
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::ForeColor(int32_t row, int32_t col, uint32_t colour) {
+  if (view_.grid.ForeColor(row, col) == colour) return;
   view_.grid.ForeColor(row, col, colour);
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::BackColor(int32_t row, int32_t col, uint32_t colour) {
+  if (view_.grid.BackColor(row, col) == colour) return;
   view_.grid.BackColor(row, col, colour);
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::Alignment(int32_t row, int32_t col, int16_t alignment) {
+  if (view_.grid.Alignment(row, col) == alignment) return;
   view_.grid.Alignment(row, col, alignment);
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::Locked(int32_t row, bool locked) {
   view_.grid.Locked(row, locked);
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::Merge(int32_t row, int32_t col1, int32_t col2) {
   view_.grid.Merge(row, col1, col2);
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::AddPicture(const Picture& picture, TextView key) {
@@ -1094,8 +1138,9 @@ void Win32GridControl::AddPicture(const Picture& picture, TextView key) {
 }
 
 void Win32GridControl::SetImage(int32_t row, int32_t col, TextView key) {
+  if (view_.grid.ImageKey(row, col) == key) return;
   view_.grid.SetImage(row, col, key);
-  changed();
+  row_changed(row);
 }
 
 void Win32GridControl::Refresh() {
@@ -1105,17 +1150,13 @@ void Win32GridControl::Refresh() {
 
 void Win32GridControl::ActiveCell(int32_t row, int32_t col) {
   view_.grid.ActiveCell(row, col);
-  scroll_to(row);
-  place_editor();
-  changed();
+  active_shown();
 }
 
 void Win32GridControl::SetFocus(int32_t row, int32_t col) {
   view_.grid.SetFocus(row, col);
-  scroll_to(row);
-  place_editor();
+  active_shown();
   ::SetFocus(hwnd());
-  changed();
 }
 
 void Win32GridControl::DefaultFontName(TextView name) {

@@ -221,7 +221,13 @@ class Win32GridControl : public HwndControl<GridControl> {
   void update_scroll_bar();
   void scroll_by(int pixels);
 
+  // The whole window, or a row, to be drawn anew.
   void changed();
+  void row_changed(int32_t row);
+  // The active cell in view, its editor over it, its focus drawn.
+  void active_shown();
+  // The memory the window is drawn into, at least its size.
+  HDC buffer(HDC window_dc);
   void make_fonts();
   HFONT font(bool bold) const { return fonts_[bold ? 1 : 0]; }
   void show_tip(POINT at);
@@ -243,6 +249,10 @@ class Win32GridControl : public HwndControl<GridControl> {
   bool shown_text_known_ = false;  // the cell height the list cell's box was given
   SCROLLINFO scroll_bar_{};        // as last set
   bool invalid_ = false;           // the window waits to be drawn whole
+  CellRef drawn_active_{-1, -1};   // the cell whose focus was last drawn
+  HDC buffer_dc_ = nullptr;        // what the window is drawn into
+  HBITMAP buffer_bitmap_ = nullptr;
+  SIZE buffer_size_{};
   HWND tip_ = nullptr;
   bool syncing_ = false;  // the window itself changes the editor or the focus
   std::size_t editors_opened_ = 0;

@@ -302,6 +302,20 @@ TEST(Win32Grid, TheEditorIsAnEditOrAListOverTheCellItsTextSelected) {
   EXPECT_EQ(host.grid.Text(9, 3), before.substr(1));
   host.run("key Escape");
   EXPECT_EQ(host.grid.editor(), nullptr);
+  EXPECT_EQ(host.grid.Text(9, 3), before) << "Escape puts the text back";
+  // A refused value keeps its editor open, with the focus and the text
+  // selected whole.
+  host.run("click 8 3");
+  host.run("type -5");
+  host.run("key Enter");
+  EXPECT_TRUE(host.grid.ActiveCell() == (CellRef{8, 3}));
+  ASSERT_TRUE(host.grid.editor());
+  HWND line = ::GetFocus();
+  EXPECT_TRUE(::IsChild(host.grid.editor(), line));
+  ::SendMessageW(line, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+  EXPECT_EQ(from, 0u);
+  EXPECT_EQ(static_cast<int>(to), ::GetWindowTextLengthW(line));
+  host.run("key Escape");
   host.run("click 5 3");
   host.run("key F4");
   ASSERT_TRUE(host.grid.editor());
