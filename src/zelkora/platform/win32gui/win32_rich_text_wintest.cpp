@@ -79,18 +79,6 @@ void write_title(platform::RichTextBox& box) {
   box.SelStart(0);
 }
 
-// The RTF the in-memory box writes: a colour table, "\uN?" characters.
-zelkora::Text memory_rtf() {
-  MemoryRichTextBox box;
-  box.Text(u"荷载 q\r\n均布");
-  box.SelStart(0);
-  box.SelLength(2);
-  box.SelColor(rgb(0, 0, 255));
-  box.SelStart(4);
-  box.SelText(u"kN/m");
-  return box.TextRTF();
-}
-
 // A paragraph of a report as the library's document writer puts it.
 zelkora::Text report_rtf() {
   document::Document report;
@@ -108,30 +96,6 @@ TEST(RichTextBox, AnswersAsTheInMemoryBox) {
     // paragraph mark: no break at the end.
     bool last_par = false;
   } cases[] = {
-      {"a break counts two units",
-       [](platform::RichTextBox& b) {
-         b.Text(u"纵筋直径 d\r\n说明");
-         b.SelStart(6);
-         b.SelLength(4);
-       }},
-      {"the selection kept within the text",
-       [](platform::RichTextBox& b) {
-         b.Text(u"abc");
-         b.SelStart(1);
-         b.SelLength(5);
-       }},
-      {"a cursor beyond the end",
-       [](platform::RichTextBox& b) {
-         b.Text(u"a\r\nb");
-         b.SelStart(10);
-         b.SelLength(3);
-       }},
-      {"a cursor before the start",
-       [](platform::RichTextBox& b) {
-         b.Text(u"ab");
-         b.SelStart(-3);
-         b.SelLength(-1);
-       }},
       {"a bold caption from RTF", [](platform::RichTextBox& b) { b.TextRTF(kCaptionRtf); }},
       {"text put at the end in red, not bold",
        [](platform::RichTextBox& b) {
@@ -163,7 +127,6 @@ TEST(RichTextBox, AnswersAsTheInMemoryBox) {
       {"plain text given as RTF", [](platform::RichTextBox& b) { b.TextRTF(u"钢筋\r\nHRB400"); }},
       {"RTF with characters beyond ASCII",
        [](platform::RichTextBox& b) { b.TextRTF(u"{\\rtf1\\uc2 \\b 标题\\b0\\par 说明}"); }},
-      {"the in-memory box's RTF", [](platform::RichTextBox& b) { b.TextRTF(memory_rtf()); }},
       {"the document writer's RTF", [](platform::RichTextBox& b) { b.TextRTF(report_rtf()); },
        true},
       {"the title as the grid writes it", write_title},
@@ -185,6 +148,23 @@ TEST(RichTextBox, AnswersAsTheInMemoryBox) {
   }
 }
 
+// The selection in units of the interface, kept within the text.
+TEST(RichTextBox, SelectsAsTheInMemoryBox) {
+  const struct { int32_t start, length; } cases[] = {{6, 4}, {1, 50}, {10, 3}, {-3, -1}, {8, 0}};
+  TestWindow window;
+  for (const auto& c : cases) {
+    MemoryRichTextBox memory;
+    RichTextBox native(window.hwnd());
+    for (platform::RichTextBox* box : {static_cast<platform::RichTextBox*>(&memory),
+                                       static_cast<platform::RichTextBox*>(&native)}) {
+      box->Text(u"纵筋直径 d\r\n说明");
+      box->SelStart(c.start);
+      box->SelLength(c.length);
+    }
+    EXPECT_EQ(selection_of(native), selection_of(memory)) << c.start << ", " << c.length;
+  }
+}
+
 // Where the control differs from the in-memory box: it keeps paragraphs,
 // not the break characters it was given.
 TEST(RichTextBox, EveryBreakIsAParagraph) {
@@ -198,26 +178,6 @@ TEST(RichTextBox, EveryBreakIsAParagraph) {
   box.SelText(u"1\n2");
   EXPECT_EQ(box.Text(), u"a\r\n1\r\n2b\r\nc\r\n\r\n说");
   EXPECT_EQ(box.SelStart(), 7);
-}
-
-TEST(RichTextBox, TheGridsTitleIsBoldInTheControl) {
-  TestWindow window;
-  RichTextBox box(window.hwnd());
-  write_title(box);
-  EXPECT_EQ(box.TextRTF().find(u"_bb("), Text::npos);
-  const struct {
-    LONG at;
-    bool bold;
-  } cases[] = {{0, true}, {5, true}, {6, false}, {7, false}, {12, false}};
-  for (const auto& c : cases) {
-    CHARRANGE one{c.at, c.at + 1};
-    ::SendMessageW(box.hwnd(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&one));
-    CHARFORMAT2W format{};
-    format.cbSize = sizeof format;
-    ::SendMessageW(box.hwnd(), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
-    EXPECT_EQ((format.dwEffects & CFE_BOLD) != 0, c.bold) << c.at;
-    EXPECT_EQ(format.crTextColor, ::GetSysColor(COLOR_BTNTEXT)) << c.at;
-  }
 }
 
 // The control's size of all its text, in points.
