@@ -329,8 +329,21 @@ LRESULT CalcForm::handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_SIZE:
       if (work_) layout();
       return 0;
+    case WM_ACTIVATE:
+      // The focus goes back where it was when the window was left (a message
+      // box closed over an open editor gives the editor its keys again).
+      if (LOWORD(wparam) == WA_INACTIVE) {
+        HWND focus = ::GetFocus();
+        if (focus && ::IsChild(hwnd(), focus)) focus_ = focus;
+      } else if (!HIWORD(wparam)) {
+        ::SetFocus(focus_ && ::IsWindow(focus_) && ::IsWindowVisible(focus_) ? focus_
+                                                                             : grid_->hwnd());
+      }
+      return 0;
     case WM_SETFOCUS:
-      if (grid_) ::SetFocus(grid_->hwnd());
+      if (grid_)
+        ::SetFocus(focus_ && ::IsWindow(focus_) && ::IsWindowVisible(focus_) ? focus_
+                                                                             : grid_->hwnd());
       return 0;
     case WM_COMMAND:
       if (cases_ && cases_->command(wparam, lparam)) return 0;

@@ -155,6 +155,7 @@ class CalcForm : public FrameWindow, private desk::FormView {
   std::unique_ptr<CaseTable> cases_;
   RECT title_rule_{}, grid_rule_{};  // where Form_Resize put the title box and the grid
   bool title_grows_ = false;
+  HWND focus_ = nullptr;         // the child with the focus when the window was left
   bool showing_filter_ = false;  // the form sets the filter's controls itself
   document::Document report_document_;
   std::unique_ptr<desk::FormWork> work_;
