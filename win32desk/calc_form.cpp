@@ -73,6 +73,8 @@ constexpr int kToolbar[] = {CalcForm::kNew,        CalcForm::kOpen,     CalcForm
                             CalcForm::kSaveReport, CalcForm::kUndo,     CalcForm::kRedo,
                             CalcForm::kExportDocx, CalcForm::kPrint};
 constexpr int kReportCommands[] = {CalcForm::kSaveReport, CalcForm::kExportDocx, CalcForm::kPrint};
+// Those only a form with a report has.
+constexpr int kReportOnly[] = {CalcForm::kExportDocx, CalcForm::kPrint};
 
 template <std::size_t N>
 void add_entries(HMENU menu, const Entry (&entries)[N], std::vector<ACCEL>& keys) {
@@ -170,11 +172,9 @@ void CalcForm::build_menus() {
   ::AppendMenuW(file, MF_STRING, kClose, L"关闭");
   add_entries(edit, kEditEntries, keys);
   keys.push_back({FVIRTKEY | FCONTROL | FSHIFT, 'Z', kRedo});
-  if (program_.calculates) {
-    add_entries(calc, kCalcEntries, keys);
-  } else {
-    add_entries(calc, kCalcEntries, keys);
-    for (const int id : {kSaveReport, kExportDocx, kPrint}) ::DeleteMenu(calc, id, MF_BYCOMMAND);
+  add_entries(calc, kCalcEntries, keys);
+  if (!program_.calculates) {  // no report to export or print
+    for (const int id : {kExportDocx, kPrint}) ::DeleteMenu(calc, id, MF_BYCOMMAND);
     std::erase_if(keys, [](const ACCEL& a) { return a.cmd == kPrint; });
   }
   add_entries(help, kHelpEntries, keys);
@@ -192,8 +192,8 @@ void CalcForm::build_toolbar() {
   ::SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   ::SendMessageW(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(0, 0));
   for (const int id : kToolbar) {
-    const bool report_only = std::find(std::begin(kReportCommands), std::end(kReportCommands),
-                                       id) != std::end(kReportCommands);
+    const bool report_only =
+        std::find(std::begin(kReportOnly), std::end(kReportOnly), id) != std::end(kReportOnly);
     if (report_only && !program_.calculates) continue;
     TBBUTTON button{};
     button.iBitmap = I_IMAGENONE;
