@@ -128,12 +128,10 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const des
   status_ = make_status_bar(hwnd(), 2);
   build_filter_bar();
   panel_ = std::make_unique<platform::win32::Panel>(hwnd());
-  heading_ = make_child(panel_->hwnd(), L"STATIC", SS_LEFT, program.menu_key);
-  LOGFONTW bold = platform::win32::message_font(platform::win32::dpi_of(hwnd()));
-  bold.lfWeight = FW_BOLD;
-  bold.lfHeight = bold.lfHeight * 6 / 5;
-  ::SendMessageW(heading_, WM_SETFONT, reinterpret_cast<WPARAM>(::CreateFontIndirectW(&bold)),
-                 TRUE);
+  heading_ = ::CreateWindowExW(0, L"STATIC", platform::win32::to_wide(program.menu_key).c_str(),
+                               WS_CHILD | WS_VISIBLE | SS_LEFT, 0, 0, 10, 10, panel_->hwnd(),
+                               nullptr, ::GetModuleHandleW(nullptr), nullptr);
+  set_heading_font();
   grid_ = std::make_unique<platform::win32::Win32GridControl>(panel_->hwnd());
   grid_->value_column(grid::kValueCol);
   title_ = std::make_unique<platform::win32::RichTextBox>(panel_->hwnd());
@@ -155,6 +153,18 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const des
 CalcForm::~CalcForm() {
   if (grid_) grid_->connect_events(nullptr);
   work_.reset();
+  if (heading_font_) ::DeleteObject(heading_font_);
+}
+
+void CalcForm::set_heading_font() {
+  // The message font at the window's DPI, bold and a fifth larger.
+  LOGFONTW bold = platform::win32::message_font(platform::win32::dpi_of(hwnd()));
+  bold.lfWeight = FW_BOLD;
+  bold.lfHeight = bold.lfHeight * 6 / 5;
+  HFONT old = heading_font_;
+  heading_font_ = ::CreateFontIndirectW(&bold);
+  ::SendMessageW(heading_, WM_SETFONT, reinterpret_cast<WPARAM>(heading_font_), TRUE);
+  if (old) ::DeleteObject(old);
 }
 
 // ---- Building --------------------------------------------------------------------------
@@ -329,6 +339,9 @@ LRESULT CalcForm::handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_SIZE:
       if (work_) layout();
       return 0;
+    case WM_DPICHANGED:
+      set_heading_font();
+      break;
     case WM_ACTIVATE:
       // The focus goes back where it was when the window was left (a message
       // box closed over an open editor gives the editor its keys again).

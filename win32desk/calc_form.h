@@ -91,6 +91,7 @@ class CalcForm : public FrameWindow, private desk::FormView {
   void build_menus();
   void build_toolbar();
   void build_filter_bar();
+  void set_heading_font();
   void command(int id);
   void enable(int id, bool enabled);
   void fill_recent_menu();
@@ -149,6 +150,7 @@ class CalcForm : public FrameWindow, private desk::FormView {
   HWND refused_only_ = nullptr;
   HWND report_ = nullptr;
   HWND heading_ = nullptr;
+  HFONT heading_font_ = nullptr;
   std::unique_ptr<platform::win32::Panel> panel_;
   std::unique_ptr<platform::win32::Win32GridControl> grid_;
   std::unique_ptr<platform::win32::RichTextBox> title_;

@@ -116,6 +116,14 @@ LRESULT FrameWindow::handle(UINT message, WPARAM wparam, LPARAM lparam) {
 LRESULT CALLBACK FrameWindow::window_proc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* self = reinterpret_cast<FrameWindow*>(::GetWindowLongPtrW(hwnd, GWLP_USERDATA));
   if (!self) return ::DefWindowProcW(hwnd, message, wparam, lparam);
+  if (message == WM_DPICHANGED) {
+    // The window takes the place the system suggests at its new DPI; its
+    // children are laid out again as it is sized.
+    const auto* place = reinterpret_cast<const RECT*>(lparam);
+    ::SetWindowPos(hwnd, nullptr, place->left, place->top, place->right - place->left,
+                   place->bottom - place->top, SWP_NOZORDER | SWP_NOACTIVATE);
+    return 0;
+  }
   if (message == WM_PRINT && (lparam & PRF_NONCLIENT) && !system_prints_frames()) {
     const LRESULT result = ::DefWindowProcW(hwnd, message, wparam, lparam);
     print_frame(hwnd, reinterpret_cast<HDC>(wparam));
@@ -128,14 +136,29 @@ LRESULT CALLBACK FrameWindow::window_proc(HWND hwnd, UINT message, WPARAM wparam
   return self->handle(message, wparam, lparam);
 }
 
+namespace {
+
+// A child's font follower goes with the child.
+LRESULT CALLBACK drop_font_follower(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                    UINT_PTR id, DWORD_PTR follower) {
+  if (message == WM_NCDESTROY) {
+    ::RemoveWindowSubclass(window, &drop_font_follower, id);
+    delete reinterpret_cast<platform::win32::FontFollower*>(follower);
+  }
+  return ::DefSubclassProc(window, message, wparam, lparam);
+}
+
+}  // namespace
+
 HWND make_child(HWND parent, const wchar_t* window_class, DWORD style, TextView text, int id,
                 DWORD ex_style) {
   HWND child = ::CreateWindowExW(ex_style, window_class, platform::win32::to_wide(text).c_str(),
                                  WS_CHILD | WS_VISIBLE | style, 0, 0, 10, 10, parent,
                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                  ::GetModuleHandleW(nullptr), nullptr);
-  HFONT font = platform::win32::create_message_font(platform::win32::dpi_of(parent));
-  ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  // The message font of the child's DPI, now and when the DPI changes.
+  auto* follower = new platform::win32::FontFollower(child);
+  ::SetWindowSubclass(child, &drop_font_follower, 1, reinterpret_cast<DWORD_PTR>(follower));
   return child;
 }
 

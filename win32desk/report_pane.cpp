@@ -13,9 +13,12 @@
 namespace zelkora::win32desk {
 
 HWND make_report_pane(HWND parent) {
-  HWND pane = make_child(parent, MSFTEDIT_CLASS,
-                         ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP, {},
-                         0, WS_EX_CLIENTEDGE);
+  // No font of the window's: the RTF names every font, and a window font
+  // given to a rich-edit control would replace them all.
+  HWND pane = ::CreateWindowExW(
+      WS_EX_CLIENTEDGE, MSFTEDIT_CLASS, L"",
+      WS_CHILD | WS_VISIBLE | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP,
+      0, 0, 10, 10, parent, nullptr, ::GetModuleHandleW(nullptr), nullptr);
   ::SendMessageW(pane, EM_SETTARGETDEVICE, 0, 0);  // lines wrap at the pane's width
   return pane;
 }
