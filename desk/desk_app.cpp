@@ -10,11 +10,9 @@
 #include "desk/calc_form.h"
 #include "desk/main_window.h"
 #include "desk/report_view.h"
+#include "program/program_menu.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_numbers.h"
-#include "zelkora/platform/codepage.h"
-#include "zelkora/platform/headless/memory_ini_files.h"
-#include "zelkora/platform/resources.h"
 
 namespace zelkora::desk {
 
@@ -34,46 +32,13 @@ QPalette dark_palette() {
   return dark;
 }
 
-namespace {
-
-// The program menu from the library's resources, every other INI file from
-// the system's INI files.
-class MenuIniFiles : public platform::IniFiles {
- public:
-  MenuIniFiles(std::shared_ptr<platform::IniFiles> system, Text menu) : system_(std::move(system)) {
-    menu_.put(DeskApp::kMenuFile, menu);
-  }
-  Text read(TextView section, TextView key, TextView default_value, TextView file) const override {
-    if (equal_text(file, DeskApp::kMenuFile, Compare::Text)) {
-      return menu_.read(section, key, default_value, DeskApp::kMenuFile);
-    }
-    return system_ ? system_->read(section, key, default_value, file) : Text(default_value);
-  }
-  bool write(TextView section, TextView key, std::optional<TextView> value,
-             TextView file) override {
-    return system_ && !equal_text(file, DeskApp::kMenuFile, Compare::Text) &&
-           system_->write(section, key, value, file);
-  }
-
- private:
-  std::shared_ptr<platform::IniFiles> system_;
-  platform::headless::MemoryIniFiles menu_;
-};
-
-constexpr std::size_t kMaxMenuBytes = std::size_t{1} << 20;
-
-}  // namespace
-
 DeskApp::DeskApp() {
   install_qt_translation();
   load_grade_font();
   platform_ = std::make_shared<platform::Platform>(*platform::Platform::environment_default());
   messages_ = std::make_shared<platform::qt::QtMessageBox>(nullptr);
   platform_->messages = messages_;
-  const std::optional<std::string> menu =
-      platform::read_resource(platform_->resources, to_utf8(kMenuFile), kMaxMenuBytes);
-  platform_->ini =
-      std::make_shared<MenuIniFiles>(platform_->ini, codepage::from_ansi(menu.value_or("")));
+  add_program_menu(*platform_);
   main_window_ = std::make_unique<MainWindow>(*this);
 }
 

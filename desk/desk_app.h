@@ -32,9 +32,6 @@ class DeskApp : public QObject {
   Q_OBJECT
 
  public:
-  // The name under which the program menu is read.
-  static constexpr TextView kMenuFile = u"ZK_PROMENU.INI";
-
   DeskApp();
   ~DeskApp() override;
 

@@ -8,6 +8,7 @@
 #include <QStatusBar>
 
 #include "desk/desk_app.h"
+#include "program/program_menu.h"
 #include "program/programs.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/grid/grid_appearance.h"
@@ -19,7 +20,7 @@ MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
   grid_ = new platform::qt::QtGridControl(this);
   setCentralWidget(grid_);
   menu_.GridCell(grid_);
-  menu_.tProMenuIniFile(DeskApp::kMenuFile);
+  menu_.tProMenuIniFile(kMenuFile);
   menu_.GridCell_Initialize();
   grid_->connect_events(this);
   dim_programs_without_form();

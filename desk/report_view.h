@@ -22,6 +22,7 @@
 
 #include "desk/figure_painter.h"
 #include "desk/section_sketch.h"
+#include "program/form_report.h"
 #include "zelkora/document/report_document.h"
 
 class QTextBrowser;
@@ -43,11 +44,5 @@ struct ReportLook {
 
 // `text` emptied and filled with the document.
 void fill_report(QTextDocument& text, const document::Document& document, const ReportLook& look);
-
-// The report of a form: the lines of its calculation read (read_report) and
-// its figure (the beam's section, the footing's plan), if any and not
-// empty, at the end.
-document::Document form_report(const std::vector<Text>& lines, TextView program,
-                               const document::Figure* figure);
 
 }  // namespace zelkora::desk

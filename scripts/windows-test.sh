@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# Runs the Windows build under Wine: the test suites zelkora_tests.exe and
-# zelkora_program_tests.exe (the programs' layer) and zelkora_win32gui_tests.exe
-# (the native controls) with a Western system code page (LANG=C.UTF-8) and a
-# Chinese one (LANG=zh_CN.UTF-8); then the tool's examples (`zelkora demo` and
-# scripts/demo.sh) through zelkora.exe, whose output must be byte for byte the
-# output of the Linux build.
+# Runs the Windows build under Wine: the test suites zelkora_tests.exe,
+# zelkora_program_tests.exe (the programs' layer) and
+# zelkora_win32gui_tests.exe (the native controls) with a Western system code
+# page (LANG=C.UTF-8) and a Chinese one (LANG=zh_CN.UTF-8); then the tool's
+# examples (`zelkora demo` and scripts/demo.sh) through zelkora.exe, whose
+# output must be byte for byte the output of the Linux build; last the
+# desktop program, zelkora-desk.exe, whose script must write the Linux
+# program's files (windows-desk-test.sh).
 #
 #   scripts/windows-test.sh [WINDOWS_BUILD [LINUX_BUILD]]
 set -euo pipefail
@@ -57,4 +59,7 @@ else
   head -40 "$win/tool.diff"
   status=1
 fi
+
+echo "== the desktop program: zelkora-desk.exe under Wine against the Linux zelkora-desk"
+WINE=$WINE "$here/windows-desk-test.sh" "$win" "$linux" || status=1
 exit $status

@@ -732,6 +732,10 @@ bool Win32GridControl::leave_cell() {
   return act([&] { return user_.leave_cell(); });
 }
 
+void Win32GridControl::move_to(int32_t row, int32_t col) {
+  act([&] { user_.move_to(row, col); });
+}
+
 bool Win32GridControl::type_into(int32_t row, int32_t col, TextView text) {
   return act([&] { return user_.type_into(row, col, text); });
 }

@@ -75,6 +75,9 @@ class Win32GridControl : public HwndControl<GridControl> {
   // Leaves the active cell as a click elsewhere would; a refusal keeps its
   // editor open and answers false.
   bool leave_cell();
+  // Makes the cell the active one, any editor closed without a check, as
+  // a form does when it puts the user at a row (after an undo).
+  void move_to(int32_t row, int32_t col);
   // Enters `text` into the cell as if typed, then leaves it; false when a
   // step was refused or the text is longer than kMaxTypedLength.
   bool type_into(int32_t row, int32_t col, TextView text);

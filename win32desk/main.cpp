@@ -1,0 +1,113 @@
+// zelkora-desk.exe: the suite's desktop program on Windows' own controls.
+//
+//   zelkora-desk [PROJECTFILE] [--script FILE] [--quit]
+//
+// Opens the program menu; a project file opens in its program's form; a
+// script of input events runs once the windows are up (win32desk/script.h),
+// and with --quit the program ends after it.
+//
+// The program is of the GUI subsystem, so that no console window opens with
+// it; what a script prints goes to the standard output the program was given
+// (a file or pipe it was started with, as `wine zelkora-desk.exe --script
+// s.txt > out.txt` or cmd's redirection give it), else to the console of the
+// program that started it (AttachConsole), else nowhere. Bytes are written as
+// they are (UTF-8, "\n" line ends), with WriteConsoleW on a console.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "win32desk/calc_form.h"
+#include "win32desk/desk_app.h"
+#include "win32desk/main_window.h"
+#include "win32desk/script.h"
+#include "zelkora/platform/win32gui/win32_controls.h"
+
+namespace {
+
+using zelkora::Text;
+
+// One of the standard streams, found as described above.
+class Stream {
+ public:
+  explicit Stream(DWORD which) {
+    handle_ = ::GetStdHandle(which);
+    if (!usable()) {
+      ::AttachConsole(ATTACH_PARENT_PROCESS);
+      handle_ = ::GetStdHandle(which);
+    }
+    DWORD mode = 0;
+    console_ = usable() && ::GetConsoleMode(handle_, &mode);
+  }
+  void operator()(const std::string& bytes) const {
+    if (!usable()) return;
+    DWORD written = 0;
+    if (console_) {
+      const std::wstring wide = zelkora::platform::win32::to_wide(zelkora::from_utf8(bytes));
+      ::WriteConsoleW(handle_, wide.c_str(), static_cast<DWORD>(wide.size()), &written, nullptr);
+    } else {
+      ::WriteFile(handle_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    }
+  }
+
+ private:
+  bool usable() const { return handle_ && handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE handle_;
+  bool console_ = false;
+};
+
+bool read_lines(const std::wstring& file, std::vector<Text>& lines) {
+  FILE* in = _wfopen(file.c_str(), L"rb");
+  if (!in) return false;
+  std::string bytes;
+  char buffer[4096];
+  for (std::size_t n; (n = fread(buffer, 1, sizeof(buffer), in)) > 0;) bytes.append(buffer, n);
+  fclose(in);
+  lines = zelkora::split_text(zelkora::from_utf8(bytes), u"\n");
+  return true;
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+  const Stream out(STD_OUTPUT_HANDLE), err(STD_ERROR_HANDLE);
+  std::wstring script, project;
+  bool quit = false, usage = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::wstring arg = argv[i];
+    if (arg == L"--script" && i + 1 < argc) {
+      script = argv[++i];
+    } else if (arg == L"--quit") {
+      quit = true;
+    } else if (arg.rfind(L"--", 0) != 0 && project.empty()) {
+      project = arg;
+    } else {
+      usage = true;
+    }
+  }
+  if (usage) {
+    err("usage: zelkora-desk [PROJECTFILE] [--script FILE] [--quit]\n");
+    return 2;
+  }
+  std::vector<Text> lines;
+  if (!script.empty() && !read_lines(script, lines)) {
+    err("zelkora-desk: cannot read the script " +
+        zelkora::to_utf8(zelkora::platform::win32::from_wide(script.c_str(), script.size())) +
+        "\n");
+    return 2;
+  }
+  const Text project_file = zelkora::platform::win32::from_wide(project.c_str(), project.size());
+  zelkora::win32desk::DeskApp desk;
+  ::ShowWindow(desk.main_window().hwnd(), SW_SHOWNORMAL);
+  if (lines.empty() && !quit) {
+    if (!project_file.empty()) desk.open_project(project_file);
+    return desk.run();
+  }
+  // The project's boxes are answered as the script's: a run never waits.
+  desk.pump();
+  const int status = zelkora::win32desk::run_script(desk, lines, out, err, project_file);
+  if (quit || status != 0) {
+    desk.stop_asking();
+    return status;
+  }
+  return desk.run();
+}

@@ -1,0 +1,187 @@
+// The main window with the program menu.
+#include "win32desk/main_window.h"
+
+#include "program/program_menu.h"
+#include "program/programs.h"
+#include "win32desk/desk_app.h"
+#include "zelkora/frame/catalogue_ids.h"
+#include "zelkora/grid/grid_appearance.h"
+#include "zelkora/platform/win32gui/win32_controls.h"
+
+#ifndef ZELKORA_VERSION
+#define ZELKORA_VERSION "0"
+#endif
+
+namespace zelkora::win32desk {
+
+using namespace desk;  // NOLINT: the program layer
+
+namespace {
+
+constexpr TextView kViewSection = u"View";
+constexpr TextView kMenuKey = u"Menu";
+constexpr TextView kGroupSeparator = u"|";
+
+HMENU build_menu() {
+  HMENU bar = ::CreateMenu();
+  HMENU file = ::CreatePopupMenu();
+  ::AppendMenuW(file, MF_STRING, MainWindow::kQuit, L"退出(&X)\tCtrl+Q");
+  HMENU help = ::CreatePopupMenu();
+  ::AppendMenuW(help, MF_STRING, MainWindow::kAbout, L"关于(&A)");
+  ::AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), L"文件(&F)");
+  ::AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(help), L"帮助(&H)");
+  return bar;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
+  create(DeskApp::kTitle, build_menu(), 420, 640);
+  ACCEL quit{FCONTROL | FVIRTKEY, 'Q', kQuit};
+  set_accelerators(::CreateAcceleratorTableW(&quit, 1));
+  grid_ = std::make_unique<platform::win32::Win32GridControl>(hwnd());
+  status_ = make_status_bar(hwnd(), 1);
+  menu_.GridCell(grid_.get());
+  menu_.tProMenuIniFile(kMenuFile);
+  menu_.GridCell_Initialize();
+  grid_->connect_events(this);
+  dim_programs_without_form();
+  restore_folding();
+  status_text(status_, 0, u"单击分组展开，单击程序打开其计算表单");
+  layout();
+}
+
+MainWindow::~MainWindow() { grid_->connect_events(nullptr); }
+
+Text MainWindow::about_text() {
+  return u"Zelkora 结构快速设计\n版本 " + from_utf8(ZELKORA_VERSION) + u"，构建于 " +
+         from_utf8(__DATE__) + u"\nWindows 原生控件";
+}
+
+void MainWindow::layout() {
+  RECT client, bar;
+  ::GetClientRect(hwnd(), &client);
+  ::SendMessageW(status_, WM_SIZE, 0, 0);
+  ::GetWindowRect(status_, &bar);
+  ::MoveWindow(grid_->hwnd(), 0, 0, client.right, client.bottom - (bar.bottom - bar.top), TRUE);
+}
+
+LRESULT MainWindow::handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_SIZE:
+      if (grid_) layout();
+      return 0;
+    case WM_SETFOCUS:
+      ::SetFocus(grid_->hwnd());
+      return 0;
+    case WM_COMMAND:
+      if (LOWORD(wparam) == kQuit) {
+        ::PostMessageW(hwnd(), WM_CLOSE, 0, 0);
+      } else if (LOWORD(wparam) == kAbout) {
+        ::MessageBoxW(hwnd(), platform::win32::to_wide(about_text()).c_str(),
+                      L"关于 Zelkora 结构快速设计", MB_OK | MB_ICONINFORMATION);
+      }
+      return 0;
+    case WM_CLOSE:
+      // The menu is the program: closing it closes the forms, each asking
+      // about its changes; one that stays keeps the program running.
+      if (app_.close_forms()) ::DestroyWindow(hwnd());
+      return 0;
+    case WM_DESTROY:
+      ::PostQuitMessage(0);
+      return 0;
+    default:
+      return FrameWindow::handle(message, wparam, lparam);
+  }
+}
+
+void MainWindow::dim_programs_without_form() {
+  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
+  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
+       ++row) {
+    if (!lines[row].selectable || program_of(lines[row].key)) continue;
+    const auto r = static_cast<int32_t>(row);
+    grid_->ForeColor(r, 2, platform::kColourGrayText);
+    grid_->note_cell(r, 2, u"“" + Text(lines[row].key) + u"”的计算表单不在本程序中。");
+  }
+}
+
+std::vector<Text> MainWindow::unfolded_groups() const {
+  std::vector<Text> groups;
+  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
+  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
+       ++row) {
+    const auto r = static_cast<int32_t>(row);
+    if (lines[row].kind == clsGridCellMain::kGroupLine &&
+        grid_->ImageKey(r, grid::kPictureCol) == grid::kExpandedKey) {
+      groups.emplace_back(trim(lines[row].caption));
+    }
+  }
+  return groups;
+}
+
+void MainWindow::restore_folding() {
+  const std::shared_ptr<platform::Platform>& platform = app_.platform();
+  if (!platform->settings) return;
+  const clsCharacter chr(platform);
+  const std::optional<Text> saved =
+      platform->settings->get(chr.tString(text_id::kApplication), kViewSection, kMenuKey);
+  if (!saved) return;
+  const std::vector<Text> open = split_text(*saved, kGroupSeparator);
+  const platform::CellRef active = grid_->ActiveCell();
+  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
+  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
+       ++row) {
+    const auto r = static_cast<int32_t>(row);
+    if (lines[row].kind != clsGridCellMain::kGroupLine ||
+        std::find(open.begin(), open.end(), Text(trim(lines[row].caption))) == open.end() ||
+        grid_->ImageKey(r, grid::kPictureCol) == grid::kExpandedKey) {
+      continue;
+    }
+    grid_->ActiveCell(r, grid::kCaptionCol);
+    Text page, key;
+    menu_.GridCell_Click(page, key);
+  }
+  grid_->ActiveCell(active.row, active.col);
+  kept_folding_ = unfolded_groups();
+}
+
+void MainWindow::save_folding() {
+  const std::vector<Text> open = unfolded_groups();
+  const std::shared_ptr<platform::Platform>& platform = app_.platform();
+  if (open == kept_folding_ || !platform->settings) return;
+  kept_folding_ = open;
+  Text joined;
+  for (const Text& group : open) joined += (joined.empty() ? u"" : Text(kGroupSeparator)) + group;
+  const clsCharacter chr(platform);
+  platform->settings->set(chr.tString(text_id::kApplication), kViewSection, kMenuKey, joined);
+}
+
+int32_t MainWindow::row_of(TextView caption) const {
+  for (int32_t row = 1; row < grid_->Rows(); ++row) {
+    if (trim(grid_->Text(row, 2)) == trim(caption)) return row;
+  }
+  return 0;
+}
+
+void MainWindow::open_selected(bool selected, const Text& key) {
+  save_folding();  // a click on a group folds or unfolds it
+  if (selected) app_.open_program(key);
+}
+
+void MainWindow::Click(int32_t /*row*/, int32_t /*col*/) {
+  Text page, key;
+  open_selected(menu_.GridCell_Click(page, key), key);
+}
+
+void MainWindow::DblClick() {
+  Text page, key;
+  open_selected(menu_.GridCell_Click(page, key), key);
+}
+
+void MainWindow::KeyDown(int16_t& key_code, int16_t shift) {
+  Text page, key;
+  open_selected(menu_.GridCell_KeyDown(key_code, shift, page, key), key);
+}
+
+}  // namespace zelkora::win32desk

@@ -1,0 +1,32 @@
+// The desktop program's script language (desk/script.h lists its steps) on
+// the Windows host: each step is delivered to the windows as the system
+// delivers a user's hand, as window messages (a click's button down and up
+// at a cell's point, key downs and characters to the window with the focus,
+// Ctrl held in the thread's key state, a menu's or a toolbar's command),
+// and the message loop is run until nothing waits. Every message box met is
+// printed as "message: TITLE | TEXT" and answered, a file dialog met is
+// printed and cancelled (both through a CBT hook on the thread).
+//
+// Steps not yet on Windows: copy, paste, clip (the clipboard), export pdf,
+// preview (no PDF or print preview on Windows).
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "zelkora/platform/text.h"
+
+namespace zelkora::win32desk {
+
+class DeskApp;
+
+// What a run prints, one line at a time (UTF-8, each ended by "\n").
+using ScriptOut = std::function<void(const std::string& line)>;
+
+// Runs the lines; 0 when every step ran, 2 with the reason on `err` (the
+// line's number and text) when one could not. `project`, when given, is
+// opened first, its boxes printed and answered as the script's are.
+int run_script(DeskApp& app, const std::vector<Text>& lines, const ScriptOut& out,
+               const ScriptOut& err, TextView project = {});
+
+}  // namespace zelkora::win32desk
