@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # The desktop program's script (win32desk/testdata/three_programs.txt) run
 # by the Linux program (Qt, offscreen) and by zelkora-desk.exe under Wine
-# (the null driver), each in a folder and with settings and suite files of
-# its own: the project files, the reports and the lines printed (the boxes
-# met) must be the same, byte for byte.
+# (the null driver) in a Western and a Chinese code page, each in a folder
+# and with settings and suite files of its own: the project files, the
+# reports and the lines printed (the boxes met) must be the same, byte for
+# byte.
 #
 #   scripts/windows-desk-test.sh [WINDOWS_BUILD [LINUX_BUILD]]
 # Uses WINE, WINESERVER and WINEPREFIX when set (scripts/windows-test.sh).
@@ -20,27 +21,33 @@ WINE=$WINE "$here/wine-prefix.sh" "$WINEPREFIX" null
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-mkdir "$work/linux" "$work/windows" "$work/bin"
+mkdir "$work/linux" "$work/bin"
 # The program's folder holds the suite's files it writes (ZK_Form.INI, the
 # history): a copy of its own starts with none, as the Linux run does.
-cp "$win/zelkora-desk.exe" "$work/bin/"
 (cd "$work/linux" && LANG=C.UTF-8 ZELKORA_SETTINGS="$work/linux.ini" QT_QPA_PLATFORM=offscreen \
   "$linux/zelkora-desk" --script "$script" --quit >lines.out 2>"$work/linux.err") ||
   { echo "windows-desk-test: the Linux program failed:"; cat "$work/linux.err"; exit 1; }
-(cd "$work/windows" && LANG=C.UTF-8 ZELKORA_SETTINGS="$work/windows.ini" \
-  "$WINE" "$work/bin/zelkora-desk.exe" --script "$script" --quit >lines.out 2>"$work/windows.err") ||
-  { echo "windows-desk-test: zelkora-desk.exe failed:"; cat "$work/windows.err"; exit 1; }
-
 files=$(cd "$work/linux" && ls)
-if [ "$files" != "$(cd "$work/windows" && ls)" ]; then
-  echo "windows-desk-test: the programs wrote different files:"
-  diff <(echo "$files") <(cd "$work/windows" && ls) || true
-  exit 1
-fi
-if ! diff -r "$work/linux" "$work/windows" >"$work/desk.diff"; then
-  echo "windows-desk-test: zelkora-desk.exe wrote other bytes than the Linux program:"
-  head -40 "$work/desk.diff"
-  exit 1
-fi
-echo "zelkora-desk.exe under Wine: the same $(echo "$files" | wc -l) files as the Linux program" \
-  "($(wc -l <"$work/linux/lines.out") lines printed)"
+
+# zelkora-desk.exe with a Western system code page and with a Chinese one.
+for lang in C.UTF-8 zh_CN.UTF-8; do
+  run="$work/windows-$lang"
+  mkdir "$run" "$work/bin-$lang"
+  cp "$win/zelkora-desk.exe" "$work/bin-$lang/"
+  (cd "$run" && LANG=$lang ZELKORA_SETTINGS="$work/windows-$lang.ini" \
+    "$WINE" "$work/bin-$lang/zelkora-desk.exe" --script "$script" --quit >lines.out \
+    2>"$work/windows.err") ||
+    { echo "windows-desk-test: zelkora-desk.exe failed (LANG=$lang):"; cat "$work/windows.err"; exit 1; }
+  if [ "$files" != "$(cd "$run" && ls)" ]; then
+    echo "windows-desk-test: the programs wrote different files (LANG=$lang):"
+    diff <(echo "$files") <(cd "$run" && ls) || true
+    exit 1
+  fi
+  if ! diff -r "$work/linux" "$run" >"$work/desk.diff"; then
+    echo "windows-desk-test: zelkora-desk.exe wrote other bytes than the Linux program (LANG=$lang):"
+    head -40 "$work/desk.diff"
+    exit 1
+  fi
+  echo "zelkora-desk.exe under Wine, LANG=$lang: the same $(echo "$files" | wc -l) files as the" \
+    "Linux program ($(wc -l <"$work/linux/lines.out") lines printed)"
+done
