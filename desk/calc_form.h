@@ -127,14 +127,9 @@ class CalcForm : public QMainWindow, private FormView {
   bool export_pdf(const QString& file);
   bool print_report();
   bool preview_report();
-  // The program's recent project files, newest first, as the File menu
-  // lists them.
-  std::vector<Text> recent_files() const;
-  // The suite's help at the page of the current row's caption: its plain
-  // text and ".htm" ("截面宽度 b.htm"), or at the start of the help on a
-  // heading. Without the help file, or where it cannot be shown, the status
-  // line and a message say so; false then.
-  bool show_help();
+  // The program's recent project files and the help (FormWork's).
+  std::vector<Text> recent_files() const { return FormWork::recent_files(platform_, program_); }
+  bool show_help() { return work_->show_help(); }
 
   // The Edit menu (FormWork's).
   bool undo() { return work_->undo(); }

@@ -53,83 +53,21 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::dim_programs_without_form() {
-  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
-  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
-       ++row) {
-    if (!lines[row].selectable || program_of(lines[row].key)) continue;
-    const auto r = static_cast<int32_t>(row);
-    grid_->ForeColor(r, 2, platform::kColourGrayText);
-    grid_->note_cell(r, 2, QStringLiteral("“%1”的计算表单不在本程序中。")
-                               .arg(platform::qt::to_qstring(lines[row].key)));
+  for (const auto& [row, note] : desk::dim_programs_without_form(menu_, *grid_)) {
+    grid_->note_cell(row, grid::kCaptionCol, platform::qt::to_qstring(note));
   }
-}
-
-namespace {
-
-constexpr TextView kViewSection = u"View";
-constexpr TextView kMenuKey = u"Menu";
-// Group captions are joined by "|", which the menu file uses between a
-// group and its programs and so is in no caption.
-constexpr char16_t kGroupSeparator = u'|';
-
-}  // namespace
-
-QStringList MainWindow::unfolded_groups() const {
-  QStringList groups;
-  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
-  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
-       ++row) {
-    const auto r = static_cast<int32_t>(row);
-    if (lines[row].kind == clsGridCellMain::kGroupLine &&
-        grid_->ImageKey(r, grid::kPictureCol) == grid::kExpandedKey) {
-      groups << platform::qt::to_qstring(trim(lines[row].caption));
-    }
-  }
-  return groups;
 }
 
 void MainWindow::restore_folding() {
-  const std::shared_ptr<platform::Platform>& platform = app_.platform();
-  if (!platform->settings) return;
-  const clsCharacter chr(platform);
-  const std::optional<Text> saved =
-      platform->settings->get(chr.tString(text_id::kApplication), kViewSection, kMenuKey);
-  if (!saved) return;
-  const QStringList open = platform::qt::to_qstring(*saved).split(QChar(kGroupSeparator));
-  // A group is unfolded as a click unfolds it; the active cell is put back.
-  const platform::CellRef active = grid_->ActiveCell();
-  const std::vector<clsGridCellMain::MenuLine>& lines = menu_.menu_lines();
-  for (std::size_t row = 1; row < lines.size() && row < static_cast<std::size_t>(grid_->Rows());
-       ++row) {
-    const auto r = static_cast<int32_t>(row);
-    if (lines[row].kind != clsGridCellMain::kGroupLine ||
-        !open.contains(platform::qt::to_qstring(trim(lines[row].caption))) ||
-        grid_->ImageKey(r, grid::kPictureCol) == grid::kExpandedKey) {
-      continue;
-    }
-    grid_->ActiveCell(r, grid::kCaptionCol);
-    Text page, key;
-    menu_.GridCell_Click(page, key);
-  }
-  grid_->ActiveCell(active.row, active.col);
+  desk::restore_folding(app_.platform(), menu_, *grid_);
   kept_folding_ = unfolded_groups();
 }
 
 void MainWindow::save_folding() {
-  const QStringList open = unfolded_groups();
-  const std::shared_ptr<platform::Platform>& platform = app_.platform();
-  if (open == kept_folding_ || !platform->settings) return;
-  kept_folding_ = open;
-  const clsCharacter chr(platform);
-  platform->settings->set(chr.tString(text_id::kApplication), kViewSection, kMenuKey,
-                          platform::qt::to_text(open.join(QChar(kGroupSeparator))));
-}
-
-int32_t MainWindow::row_of(TextView caption) const {
-  for (int32_t row = 1; row < grid_->Rows(); ++row) {
-    if (trim(grid_->Text(row, 2)) == trim(caption)) return row;
-  }
-  return 0;
+  std::vector<Text> open = unfolded_groups();
+  if (open == kept_folding_) return;
+  kept_folding_ = std::move(open);
+  keep_folding(app_.platform(), kept_folding_);
 }
 
 void MainWindow::BeforeEdit(int32_t /*row*/, int32_t /*col*/, bool& cancel) { cancel = true; }

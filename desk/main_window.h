@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 
+#include "program/program_menu.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/platform/qt/qt_grid.h"
 
@@ -24,13 +25,13 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   platform::qt::QtGridControl& grid() { return *grid_; }
   clsGridCellMain& menu() { return menu_; }
   // The grid row whose caption is `caption` (blanks around it ignored), or 0.
-  int32_t row_of(TextView caption) const;
+  int32_t row_of(TextView caption) const { return desk::menu_row_of(*grid_, caption); }
   // What 帮助 ▸ 关于 says: the version and the build date.
   static QString about_text();
   // The captions of the unfolded groups, top down. The folding is kept in
   // the user's settings (section "View", key "Menu") as it changes, and a
   // new menu window opens its groups as they were.
-  QStringList unfolded_groups() const;
+  std::vector<Text> unfolded_groups() const { return desk::unfolded_groups(menu_, *grid_); }
 
   // The menu grid's events: a click or Space on a group folds or unfolds it,
   // on a program (or Enter, or a double click) opens it.
@@ -59,7 +60,7 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   DeskApp& app_;
   clsGridCellMain menu_;
   platform::qt::QtGridControl* grid_ = nullptr;
-  QStringList kept_folding_;  // the unfolded groups as last kept
+  std::vector<Text> kept_folding_;  // the unfolded groups as last kept
 };
 
 }  // namespace zelkora::desk

@@ -13,6 +13,7 @@
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/grid/row_facts.h"
 #include "zelkora/grid/user_defaults.h"
+#include "zelkora/typeset/markup.h"
 
 namespace zelkora::desk {
 
@@ -669,6 +670,28 @@ void FormWork::apply_filter(int32_t held_row) {
   // A folded row the filter shows is edited and checked like any other.
   grid::show_kept_rows(cell(), kept);
   view_.show_only(std::move(kept));
+}
+
+std::vector<Text> FormWork::recent_files(const std::shared_ptr<const platform::Platform>& platform,
+                                         const Program& program) {
+  return clsCharacter(platform).tHistoryFiles(Text(program.menu_key));
+}
+
+bool FormWork::show_help() {
+  Text topic;
+  const int32_t row = cell().lCurrentRow();
+  for (const grid::RowFacts& facts : grid::row_facts(cell())) {
+    if (facts.row == row && facts.item >= 0) {
+      topic = Text(trim(typeset::strip_fields_and_markup(facts.caption))) + u".htm";
+    }
+  }
+  if (clsCharacter(platform_).bShowHelp(topic)) return true;
+  const bool missing = platform_->suite->full_path(u"Zelkora.chm").empty();
+  const Text why = missing ? Text(u"找不到帮助文件 Zelkora.chm，本程序没有帮助。")
+                           : Text(u"帮助文件 Zelkora.chm 无法打开：系统没有能打开它的程序。");
+  view_.show_status(why, 10000);
+  platform_->messages->warning(why, u"帮助");
+  return false;
 }
 
 }  // namespace zelkora::desk

@@ -117,6 +117,16 @@ class FormWork : public platform::GridForm {
   // when it cannot move.
   int32_t move_case(int32_t item, int step);
 
+  // The program's recent project files, newest first, as the File menu
+  // lists them (also before its form is built).
+  static std::vector<Text> recent_files(const std::shared_ptr<const platform::Platform>& platform,
+                                        const Program& program);
+  // The suite's help at the page of the current row's caption: its plain
+  // text and ".htm" ("截面宽度 b.htm"), or at the start of the help on a
+  // heading. Without the help file, or where it cannot be shown, the status
+  // line and a message say so; false then.
+  bool show_help();
+
   // ---- The Edit menu.
   // Undo and redo: the cell is left first; the row of the step's first item
   // becomes the current one.

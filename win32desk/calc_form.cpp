@@ -485,27 +485,6 @@ void CalcForm::fill_recent_menu() {
   if (files.empty()) ::AppendMenuW(recent_menu_, MF_STRING | MF_GRAYED, 0, L"（无）");
 }
 
-std::vector<Text> CalcForm::recent_files() const {
-  return clsCharacter(platform_).tHistoryFiles(Text(program_.menu_key));
-}
-
-bool CalcForm::show_help() {
-  Text topic;
-  const int32_t row = cell().lCurrentRow();
-  for (const grid::RowFacts& facts : grid::row_facts(cell())) {
-    if (facts.row == row && facts.item >= 0) {
-      topic = Text(trim(typeset::strip_fields_and_markup(facts.caption))) + u".htm";
-    }
-  }
-  if (clsCharacter(platform_).bShowHelp(topic)) return true;
-  const bool missing = platform_->suite->full_path(u"Zelkora.chm").empty();
-  const Text why = missing ? Text(u"找不到帮助文件 Zelkora.chm，本程序没有帮助。")
-                           : Text(u"帮助文件 Zelkora.chm 无法打开：系统没有能打开它的程序。");
-  show_status(why, 10000);
-  platform_->messages->warning(why, u"帮助");
-  return false;
-}
-
 // ---- The Edit menu -------------------------------------------------------------------------
 
 void CalcForm::copy_rows() {

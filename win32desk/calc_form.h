@@ -80,8 +80,10 @@ class CalcForm : public FrameWindow, private desk::FormView {
   bool save_report(TextView file);
   bool export_docx(TextView file);
   bool print_report();
-  bool show_help();
-  std::vector<Text> recent_files() const;
+  bool show_help() { return work_->show_help(); }
+  std::vector<Text> recent_files() const {
+    return desk::FormWork::recent_files(platform_, program_);
+  }
   void apply_filter();
 
  protected:

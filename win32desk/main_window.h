@@ -7,6 +7,7 @@
 
 #include <memory>
 
+#include "program/program_menu.h"
 #include "win32desk/frame_window.h"
 #include "zelkora/grid/cls_grid_cell_main.h"
 #include "zelkora/platform/win32gui/win32_grid.h"
@@ -24,7 +25,7 @@ class MainWindow : public FrameWindow, public platform::GridEvents {
 
   platform::win32::Win32GridControl& grid() { return *grid_; }
   // The grid row whose caption is `caption` (blanks around it ignored), or 0.
-  int32_t row_of(TextView caption) const;
+  int32_t row_of(TextView caption) const { return desk::menu_row_of(*grid_, caption); }
   // What 帮助 ▸ 关于 says: the version and the build date.
   static Text about_text();
 
@@ -48,7 +49,7 @@ class MainWindow : public FrameWindow, public platform::GridEvents {
   void layout();
   void dim_programs_without_form();
   void open_selected(bool selected, const Text& key);
-  std::vector<Text> unfolded_groups() const;
+  std::vector<Text> unfolded_groups() const { return desk::unfolded_groups(menu_, *grid_); }
   void restore_folding();
   void save_folding();
 
