@@ -1216,11 +1216,12 @@ class DeskTest : public QObject {
     QFETCH(QString, file);
     QFile script(QStringLiteral(ZK_SOURCE_DIR "/desk/testdata/monkey/") + file);
     QVERIFY(script.open(QIODevice::ReadOnly));
-    QString printed;
-    QTextStream out(&printed), err(&printed);
-    const int status =
-        check_script(QString::fromUtf8(script.readAll()).split(QLatin1Char('\n')), out, err, true);
-    QVERIFY2(status == 0, qPrintable(printed));
+    std::vector<std::string> steps;
+    for (const QString& line : QString::fromUtf8(script.readAll()).split(QLatin1Char('\n')))
+      steps.push_back(line.toStdString());
+    std::ostringstream printed;
+    const int status = check_script(steps, qt_monkey_host, printed, printed, true);
+    QVERIFY2(status == 0, printed.str().c_str());
   }
 
   // The desktop form and the headless one, driven by the same script step

@@ -12,8 +12,11 @@
 #include <QFile>
 #include <QTextStream>
 #include <QTimer>
+#include <iostream>
 #include <optional>
+#include <string>
 #include <type_traits>
+#include <vector>
 
 #include "desk/calc_form.h"
 #include "desk/desk_app.h"
@@ -81,9 +84,9 @@ int main(int argc, char** argv) {
     return 2;
   }
   if (monkey) {
-    monkey->host = host;
-    QTextStream out(stdout);
-    return zelkora::desk::run_monkey(*monkey, out, err);
+    monkey->compare_hosts = host == QLatin1String("both");
+    err.flush();
+    return zelkora::desk::run_monkey(*monkey, zelkora::desk::qt_monkey_host, std::cout, std::cerr);
   }
   QStringList lines;
   if (!script.isEmpty()) {
@@ -95,8 +98,10 @@ int main(int argc, char** argv) {
     lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
   }
   if (check) {
-    QTextStream out(stdout);
-    return zelkora::desk::check_script(lines, out, err, host == QLatin1String("both"));
+    std::vector<std::string> steps;
+    for (const QString& line : lines) steps.push_back(line.toStdString());
+    return zelkora::desk::check_script(steps, zelkora::desk::qt_monkey_host, std::cout, std::cerr,
+                                       host == QLatin1String("both"));
   }
 
   zelkora::desk::DeskApp desk;

@@ -2,6 +2,7 @@
 #include "program/form_work.h"
 
 #include <algorithm>
+#include <atomic>
 #include <string>
 
 #include "program/file_names.h"
@@ -18,6 +19,11 @@
 namespace zelkora::desk {
 
 namespace {
+
+int64_t next_serial() {
+  static std::atomic<int64_t> made{0};
+  return ++made;
+}
 
 // Item 0 of every form is the project's name.
 constexpr int32_t kProjectItem = 0;
@@ -80,7 +86,11 @@ class FormWork::Events : public grid::FormSession {
 
 FormWork::FormWork(std::shared_ptr<const platform::Platform> platform, const Program& program,
                    FormView& view)
-    : program_(program), platform_(platform), view_(view), errors_(platform) {
+    : program_(program),
+      platform_(platform),
+      view_(view),
+      serial_(next_serial()),
+      errors_(platform) {
   session_ = std::make_unique<Events>(*this, platform);
   session_->check_values_on_leave(true);
   view_.connect_events(session_.get());

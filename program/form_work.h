@@ -49,6 +49,9 @@ class FormWork : public platform::GridForm {
 
   const Program& program() const { return program_; }
   FormView& view() const { return view_; }
+  // Forms are numbered from 1 as they are made, in the whole process: a
+  // form that took the place of another is told from it.
+  int64_t serial() const { return serial_; }
   clsGridCell& cell();
   grid::ValueHistory& history() { return *history_; }
   // The form's handlers of the grid's events.
@@ -217,6 +220,7 @@ class FormWork : public platform::GridForm {
   const Program& program_;
   std::shared_ptr<const platform::Platform> platform_;
   FormView& view_;
+  int64_t serial_;
   clsErrChr errors_;
   std::unique_ptr<Events> session_;
   std::unique_ptr<grid::ValueHistory> history_;

@@ -64,6 +64,8 @@ class CalcForm : public FrameWindow, private desk::FormView {
   HWND changed_only() const { return changed_only_; }
   HWND refused_only() const { return refused_only_; }
   HWND toolbar() const { return toolbar_; }
+  // The count of refused values as the status bar shows it.
+  Text refused_count() const { return status_text(status_, 1); }
   HWND report_pane() const { return report_; }
   CaseTable* case_table_window() { return cases_.get(); }
   const document::Document& report_document() const { return report_document_; }

@@ -186,6 +186,13 @@ void status_text(HWND bar, int part, TextView text) {
                  reinterpret_cast<LPARAM>(platform::win32::to_wide(text).c_str()));
 }
 
+Text status_text(HWND bar, int part) {
+  const auto length = LOWORD(::SendMessageW(bar, SB_GETTEXTLENGTHW, part, 0));
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  ::SendMessageW(bar, SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text.data()));
+  return platform::win32::from_wide(text.c_str(), wcslen(text.c_str()));
+}
+
 int scaled(HWND window, int pixels) {
   return ::MulDiv(pixels, platform::win32::dpi_of(window), 96);
 }

@@ -43,6 +43,7 @@ void set_window_text(HWND window, TextView text);
 // A status bar at the bottom of `parent` with `parts` parts; the text of one.
 HWND make_status_bar(HWND parent, int parts);
 void status_text(HWND bar, int part, TextView text);
+Text status_text(HWND bar, int part);
 // Pixels at 96 DPI as the window's.
 int scaled(HWND window, int pixels);
 

@@ -81,6 +81,16 @@ KeyPress key_of(TextView name) {
   return it->second;
 }
 
+Text trimmed_line(TextView line) {
+  std::size_t begin = 0, end = line.size();
+  const auto blank = [](char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; };
+  while (begin < end && blank(line[begin])) ++begin;
+  while (end > begin && blank(line[end - 1])) --end;
+  return Text(line.substr(begin, end - begin));
+}
+
+}  // namespace
+
 Text clipboard_text() {
   Text text;
   if (!::OpenClipboard(nullptr)) return text;
@@ -108,16 +118,6 @@ void set_clipboard(TextView text) {
   }
   ::CloseClipboard();
 }
-
-Text trimmed_line(TextView line) {
-  std::size_t begin = 0, end = line.size();
-  const auto blank = [](char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; };
-  while (begin < end && blank(line[begin])) ++begin;
-  while (end > begin && blank(line[end - 1])) --end;
-  return Text(line.substr(begin, end - begin));
-}
-
-}  // namespace
 
 class Steps {
  public:
@@ -560,6 +560,13 @@ class Steps {
   int answer_ = 0;
   std::set<HWND> answered_;
 };
+
+ScriptRunner::ScriptRunner(DeskApp& app, ScriptOut out)
+    : out_(std::move(out)), steps_(std::make_unique<Steps>(app, out_)) {}
+
+ScriptRunner::~ScriptRunner() = default;
+
+void ScriptRunner::run(TextView line) { steps_->run(line); }
 
 int run_script(DeskApp& app, const std::vector<Text>& lines, const ScriptOut& out,
                const ScriptOut& err, TextView project) {

@@ -12,6 +12,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "zelkora/platform/text.h"
@@ -22,6 +23,28 @@ class DeskApp;
 
 // What a run prints, one line at a time (UTF-8, each ended by "\n").
 using ScriptOut = std::function<void(const std::string& line)>;
+
+class Steps;
+
+// The steps of one script, run one at a time on the program's windows.
+class ScriptRunner {
+ public:
+  ScriptRunner(DeskApp& app, ScriptOut out);
+  ~ScriptRunner();
+  ScriptRunner(const ScriptRunner&) = delete;
+  ScriptRunner& operator=(const ScriptRunner&) = delete;
+
+  // One step (a trimmed line); a StepError when it cannot run.
+  void run(TextView line);
+
+ private:
+  ScriptOut out_;
+  std::unique_ptr<Steps> steps_;
+};
+
+// The clipboard's text, and text put on it.
+Text clipboard_text();
+void set_clipboard(TextView text);
 
 // Runs the lines; 0 when every step ran, 2 with the reason on `err` (the
 // line's number and text) when one could not. `project`, when given, is

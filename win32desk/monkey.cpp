@@ -1,0 +1,131 @@
+// The Windows program as the random tester's host.
+#include "win32desk/monkey.h"
+
+#include "zelkora/platform/win32/windows_api.h"  // before the system's other headers
+
+#include <commctrl.h>
+#include <richedit.h>
+
+#include "win32desk/calc_form.h"
+#include "win32desk/desk_app.h"
+#include "win32desk/main_window.h"
+#include "win32desk/script.h"
+
+namespace zelkora::win32desk {
+
+namespace {
+
+constexpr int32_t kValueCol = 3;
+
+bool is_class(HWND window, const wchar_t* name) {
+  wchar_t seen[32] = {};
+  ::GetClassNameW(window, seen, 32);
+  return _wcsicmp(seen, name) == 0;
+}
+
+class Win32MonkeyHost : public desk::MonkeyHost {
+ public:
+  Win32MonkeyHost() : runner_(app_, [this](const std::string& line) { printed_ += line; }) {
+    app_.pump();
+  }
+  ~Win32MonkeyHost() override { close_forms(); }
+
+  std::shared_ptr<const platform::Platform> platform() const override { return app_.platform(); }
+  void run(TextView line, std::string& printed) override {
+    printed_.clear();
+    try {
+      runner_.run(line);
+    } catch (...) {
+      printed += printed_;
+      throw;
+    }
+    printed += printed_;
+  }
+  desk::FormWork* form() override {
+    CalcForm* form = app_.current_form();
+    return form ? &form->work() : nullptr;
+  }
+  bool menu_shows(TextView entry) override {
+    MainWindow& menu = app_.main_window();
+    const int32_t row = menu.row_of(entry);
+    return row > 0 && menu.grid().row_shown(row) && menu.grid().RowHeight(row) > 0;
+  }
+
+  bool focus_in_grid() override {
+    HWND focus = ::GetFocus();
+    HWND grid = form_window().grid().hwnd();
+    return focus && (focus == grid || ::IsChild(grid, focus));
+  }
+  bool focus_in_text_box() override {
+    // As the form's keys take it: an edit box or a rich-edit box.
+    HWND focus = ::GetFocus();
+    return focus && ::IsWindowVisible(focus) &&
+           (is_class(focus, L"Edit") || is_class(focus, MSFTEDIT_CLASS));
+  }
+  // An edit box's undo is one step that Ctrl+Z and Ctrl+Y both take back.
+  bool editor_undoes() override {
+    HWND focus = ::GetFocus();
+    return focus && is_class(focus, L"Edit") && ::SendMessageW(focus, EM_CANUNDO, 0, 0);
+  }
+  bool editor_redoes() override { return editor_undoes(); }
+
+  bool row_shown(int32_t row) override {
+    platform::win32::Win32GridControl& grid = form_window().grid();
+    return grid.row_shown(row) && grid.RowHeight(row) > 0;
+  }
+  Text shown_value(int32_t row) override {
+    platform::win32::Win32GridControl& grid = form_window().grid();
+    if (grid.editing() && grid.ActiveCell() == platform::CellRef{row, kValueCol} && grid.editor()) {
+      return window_text(grid.editor());
+    }
+    return grid.Text(row, kValueCol);
+  }
+  bool marked_changed() override {
+    // The title with "*" where "[*]" stands.
+    CalcForm& form = form_window();
+    return window_text(form.hwnd()) == replace_all(form.work().window_title(), u"[*]", u"*");
+  }
+  bool undo_enabled() override { return enabled(CalcForm::kUndo); }
+  bool redo_enabled() override { return enabled(CalcForm::kRedo); }
+  Text refused_count() override { return form_window().refused_count(); }
+  Text filter_text() override { return window_text(form_window().filter_box()); }
+  bool changed_only() override { return checked(form_window().changed_only()); }
+  bool refused_only() override { return checked(form_window().refused_only()); }
+
+  Text clipboard() override { return clipboard_text(); }
+  void clear_clipboard() override { set_clipboard({}); }
+  void close_forms() override {
+    app_.stop_asking();
+    app_.close_forms();
+    app_.pump();
+  }
+  std::string trace() override {
+    HWND focus = ::GetFocus();
+    wchar_t name[64] = {};
+    if (focus) ::GetClassNameW(focus, name, 64);
+    const Text text = focus ? window_text(focus) : Text();
+    return "  focus: " + to_utf8(platform::win32::from_wide(name, wcslen(name))) + " \"" +
+           to_utf8(text) + "\"\n";
+  }
+
+ private:
+  CalcForm& form_window() { return *app_.current_form(); }
+  bool enabled(int command) {
+    const UINT state =
+        ::GetMenuState(::GetMenu(form_window().hwnd()), static_cast<UINT>(command), MF_BYCOMMAND);
+    return state != static_cast<UINT>(-1) && !(state & (MF_GRAYED | MF_DISABLED));
+  }
+  static bool checked(HWND box) { return ::SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED; }
+
+  DeskApp app_;
+  std::string printed_;
+  ScriptRunner runner_;
+};
+
+}  // namespace
+
+std::unique_ptr<desk::MonkeyHost> win32_monkey_host() {
+  return std::make_unique<Win32MonkeyHost>();
+}
+
+}  // namespace zelkora::win32desk
