@@ -146,6 +146,12 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const des
     cases_->move = [this](int32_t item, int step) { return work_->move_case(item, step); };
   }
   enable_report_actions(false);
+  // Shown, the grid takes the focus and enters its first shown cell, as on
+  // the other hosts; then the view kept by the form last closed.
+  int32_t row = 0, col = 0;
+  while (row + 1 < grid_->Rows() && !grid_->row_shown(row)) ++row;
+  while (col + 1 < grid_->Cols() && grid_->ColWidth(col) <= 0) ++col;
+  grid_->move_to(row, col);
   restore_view();
   place_grid();
 }

@@ -43,7 +43,18 @@ class Win32MonkeyHost : public desk::MonkeyHost {
   }
   desk::FormWork* form() override {
     CalcForm* form = app_.current_form();
-    return form ? &form->work() : nullptr;
+    if (!form) return nullptr;
+    if (form->work().serial() != sized_) {
+      // Tall enough to show every row, as the headless form shows them: a
+      // grid's lowest row in view decides where Enter takes the focus.
+      sized_ = form->work().serial();
+      RECT frame{};
+      ::GetWindowRect(form->hwnd(), &frame);
+      ::SetWindowPos(form->hwnd(), nullptr, 0, 0, frame.right - frame.left, kTallForm,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+      app_.pump();
+    }
+    return &form->work();
   }
   bool menu_shows(TextView entry) override {
     MainWindow& menu = app_.main_window();
@@ -117,7 +128,9 @@ class Win32MonkeyHost : public desk::MonkeyHost {
   }
   static bool checked(HWND box) { return ::SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
+  static constexpr int kTallForm = 1300;
   DeskApp app_;
+  int64_t sized_ = 0;  // the form last made tall
   std::string printed_;
   ScriptRunner runner_;
 };

@@ -81,6 +81,21 @@ KeyPress key_of(TextView name) {
   return it->second;
 }
 
+// The list item of a combo box that is `text`, case and all (the system's
+// CB_FINDSTRINGEXACT ignores case and finds no empty item); -1 for none.
+int list_index(HWND combo, TextView text) {
+  const auto count = static_cast<int>(::SendMessageW(combo, CB_GETCOUNT, 0, 0));
+  for (int i = 0; i < count; ++i) {
+    const auto length = static_cast<int>(::SendMessageW(combo, CB_GETLBTEXTLEN, i, 0));
+    if (length < 0) continue;
+    std::wstring item(static_cast<std::size_t>(length) + 1, L'\0');
+    ::SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(item.data()));
+    item.resize(static_cast<std::size_t>(length));
+    if (platform::win32::from_wide(item.c_str(), item.size()) == text) return i;
+  }
+  return -1;
+}
+
 Text trimmed_line(TextView line) {
   std::size_t begin = 0, end = line.size();
   const auto blank = [](char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; };
@@ -289,10 +304,7 @@ class Steps {
       press_key(line, {VK_F4});  // the list opens, filled as it opens
       if (!::SendMessageW(editor, CB_GETDROPPEDSTATE, 0, 0))
         throw StepError("the list did not open");
-      const std::wstring wanted = to_wide(words.after);
-      const auto at =
-          static_cast<int>(::SendMessageW(editor, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                          reinterpret_cast<LPARAM>(wanted.c_str())));
+      const int at = list_index(editor, words.after);
       if (at < 0) {
         press_key(line, {VK_ESCAPE});
         throw StepError("the list has no \"" + narrow(words.after) + "\"");

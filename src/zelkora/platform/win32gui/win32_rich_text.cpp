@@ -203,7 +203,17 @@ void RichTextBox::Text(TextView text) {
   select(zelkora::Text(), 0, 0);
 }
 
-zelkora::Text RichTextBox::TextRTF() const { return rtf_text(stream_out(hwnd(), SF_RTF)); }
+zelkora::Text RichTextBox::TextRTF() const {
+  // Asked for UTF-8, the control writes every character as it is ("{\\urtf"):
+  // in the system's code page it would write a character the code page
+  // lacks as its nearest look-alike ("（" as "(" in 1252).
+  std::string bytes = stream_out(hwnd(), (CP_UTF8 << 16) | SF_USECODEPAGE | SF_RTF);
+  if (bytes.rfind("{\\urtf", 0) != 0) return rtf_text(bytes);
+  std::size_t end = 6;
+  while (end < bytes.size() && bytes[end] >= '0' && bytes[end] <= '9') ++end;
+  bytes.replace(0, end, "{\\rtf1");
+  return from_utf8(bytes);
+}
 
 void RichTextBox::TextRTF(TextView rtf) {
   if (trim_left(rtf).substr(0, 5) != u"{\\rtf") {  // plain text, as the control takes it

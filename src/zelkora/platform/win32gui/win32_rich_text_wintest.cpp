@@ -126,7 +126,7 @@ TEST(RichTextBox, AnswersAsTheInMemoryBox) {
        }},
       {"plain text given as RTF", [](platform::RichTextBox& b) { b.TextRTF(u"钢筋\r\nHRB400"); }},
       {"RTF with characters beyond ASCII",
-       [](platform::RichTextBox& b) { b.TextRTF(u"{\\rtf1\\uc2 \\b 标题\\b0\\par 说明}"); }},
+       [](platform::RichTextBox& b) { b.TextRTF(u"{\\rtf1\\uc2 \\b 标题\\b0\\par 说明（mm）}"); }},
       {"the document writer's RTF", [](platform::RichTextBox& b) { b.TextRTF(report_rtf()); },
        true},
       {"the title as the grid writes it", write_title},
