@@ -249,8 +249,17 @@ class Steps {
   }
 
   void click_cell(platform::win32::Win32GridControl& on, int32_t row, int32_t col) {
-    if (row < 0 || col < 0 || row >= on.Rows() || col >= on.Cols()) {
+    if (row < 0 || col < 0) {
       throw StepError("the grid has no cell " + std::to_string(row) + ", " + std::to_string(col));
+    }
+    if (row >= on.Rows() || col >= on.Cols()) {
+      // Past the last row or column: the grid's empty area, where there is one.
+      RECT client{};
+      ::GetClientRect(on.hwnd(), &client);
+      const POINT corner{client.right - 2, client.bottom - 2};
+      if (on.cell_at(corner).row >= 0) throw StepError("the grid has no empty area in view");
+      click_at(on.hwnd(), corner);
+      return;
     }
     if (!on.row_shown(row)) throw StepError("row " + std::to_string(row) + " is not shown");
     on.scroll_to(row);
