@@ -10,6 +10,7 @@
 #include "desk/calc_form.h"
 #include "desk/main_window.h"
 #include "desk/report_view.h"
+#include "program/about.h"
 #include "program/program_menu.h"
 #include "zelkora/datafile/cls_load_save.h"
 #include "zelkora/datafile/record_numbers.h"
@@ -83,7 +84,7 @@ CalcForm* DeskApp::open_program(TextView menu_key) {
   const Program* program = program_of(menu_key);
   if (!program) {
     messages_->warning(u"“" + Text(trim(menu_key)) + u"”的计算表单不在本程序中。",
-                       u"Zelkora 结构快速设计");
+                       application_name(*platform_));
     return nullptr;
   }
   auto* form = new CalcForm(platform_, *program);
@@ -102,7 +103,7 @@ CalcForm* DeskApp::open_project(const QString& file) {
   const ProjectFileKind kind = project_file_kind(platform_, path);
   const Program* program = kind.layout ? program_of_layout(*kind.layout) : nullptr;
   if (!program) {
-    messages_->warning(why_not_opened(kind, path, nullptr), u"Zelkora 结构快速设计");
+    messages_->warning(why_not_opened(kind, path, nullptr), application_name(*platform_));
     return nullptr;
   }
   CalcForm* form = open_program(program->menu_key);

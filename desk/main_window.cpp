@@ -8,6 +8,7 @@
 #include <QStatusBar>
 
 #include "desk/desk_app.h"
+#include "program/about.h"
 #include "program/program_menu.h"
 #include "program/programs.h"
 #include "zelkora/frame/catalogue_ids.h"
@@ -15,8 +16,14 @@
 
 namespace zelkora::desk {
 
+namespace {
+
+Text qt_version() { return u"Qt " + from_utf8(qVersion()); }
+
+}  // namespace
+
 MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
-  setWindowTitle(QStringLiteral("Zelkora 结构快速设计"));
+  setWindowTitle(platform::qt::to_qstring(application_name(*app.platform())));
   grid_ = new platform::qt::QtGridControl(this);
   setCentralWidget(grid_);
   menu_.GridCell(grid_);
@@ -30,15 +37,14 @@ MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
   QAction* quit = file->addAction(QStringLiteral("退出"), this, [this] { close(); });
   quit->setShortcut(QKeySequence::Quit);
   QMenu* help = menuBar()->addMenu(QStringLiteral("帮助"));
-  help->addAction(QStringLiteral("关于"), this, [this] {
-    QMessageBox::about(this, QStringLiteral("关于 Zelkora 结构快速设计"), about_text());
+  QAction* about = help->addAction(QStringLiteral("关于"), this, [this] {
+    // An ordinary box of the program's: a script reads and answers it.
+    app_.messages().choose(QMessageBox::Information,
+                           about_text(*app_.platform(), AboutHost::kQt, qt_version()),
+                           about_title(*app_.platform()), QMessageBox::Ok);
   });
+  about->setObjectName(QStringLiteral("about"));
   resize(420, 640);
-}
-
-QString MainWindow::about_text() {
-  return QStringLiteral("Zelkora 结构快速设计\n版本 %1，构建于 %2\nQt %3")
-      .arg(QStringLiteral(ZELKORA_VERSION), QStringLiteral(__DATE__), QString::fromLatin1(qVersion()));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -26,8 +26,6 @@ class MainWindow : public QMainWindow, public platform::GridEvents {
   clsGridCellMain& menu() { return menu_; }
   // The grid row whose caption is `caption` (blanks around it ignored), or 0.
   int32_t row_of(TextView caption) const { return desk::menu_row_of(*grid_, caption); }
-  // What 帮助 ▸ 关于 says: the version and the build date.
-  static QString about_text();
   // The captions of the unfolded groups, top down. The folding is kept in
   // the user's settings (section "View", key "Menu") as it changes, and a
   // new menu window opens its groups as they were.

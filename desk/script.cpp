@@ -222,10 +222,11 @@ class ScriptRunner::Steps {
     if (verb == QLatin1String("mine")) return my_defaults(rest);
     if (verb == QLatin1String("clip")) return clip(rest);
     if (verb == QLatin1String("case")) return load_case(parse_case_step(step.rest));
+    if (verb == QLatin1String("about")) return about();
     throw StepError("unknown step \"" + verb.toStdString() +
                     "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
                     "shot, undo, redo, filter, toggle, copy, clip, paste, reset, mine, new, close, "
-                    "answer, report, export, preview, recent)");
+                    "answer, report, export, preview, recent, case, about)");
   }
 
  private:
@@ -547,6 +548,12 @@ class ScriptRunner::Steps {
       throw StepError("the form has no recent project " + n.toStdString());
     }
     entries[at - 1]->trigger();
+    settle();
+  }
+
+  // 帮助 ▸ 关于 of the menu window, as a click on it.
+  void about() {
+    app_.main_window().findChild<QAction*>(QStringLiteral("about"))->trigger();
     settle();
   }
 

@@ -42,6 +42,7 @@
 //   case delete|up|down ROW  click case ROW, then 删除, 上移 or 下移
 //   case ROW COL TEXT     double-click a cell of the table (from 1), type
 //                         TEXT (a kind: choose it from the list), Enter
+//   about                 帮助 ▸ 关于 of the menu window (its box is printed)
 //
 // Blank lines and lines starting with "#" are passed over. Every message box
 // met is printed as "message: TITLE | TEXT" and answered: OK, or the answer

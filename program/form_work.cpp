@@ -34,6 +34,10 @@ constexpr uint32_t kRefusalColour = 0x0000B0;
 
 Text number(std::size_t n) { return from_utf8(std::to_string(n)); }
 
+// A box's or a file dialog's title: the form's, without the mark of a changed
+// project ("[*]", which only the form's own title bar turns into "*").
+Text box_title(TextView window_title) { return replace_all(window_title, u"[*]", u""); }
+
 const grid::RowFacts* facts_of(const std::vector<grid::RowFacts>& rows, int32_t row) {
   return row >= 1 && static_cast<std::size_t>(row) <= rows.size()
              ? &rows[static_cast<std::size_t>(row - 1)]
@@ -142,7 +146,7 @@ Text FormWork::chosen_file(bool saving, TextView filter) {
     preset.reset();
     return file;
   }
-  return view_.choose_file(saving, window_title(), file_, filter);
+  return view_.choose_file(saving, box_title(window_title()), file_, filter);
 }
 
 void FormWork::remember_file(TextView file) {
@@ -168,7 +172,7 @@ void FormWork::values_saved() {
 bool FormWork::may_discard_changes() {
   update_changed();
   if (!changed_ || !ask_before_closing_) return true;
-  switch (view_.ask_save_changes(u"项目已修改，是否保存？", window_title())) {
+  switch (view_.ask_save_changes(u"项目已修改，是否保存？", box_title(window_title()))) {
     case FormView::SaveChanges::kDiscard:
       return true;
     case FormView::SaveChanges::kCancel:
@@ -244,7 +248,8 @@ bool FormWork::open_file(TextView file) {
   if (!session_->cell().bLoadOrSaveData(u"Load", file, Text(program_.layout), {}, add_data_)) {
     const ProjectFileKind kind = project_file_kind(platform_, file);
     if (kind.layout && !equal_text(*kind.layout, program_.layout, Compare::Text)) {
-      platform_->messages->warning(why_not_opened(kind, file, &program_), window_title());
+      platform_->messages->warning(why_not_opened(kind, file, &program_),
+                                   box_title(window_title()));
       return false;
     }
     const int32_t error = kind.exists ? error_id::kDataFileDamaged : error_id::kDataFileNotOpened;
@@ -293,7 +298,8 @@ void FormWork::load_defaults() {
 
 void FormWork::calculate() {
   if (!program_.calculates) {
-    platform_->messages->warning(u"本表单只输入、检查、保存和打开数据，没有计算。", window_title());
+    platform_->messages->warning(u"本表单只输入、检查、保存和打开数据，没有计算。",
+                                 box_title(window_title()));
     return;
   }
   if (!view_.leave_cell()) return;
@@ -338,7 +344,8 @@ int32_t FormWork::add_case() {
   CaseRows rows = case_rows(*table);
   if (static_cast<int32_t>(rows.size()) >= kMostCases) {
     platform_->messages->warning(
-        u"荷载工况最多 " + from_utf8(std::to_string(kMostCases)) + u" 个。", window_title());
+        u"荷载工况最多 " + from_utf8(std::to_string(kMostCases)) + u" 个。",
+        box_title(window_title()));
     return 0;
   }
   rows.push_back(new_case_row(rows));
@@ -575,7 +582,7 @@ bool FormWork::save_my_defaults() {
   if (!saved.written) {
     platform_->messages->warning(
         u"不能保存我的默认值：文件“" + grid::user_defaults_file(*platform_) + u"”不能写入。",
-        window_title());
+        box_title(window_title()));
     return false;
   }
   Text note = u"已保存为我的默认值";

@@ -1,15 +1,18 @@
 // The program layer's own text handling: file names as the forms show and
-// keep them, white space, and the script language's parsing.
+// keep them, white space, the script language's parsing and what 关于 says.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <limits>
 #include <optional>
+#include <regex>
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
+#include "program/about.h"
 #include "program/file_names.h"
 #include "program/script_steps.h"
 #include "program/white_space.h"
@@ -111,6 +114,42 @@ TEST(ScriptSteps, CaseStepsAndPrintedLines) {
   EXPECT_EQ(message_line(u"梁", u"第一行\r\n  第二行\r第三行"),
             u"message: 梁 | 第一行 第二行 第三行");
   EXPECT_EQ(copied_line(u"1\n2\n"), u"copied: 1|2");
+}
+
+// 关于 names the version, the build and each part the host's program
+// bundles or links with its licence, and no other host's.
+TEST(About, VersionBuildAndTheHostsLicences) {
+  struct Case {
+    AboutHost host;
+    std::vector<TextView> named, not_named;
+  };
+  const Case cases[] = {
+      {AboutHost::kQt,
+       {u"\nQt 6：GNU LGPL 第 3 版", u"\nzlib：zlib 许可", u"\nZelkora Grade 字体"},
+       {u"MinGW-w64", u"winpthreads", u"GCC 运行库"}},
+      {AboutHost::kWindows,
+       {u"\nzlib：zlib 许可", u"\nMinGW-w64 运行库：ZPL 2.1", u"\nwinpthreads：MIT 许可",
+        u"\nGCC 运行库（libstdc++、libgcc）：GPLv3，附 GCC 运行库例外", u"\nZelkora Grade 字体"},
+       {u"Qt", u"LGPL"}},
+  };
+  const auto platform = platform::Platform::current();
+  EXPECT_EQ(about_title(*platform), u"关于 Zelkora 结构快速设计");
+  // The commit (or 未知 outside a git checkout), the day, the compiler.
+  const std::regex build("版本 " ZELKORA_VERSION
+                         "\n构建 ([0-9a-f]{7,}|未知)，\\d{4}-\\d{2}-\\d{2}\n"
+                         "(MinGW-w64 GCC|GCC|Clang) \\d+[.\\d]*，(Linux|Windows)( \\S+)?");
+  EXPECT_TRUE(std::regex_match(to_utf8(build_text()), build)) << to_utf8(build_text());
+  for (const Case& c : cases) {
+    const Text text = about_text(*platform, c.host, u"Qt 6.4.2");
+    EXPECT_TRUE(text.starts_with(u"Zelkora 结构快速设计\n" + build_text() + u"\nQt 6.4.2\n"));
+    for (TextView part : c.named) {
+      EXPECT_NE(text.find(part), Text::npos) << to_utf8(part) << " in\n" << to_utf8(text);
+    }
+    const Text licences = text.substr(text.find(u"\n\n"));
+    for (TextView part : c.not_named) {
+      EXPECT_EQ(licences.find(part), Text::npos) << to_utf8(part) << " in\n" << to_utf8(text);
+    }
+  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "program/about.h"
 #include "program/program_menu.h"
 #include "win32desk/calc_form.h"
 #include "win32desk/main_window.h"
@@ -43,7 +44,7 @@ CalcForm* DeskApp::open_program(TextView menu_key) {
   const Program* program = program_of(menu_key);
   if (!program) {
     platform_->messages->warning(u"“" + Text(trim(menu_key)) + u"”的计算表单不在本程序中。",
-                                 kTitle);
+                                 application_name(*platform_));
     return nullptr;
   }
   drop_closed_forms();
@@ -58,7 +59,7 @@ CalcForm* DeskApp::open_project(TextView file) {
   const ProjectFileKind kind = project_file_kind(platform_, file);
   const Program* program = kind.layout ? program_of_layout(*kind.layout) : nullptr;
   if (!program) {
-    platform_->messages->warning(why_not_opened(kind, file, nullptr), kTitle);
+    platform_->messages->warning(why_not_opened(kind, file, nullptr), application_name(*platform_));
     return nullptr;
   }
   CalcForm* form = open_program(program->menu_key);

@@ -18,8 +18,6 @@ class MainWindow;
 
 class DeskApp {
  public:
-  static constexpr TextView kTitle = u"Zelkora 结构快速设计";
-
   DeskApp();
   ~DeskApp();
   DeskApp(const DeskApp&) = delete;

@@ -1,16 +1,13 @@
 // The main window with the program menu.
 #include "win32desk/main_window.h"
 
+#include "program/about.h"
 #include "program/program_menu.h"
 #include "program/programs.h"
 #include "win32desk/desk_app.h"
 #include "zelkora/frame/catalogue_ids.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/platform/win32gui/win32_controls.h"
-
-#ifndef ZELKORA_VERSION
-#define ZELKORA_VERSION "0"
-#endif
 
 namespace zelkora::win32desk {
 
@@ -32,7 +29,7 @@ HMENU build_menu() {
 }  // namespace
 
 MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
-  create(DeskApp::kTitle, build_menu(), 420, 640);
+  create(application_name(*app.platform()), build_menu(), 420, 640);
   ACCEL quit{FCONTROL | FVIRTKEY, 'Q', kQuit};
   set_accelerators(::CreateAcceleratorTableW(&quit, 1));
   grid_ = std::make_unique<platform::win32::Win32GridControl>(hwnd());
@@ -48,11 +45,6 @@ MainWindow::MainWindow(DeskApp& app) : app_(app), menu_(app.platform()) {
 }
 
 MainWindow::~MainWindow() { grid_->connect_events(nullptr); }
-
-Text MainWindow::about_text() {
-  return u"Zelkora 结构快速设计\n版本 " + from_utf8(ZELKORA_VERSION) + u"，构建于 " +
-         from_utf8(__DATE__) + u"\nWindows 原生控件";
-}
 
 void MainWindow::layout() {
   RECT client, bar;
@@ -74,8 +66,11 @@ LRESULT MainWindow::handle(UINT message, WPARAM wparam, LPARAM lparam) {
       if (LOWORD(wparam) == kQuit) {
         ::PostMessageW(hwnd(), WM_CLOSE, 0, 0);
       } else if (LOWORD(wparam) == kAbout) {
-        ::MessageBoxW(hwnd(), platform::win32::to_wide(about_text()).c_str(),
-                      L"关于 Zelkora 结构快速设计", MB_OK | MB_ICONINFORMATION);
+        ::MessageBoxW(
+            hwnd(),
+            platform::win32::to_wide(about_text(*app_.platform(), AboutHost::kWindows)).c_str(),
+            platform::win32::to_wide(about_title(*app_.platform())).c_str(),
+            MB_OK | MB_ICONINFORMATION);
       }
       return 0;
     case WM_CLOSE:

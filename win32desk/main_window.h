@@ -26,8 +26,6 @@ class MainWindow : public FrameWindow, public platform::GridEvents {
   platform::win32::Win32GridControl& grid() { return *grid_; }
   // The grid row whose caption is `caption` (blanks around it ignored), or 0.
   int32_t row_of(TextView caption) const { return desk::menu_row_of(*grid_, caption); }
-  // What 帮助 ▸ 关于 says: the version and the build date.
-  static Text about_text();
 
   // The menu grid's events: a click or Space on a group folds or unfolds it,
   // on a program (or Enter, or a double click) opens it.

@@ -178,6 +178,10 @@ class Steps {
     if (verb == u"mine") return my_defaults(rest);
     if (verb == u"clip") return clip(rest);
     if (verb == u"case") return load_case(desk::parse_case_step(rest));
+    if (verb == u"about") {  // 帮助 ▸ 关于 of the menu window
+      ::PostMessageW(app_.main_window().hwnd(), WM_COMMAND, MAKEWPARAM(MainWindow::kAbout, 0), 0);
+      return settle();
+    }
     if (verb == u"preview") throw StepError("preview: there is no print preview on Windows");
     throw StepError("unknown step \"" + narrow(verb) +
                     "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
