@@ -11,6 +11,7 @@
 // --monkey runs the random tester (desk/monkey.h).
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
 #include <QTextStream>
 #include <QTimer>
 #include <cstdio>
@@ -43,6 +44,10 @@ int main(int argc, char** argv) {
   }
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("zelkora-desk"));
+  // The installed desktop entry and icon (packaging/linux/): the desktop
+  // shows the entry's name and icon for the program's windows.
+  QApplication::setDesktopFileName(QStringLiteral("zelkora-desk"));
+  QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("zelkora")));
   QStringList args = QApplication::arguments();
   args.removeFirst();
   QString script;
