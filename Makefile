@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check doc-check format clean monkey
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check doc-check package package-test format clean monkey
 
 all: build
 
@@ -114,6 +114,21 @@ font-check:
 doc-check: build
 	@scripts/install-deps.sh documents
 	@/usr/bin/python3 scripts/check_documents.py $(BUILD)
+
+# The Debian packages zelkora and libzelkora-dev in $(BUILD)/deb, made by
+# CPack from the build with its prefix /usr (docs/install.md).
+package:
+	@scripts/install-deps.sh package
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_INSTALL_PREFIX=/usr $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD) -j$(JOBS)
+	@rm -rf $(BUILD)/deb
+	@cd $(BUILD) && cpack -G DEB >/dev/null
+	@ls -l $(BUILD)/deb/*.deb
+
+# The packages checked: their files, lintian, and the programs run from a
+# scratch root they are unpacked into (scripts/package-test.sh).
+package-test: package
+	@scripts/package-test.sh $(BUILD)
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

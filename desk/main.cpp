@@ -2,6 +2,7 @@
 //
 //   zelkora-desk [PROJECTFILE] [--script FILE [--check [--host qt|both]]] [--quit] [--dark]
 //   zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both] [--keep-going]
+//   zelkora-desk --help
 //
 // Opens the program menu; a project file opens in its program's form; a
 // script of input events runs once the windows are up (desk/script.h), and
@@ -10,8 +11,11 @@
 // --monkey runs the random tester (desk/monkey.h).
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
 #include <QTextStream>
 #include <QTimer>
+#include <cstdio>
+#include <cstring>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -24,9 +28,29 @@
 #include "desk/monkey.h"
 #include "desk/script.h"
 
+namespace {
+
+const char kUsage[] =
+    "usage: zelkora-desk [PROJECTFILE] [--script FILE [--check [--host qt|both]]] [--quit] "
+    "[--dark]\n"
+    "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both] "
+    "[--keep-going]\n"
+    "       zelkora-desk --help\n";
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  // Answered before Qt starts, so that it needs no display.
+  if (argc == 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
+    std::fputs(kUsage, stdout);
+    return 0;
+  }
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("zelkora-desk"));
+  // The installed desktop entry and icon (packaging/linux/): the desktop
+  // shows the entry's name and icon for the program's windows.
+  QApplication::setDesktopFileName(QStringLiteral("zelkora-desk"));
+  QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("zelkora")));
   QStringList args = QApplication::arguments();
   args.removeFirst();
   QString script;
@@ -77,10 +101,7 @@ int main(int argc, char** argv) {
       (check && script.isEmpty()) ||
       (!monkey && !check && args.contains(QStringLiteral("--host"))) ||
       (host != QLatin1String("qt") && host != QLatin1String("both"))) {
-    err << "usage: zelkora-desk [PROJECTFILE] [--script FILE [--check [--host qt|both]]] [--quit] "
-           "[--dark]\n"
-           "       zelkora-desk --monkey SEED [--steps N] [--seconds S] [--host qt|both] "
-           "[--keep-going]\n";
+    err << kUsage;
     return 2;
   }
   if (monkey) {

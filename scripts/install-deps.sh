@@ -64,6 +64,18 @@ if [ "${1:-}" = font ]; then
   compgen -G "/usr/lib/python3/dist-packages/fontforge*.so" >/dev/null || missing+=(python3-fontforge)
 fi
 
+# `install-deps.sh package`: also what makes and checks the Debian packages
+# (make package, make package-test): dpkg-shlibdeps, from which CPack takes
+# the packages' dependencies on the system's libraries, lintian, and the
+# desktop entry's and MIME type's tools (gio asks GLib for a file's type).
+if [ "${1:-}" = package ]; then
+  need_cmd dpkg-shlibdeps dpkg-dev
+  need_cmd lintian lintian
+  need_cmd desktop-file-validate desktop-file-utils
+  need_cmd update-mime-database shared-mime-info
+  need_cmd gio libglib2.0-bin
+fi
+
 if [ "$(id -u)" -ne 0 ]; then
   SUDO=sudo
 else
