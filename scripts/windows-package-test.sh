@@ -4,8 +4,9 @@
 # folder; the files, the start-menu entries and the registry keys it should
 # make; the installed programs run (zelkora.exe --help and a command,
 # zelkora-desk.exe saving a project, then opening it through the command
-# the .zks association registered); a silent uninstall, after which what
-# was installed is gone and the user's projects and settings are not.
+# the .zks association registered); a silent uninstall refused while
+# zelkora-desk.exe runs, then one after which what was installed is gone
+# and the user's projects and settings are not.
 #
 #   scripts/windows-package-test.sh [WINDOWS_BUILD]
 set -euo pipefail
@@ -134,6 +135,24 @@ cp 梁.zks "$instdir/工程/梁.zks"
 "$WINE" reg add "$settings\\Options" /v PackageTest /d kept /f >/dev/null
 kept=("$instdir/项目.zks" "$instdir/工程/梁.zks" "$instdir/ZK_History.INI" "$instdir/ZK_Form.INI"
   "$work/梁.zks")
+# While zelkora-desk.exe runs it cannot be deleted: the uninstaller gives up
+# before it removes anything. (The program runs on after its script; the
+# question it prints shows that it is up.)
+echo "defaults cancel" >running.txt
+"$WINE" "$instdir/zelkora-desk.exe" 梁.zks --script running.txt >running.out 2>&1 &
+desk=$!
+for _ in $(seq 60); do
+  grep -q '^message:' running.out || ! kill -0 "$desk" 2>/dev/null && break
+  sleep 0.5
+done
+if "$WINE" "$instdir/uninstall.exe" /S "_?=$instdir_win"; then
+  fail "the uninstaller went on while zelkora-desk.exe ran"
+fi
+[ -f "$instdir/zelkora-desk.exe" ] && [ -f "$instdir/readme.txt" ] && reg_exists "$uninstall" ||
+  fail "the uninstaller gave up, but removed files or keys"
+"$WINE" taskkill /f /im zelkora-desk.exe >/dev/null 2>&1 || true
+wait "$desk" || true
+
 started=$SECONDS
 "$WINE" "$instdir/uninstall.exe" /S "_?=$instdir_win" || fail "the uninstaller failed ($?)"
 echo "uninstalled in $((SECONDS - started)) s"

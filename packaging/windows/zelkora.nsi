@@ -85,7 +85,20 @@ LangString ZkProjectType ${LANG_SIMPCHINESE} "Zelkora 项目文件"
 LangString ZkMenuProgram ${LANG_SIMPCHINESE} "${PRODUCT_TITLE}"
 LangString ZkMenuUninstall ${LANG_SIMPCHINESE} "卸载 Zelkora"
 LangString ZkMenuReadme ${LANG_SIMPCHINESE} "Zelkora 说明"
+LangString ZkInUse ${LANG_SIMPCHINESE} "Zelkora 的程序（zelkora-desk.exe 或 zelkora.exe）正在运行，无法删除。请关闭它后单击“重试”，或单击“取消”退出卸载。"
 LangString ZkKeptFiles ${LANG_SIMPCHINESE} "文件夹 $INSTDIR 中还有您的文件（项目、设置），已保留。"
+
+; Deletes one of the programs, unless it is running: then asks to close it
+; and try again (silent: gives up, exit code 2), before anything is removed.
+!macro DeleteProgram ID NAME
+  retry_${ID}:
+  ClearErrors
+  Delete "$INSTDIR\${NAME}"
+  IfErrors 0 deleted_${ID}
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(ZkInUse)" /SD IDCANCEL IDRETRY retry_${ID}
+    Abort "$(ZkInUse)"
+  deleted_${ID}:
+!macroend
 
 ; Tells the shell that the file associations changed (SHCNE_ASSOCCHANGED).
 !macro NotifyAssociations
@@ -138,8 +151,8 @@ SectionEnd
 ; that projects and settings kept in them stay.
 Section "Uninstall"
   SetShellVarContext current
-  Delete "$INSTDIR\zelkora-desk.exe"
-  Delete "$INSTDIR\zelkora.exe"
+  !insertmacro DeleteProgram desk "zelkora-desk.exe"
+  !insertmacro DeleteProgram tool "zelkora.exe"
   Delete "$INSTDIR\readme.txt"
   Delete "$INSTDIR\licenses\zlib.txt"
   Delete "$INSTDIR\licenses\mingw-w64-runtime.txt"
