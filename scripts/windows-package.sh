@@ -23,17 +23,17 @@ mkdir -p "$stage/licenses"
 cp "$win/zelkora.exe" "$win/zelkora-desk.exe" "$stage/"
 x86_64-w64-mingw32-strip "$stage/zelkora.exe" "$stage/zelkora-desk.exe"
 
-# Text files with Windows' line ends; the readme names the version.
-crlf() { sed -e 's/\r$//' -e 's/$/\r/' "$1" >"$2"; }
-sed "s/@VERSION@/$version/g" "$source_dir/packaging/windows/readme.txt" >"$stage/readme.tmp"
-crlf "$stage/readme.tmp" "$stage/readme.txt"
-rm "$stage/readme.tmp"
+# Text files with Windows' line ends and a byte-order mark, so that every
+# Notepad reads them as UTF-8; the readme names the version.
+crlf() { printf '\xef\xbb\xbf'; sed -e 's/\r$//' -e 's/$/\r/' "$1"; }
+sed "s/@VERSION@/$version/g" "$source_dir/packaging/windows/readme.txt" | crlf /dev/stdin \
+  >"$stage/readme.txt"
 # The licences of what is linked in, as Debian states them for the packages
 # the programs were linked from: zlib, the MinGW-w64 runtime with
 # winpthreads, GCC's runtime (libstdc++, libgcc).
-crlf /usr/share/doc/libz-mingw-w64-dev/copyright "$stage/licenses/zlib.txt"
-crlf /usr/share/doc/mingw-w64-x86-64-dev/copyright "$stage/licenses/mingw-w64-runtime.txt"
-crlf /usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright "$stage/licenses/gcc-runtime.txt"
+crlf /usr/share/doc/libz-mingw-w64-dev/copyright >"$stage/licenses/zlib.txt"
+crlf /usr/share/doc/mingw-w64-x86-64-dev/copyright >"$stage/licenses/mingw-w64-runtime.txt"
+crlf /usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright >"$stage/licenses/gcc-runtime.txt"
 
 # Only the system's DLLs: a DLL of the toolchain would have to be shipped.
 for exe in zelkora.exe zelkora-desk.exe; do
