@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check doc-check package package-test format clean monkey
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test windows-package windows-package-test font font-check doc-check package package-test format clean monkey
 
 all: build
 
@@ -95,6 +95,16 @@ windows:
 # page; then the tool's examples, whose output must be the same as on Linux.
 windows-test: windows build
 	@scripts/windows-test.sh $(WINDOWS_BUILD) $(BUILD)
+
+# zelkora.exe and zelkora-desk.exe for Windows as a zip and an installer
+# (NSIS), in $(WINDOWS_BUILD)/package/; windows-package-test installs,
+# runs and uninstalls the installer under Wine (scripts/windows-package-test.sh).
+windows-package: windows
+	@scripts/install-deps.sh windows-package
+	@cmake --build $(WINDOWS_BUILD) --target windows_package
+
+windows-package-test: windows-package
+	@scripts/windows-package-test.sh $(WINDOWS_BUILD)
 
 # The font of the steel-grade symbols, resources/fonts/zelkora-grade.ttf, made
 # again from its description (tools/font/make_grade_font.py, on FontForge's

@@ -46,6 +46,12 @@ if [ "${1:-}" = windows ]; then
   need_file /usr/share/i18n/locales/zh_CN locales
 fi
 
+# `install-deps.sh windows-package`: also NSIS, whose makensis makes the
+# Windows installer on Linux (make windows-package).
+if [ "${1:-}" = windows-package ]; then
+  need_cmd makensis nsis
+fi
+
 # `install-deps.sh documents`: also the readers that open the reports the
 # writers make (make doc-check): python-docx, LibreOffice without its GUI,
 # Chromium (a browser, for the HTML), and poppler's pdftotext, pdffonts and
