@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test windows-package windows-package-test font font-check doc-check package package-test format clean monkey
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test windows-package windows-package-test windows-monkey font font-check doc-check package package-test format clean monkey
 
 all: build
 
@@ -95,6 +95,16 @@ windows:
 # page; then the tool's examples, whose output must be the same as on Linux.
 windows-test: windows build
 	@scripts/windows-test.sh $(WINDOWS_BUILD) $(BUILD)
+
+# The random tester on zelkora-desk.exe under Wine (the null driver):
+# MONKEY_SECONDS from seed MONKEY_SEED, MONKEY_HOST win32 or both.
+windows-monkey: windows
+	@WINEPREFIX=$$(realpath $(WINDOWS_BUILD))/wine WINEDEBUG=-all scripts/wine-prefix.sh \
+	  $$(realpath $(WINDOWS_BUILD))/wine null
+	@cd $$(mktemp -d) && cp $$OLDPWD/$(WINDOWS_BUILD)/zelkora-desk.exe . && \
+	  WINEPREFIX=$$OLDPWD/$(WINDOWS_BUILD)/wine WINEDEBUG=-all /usr/lib/wine/wine64 ./zelkora-desk.exe \
+	  --monkey $(MONKEY_SEED) --steps 500 --seconds $(MONKEY_SECONDS) \
+	  --host $(if $(filter both,$(MONKEY_HOST)),both,win32)
 
 # zelkora.exe and zelkora-desk.exe for Windows as a zip and an installer
 # (NSIS), in $(WINDOWS_BUILD)/package/; windows-package-test installs,
