@@ -62,8 +62,9 @@ asan: deps
 	  ctest --output-on-failure -j$(JOBS)
 
 # The desktop program under a random user checked against a model of its
-# form (README, "The desktop program under a random user"), built with the
-# sanitizers: MONKEY_SECONDS from seed MONKEY_SEED, MONKEY_HOST qt or both.
+# form (docs/reliability.md, "The desktop program under a random user"),
+# built with the sanitizers: MONKEY_SECONDS from seed MONKEY_SEED, MONKEY_HOST
+# qt or both.
 MONKEY_SECONDS ?= 60
 MONKEY_SEED ?= 1
 MONKEY_HOST ?= qt

@@ -1,9 +1,10 @@
 // What a calculation form should hold, stated apart from the code that holds
 // it: the rules of the property grid's editing cycle and of the form's aids
-// (README, "The grid of a form" and "The desktop program") written once more,
-// plainly, over the layout's rows. The random tester (desk/monkey.h) feeds
-// it the grid's events as a host raises them and the form's actions as the
-// user takes them, and compares what it predicts with what the form shows.
+// (docs/engineers-guide.md, "The desktop program" and "The grid of a form")
+// written once more, plainly, over the layout's rows. The random tester
+// (desk/monkey.h) feeds it the grid's events as a host raises them and the
+// form's actions as the user takes them, and compares what it predicts with
+// what the form shows.
 //
 // It holds per item the value, the bold mark and the hidden mark; per
 // heading and group whether it is unfolded; the current row, the text the

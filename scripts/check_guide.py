@@ -1,8 +1,13 @@
 #!/usr/bin/env python3
 """Checks that the code of a guide is the code of its example, word for word.
 
-Every fenced code block of the guide, but for shell commands (```sh), follows
-a line naming where it comes from:
+The guide's excerpts begin at the line
+
+    <!-- excerpts: ... -->
+
+(the text before it, with code of its own, is not checked; a guide without
+the line is refused). From there on every fenced code block, but for shell
+commands (```sh), follows a line naming where it comes from:
 
     <!-- from: examples/column_form/main.cpp#form -->
 
@@ -57,9 +62,19 @@ def blocks(text):
         i += 1
 
 
+EXCERPTS = re.compile(r"^<!-- excerpts: .* -->$", re.MULTILINE)
+
+
 def problems(guide):
     root = guide.resolve().parent.parent
-    for number, source, language, code in blocks(guide.read_text(encoding="utf-8")):
+    text = guide.read_text(encoding="utf-8")
+    start = EXCERPTS.search(text)
+    if not start:
+        yield f"{guide}: no <!-- excerpts: ... --> line before the example's code"
+        return
+    skipped = text.count("\n", 0, start.start())
+    for number, source, language, code in blocks(text[start.start() :]):
+        number += skipped
         if language == "sh":
             continue
         found = FROM.match(source)
