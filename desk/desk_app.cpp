@@ -118,6 +118,14 @@ bool DeskApp::close_forms() {
   return true;
 }
 
+std::vector<CalcForm*> DeskApp::open_forms() const {
+  std::vector<CalcForm*> open;
+  for (const QPointer<CalcForm>& form : forms_) {
+    if (form && form->isVisible()) open.push_back(form.data());
+  }
+  return open;
+}
+
 CalcForm* DeskApp::current_form() const {
   for (auto it = forms_.rbegin(); it != forms_.rend(); ++it) {
     if (*it && (*it)->isVisible()) return it->data();

@@ -49,6 +49,8 @@ class DeskApp : public QObject {
   CalcForm* open_project(const QString& file);
   // The form opened last that is still open, or null.
   CalcForm* current_form() const;
+  // The forms open, the last opened last.
+  std::vector<CalcForm*> open_forms() const;
 
  private:
   void install_qt_translation();

@@ -49,6 +49,12 @@ class QtMonkeyHost : public MonkeyHost {
     CalcForm* form = app_.current_form();
     return form ? &form->work() : nullptr;
   }
+  FormWork* form_of(int64_t serial) override {
+    for (CalcForm* form : app_.open_forms()) {
+      if (form->work().serial() == serial) return &form->work();
+    }
+    return nullptr;
+  }
   bool menu_shows(TextView entry) override {
     const int32_t row = app_.main_window().row_of(entry);
     return row > 0 && !app_.main_window().grid().isRowHidden(row);

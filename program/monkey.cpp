@@ -208,9 +208,8 @@ class Recorder : public platform::GridEvents {
     form.record_events(this);
   }
   ~Recorder() override {
-    // The form may be gone: only the one still in front is told.
-    FormWork* form = host_.form();
-    if (form && form->serial() == serial_) form->record_events(nullptr);
+    // The form may be gone, or behind another one.
+    if (FormWork* form = host_.form_of(serial_)) form->record_events(nullptr);
   }
   std::optional<Finding> finding;
   // The events as the form's handlers got them, written down.

@@ -48,6 +48,8 @@ class MonkeyHost {
   virtual void run(TextView line, std::string& printed) = 0;
   // The work of the form in front, or null when none is open.
   virtual FormWork* form() = 0;
+  // The work of the open form with this serial (FormWork::serial), or null.
+  virtual FormWork* form_of(int64_t serial) = 0;
   // Whether the program menu shows the row of a program (its group unfolded).
   virtual bool menu_shows(TextView entry) = 0;
 

@@ -337,6 +337,15 @@ bool CalcForm::translate(MSG& message) {
       return false;
     }
   }
+  // Undo and redo with nothing to take back leave their keys to the control
+  // that has the focus (the grid's KeyDown), as a disabled command does on
+  // the other hosts.
+  if (message.message == WM_KEYDOWN && ::GetKeyState(VK_CONTROL) < 0 &&
+      (message.wParam == 'Z' || message.wParam == 'Y')) {
+    const bool redo = message.wParam == 'Y' || ::GetKeyState(VK_SHIFT) < 0;
+    const UINT state = ::GetMenuState(menu_, redo ? kRedo : kUndo, MF_BYCOMMAND);
+    if (state != static_cast<UINT>(-1) && (state & MF_GRAYED)) return false;
+  }
   return accelerators() && ::TranslateAcceleratorW(hwnd(), accelerators(), &message) != 0;
 }
 

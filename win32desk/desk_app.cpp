@@ -74,6 +74,14 @@ bool DeskApp::close_forms() {
   return true;
 }
 
+std::vector<CalcForm*> DeskApp::open_forms() const {
+  std::vector<CalcForm*> open;
+  for (const auto& form : forms_) {
+    if (form->open()) open.push_back(form.get());
+  }
+  return open;
+}
+
 CalcForm* DeskApp::current_form() const {
   for (auto it = forms_.rbegin(); it != forms_.rend(); ++it) {
     if ((*it)->open()) return it->get();

@@ -36,6 +36,8 @@ class DeskApp {
   bool close_forms();
   // The form opened last that is still open, or null.
   CalcForm* current_form() const;
+  // The forms open, the last opened last.
+  std::vector<CalcForm*> open_forms() const;
   // Every open form ends without asking (a script's run is over).
   void stop_asking();
 

@@ -56,6 +56,12 @@ class Win32MonkeyHost : public desk::MonkeyHost {
     }
     return &form->work();
   }
+  desk::FormWork* form_of(int64_t serial) override {
+    for (CalcForm* form : app_.open_forms()) {
+      if (form->work().serial() == serial) return &form->work();
+    }
+    return nullptr;
+  }
   bool menu_shows(TextView entry) override {
     MainWindow& menu = app_.main_window();
     const int32_t row = menu.row_of(entry);
