@@ -4,12 +4,12 @@
 /// fetched from the catalogue, and the fields of the last error: its number,
 /// the composed message, and two caption/value pairs that fill the message's
 /// placeholders. A caller names the error; the words come from the catalogue:
-/// @verbatim
+/// @code{.unparsed}
 ///   zelkora::clsErrChr err;
 ///   err.GenMsgErrorW(121, u"b", u"2e10", {}, {}, true);
 ///   err.tError_Txt();  // "错误：b ＝ 2e10 ＞ 1000000000，b 不应大于 1000000000。"
 ///   err.GenCheckCboEnterNumErrW(u"S>0", u"梁宽 b", u"-200");  // 155, shown at once
-/// @endverbatim
+/// @endcode
 /// Messages
 ///   Each error number has one composition: the catalogue texts of its
 ///   sentences and what fills their placeholders (frame/error_numbers.h names
@@ -20,17 +20,17 @@
 ///   the "|" break marks and the markup of the stored text. When ignored,
 ///   nothing is shown and nothing separates the sentences. An error number no
 ///   composition knows repeats the previous message.
-/// @verbatim
+/// @code{.unparsed}
 ///   The ignore flag is one field: the bMsgIgnore argument of a call sets it
 ///   for the calls that follow, too.
-/// @endverbatim
+/// @endcode
 /// Checks
 ///   Each check returns the error number it set (0 when the entry is
 ///   accepted). The plain forms take Variants, the W forms texts and numbers
 ///   and the ignore flag, the X forms work on the fields as they stand.
-/// @verbatim
+/// @code{.unparsed}
 ///   Numeric entries are checked against a check expression, the descriptor:
-/// @endverbatim
+/// @endcode
 ///     descriptor := head { "_" part }
 ///     head       := "UnCheckNum" | "0"     no check at all
 ///                 | "1"                    an item of the list lListRes
@@ -45,7 +45,7 @@
 ///                                          signs are looked for first)
 ///                 | [open] number "~" number [close]
 ///                                          open, close: one character each
-/// @verbatim
+/// @code{.unparsed}
 ///   - A leading "n" lets the entry be empty: "nS>=0" accepts "" and any
 ///     number not below zero.
 ///   - A leading "x" lets the entry be the word for an automatic choice
@@ -72,7 +72,7 @@
 ///   - A descriptor the grammar cannot read (an unknown sign, a limit that
 ///     is no number) checks what it can read: an unreadable condition is
 ///     skipped, so that a slip in a layout never locks a row.
-/// @endverbatim
+/// @endcode
 ///   The limits are written into the messages as the two-value check writes
 ///   its values: tFmt with "6" for magnitudes in [0.000001, 1), else the
 ///   general number text. @file
@@ -104,9 +104,9 @@ class clsErrChr {
 
   // ---- Fields ------------------------------------------------------------
   int32_t lError_ID() const { return error_id_; }  ///< The number of the last error; 0 for none.
-  void lError_ID(int32_t id) { error_id_ = id; }   ///< Sets it.
+  void lError_ID(int32_t id) { error_id_ = id; }   ///< Sets the error number.
   const Text& tError_Txt() const { return error_text_; }   ///< The last composed message.
-  void tError_Txt(TextView text) { error_text_ = text; }   ///< Sets it.
+  void tError_Txt(TextView text) { error_text_ = text; }   ///< Sets the message.
   bool bMessageIgnore() const { return message_ignore_; }  ///< Whether messages are not shown.
   void bMessageIgnore(bool ignore) { message_ignore_ = ignore; }  ///< Sets the flag.
   /// Saves the flag, then sets it; one level only.

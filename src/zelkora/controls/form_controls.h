@@ -4,12 +4,12 @@
 /// operations: the result's type first (b bool, l long; none for a
 /// procedure), then the kind of control (CboB combo box, lstB list box, ChkB
 /// check box, lstView list view), then the action.
-/// @verbatim
+/// @code{.unparsed}
 ///   controls::bCboB_FillFromList(cboShape, chr, 5140);   // "锥形|阶梯形"
 ///   controls::bCboB_SelectText(cboShape, u"阶梯形");
 ///   controls::ChkB_EnableControls(chkTorsion, {&cboT, &lstT});
 ///   controls::bLstView_MoveRow(lvwLoads, lvwLoads.SelectedItem(), -1);  // 上移
-/// @endverbatim
+/// @endcode
 /// Texts are compared as the suite's list checks compare them: trimmed and
 /// without regard to case (Compare::Text). @file
 #pragma once

@@ -4,14 +4,14 @@
 /// A project data file is a sequence of records (`UseBinRecord`: an ID and a
 /// text member; the layout and the numbers in record_numbers.h), opened by the revision
 /// record and closed by the record 0 "EOF":
-/// @verbatim
+/// @code{.unparsed}
 ///   zelkora::clsLoadSave ls;
 ///   if (ls.OpenFileA(u"/p/beam.zks", u"OutPut")) {  // a.zks copied to a.zk$ first
 ///     ls.WriteFile_RevisionA();                       // record 0, the revision
 ///     ls.WriteFile_100A(u"dB", 250.0);                // records 100 "dB", 2000 "250"
 ///     if (!ls.WriteFileEofAndCloseFileA()) report(ls.last_error());  // 2003
 ///   }
-/// @endverbatim
+/// @endcode
 ///   int32_t count = 0;
 ///   if (ls.OpenFileA(u"/p/beam.zks", u"InPut")) {
 ///     do {
@@ -175,19 +175,19 @@ class clsLoadSave {
   // ---- Properties ----------------------------------------------------------
 
   int32_t ID() const { return id_; }                          ///< The ID of the record buffer.
-  void ID(int32_t id) { id_ = id; }                           ///< Sets it.
+  void ID(int32_t id) { id_ = id; }                           ///< Sets the buffer's ID.
   const Text& Member() const { return member_; }              ///< The member of the record buffer.
-  void Member(TextView member) { member_ = member; }          ///< Sets it.
+  void Member(TextView member) { member_ = member; }          ///< Sets the buffer's member.
   int16_t FileOpenID() const { return file_number_; }         ///< The open file number; 0 for none.
-  void FileOpenID(int16_t number) { file_number_ = number; }  ///< Sets it.
+  void FileOpenID(int16_t number) { file_number_ = number; }  ///< Sets the file number.
   const Text& VariableKey() const { return variable_key_; }   ///< Key of the last WriteFile_100A.
-  void VariableKey(TextView key) { variable_key_ = key; }     ///< Sets it.
+  void VariableKey(TextView key) { variable_key_ = key; }     ///< Sets the key.
   const frame::Variant& VariableValue() const { return variable_value_; }       ///< The last value.
-  void VariableValue(const frame::Variant& value) { variable_value_ = value; }  ///< Sets it.
+  void VariableValue(const frame::Variant& value) { variable_value_ = value; }  ///< Sets the value.
   /// The member of the first record 0 read from the file opened last
   /// (cleared when a file is opened for reading).
   const Text& RevisionLoad() const { return revision_load_; }
-  void RevisionLoad(TextView revision) { revision_load_ = revision; }  ///< Sets it.
+  void RevisionLoad(TextView revision) { revision_load_ = revision; }  ///< Sets the revision.
 
   // ---- Form state ----------------------------------------------------------
   //

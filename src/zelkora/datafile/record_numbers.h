@@ -9,7 +9,7 @@
 ///
 /// Every writer emits a name record carrying the caller's name (the empty
 /// text when the caller gives none), then the records of its pattern:
-/// @verbatim
+/// @code{.unparsed}
 ///   what                  name  then
 ///   check box (each)      202   2000 index; 2005 "Value" (0, 1, 2)
 ///   option button (each)  207   2000 index; 2005 "Value" ("True" / "False")
@@ -27,7 +27,7 @@
 ///   3-D array             100   1001 U1; 1002 U2; 1003 U3; 10000 per element, the
 ///                               third index fastest, then the second
 ///   single value          100   2000 the value (WriteFile_100A)
-/// @endverbatim
+/// @endcode
 /// "(each)": the control-array writers repeat the whole group for every
 /// element from LBound to UBound, skipping gaps; the index record carries the
 /// element's index. A check-box array 0..2 is nine records. @file

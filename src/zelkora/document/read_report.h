@@ -1,11 +1,11 @@
 /// The lines of a report in the suite's markup read into a Document
 /// (report_document.h).
-/// @verbatim
+/// @code{.unparsed}
 ///   Document doc = read_report(chr.Txt(), {.program = u"梁配筋计算"});
-/// @endverbatim
+/// @endcode
 /// Lines end with CR LF, LF or the continuation tConEnter1 (an ideographic
 /// space before CR LF; the space goes with the line end). What a line becomes:
-/// @verbatim
+/// @code{.unparsed}
 ///   the calculation header   (tCalHead: the centred bold title, the lines
 ///                            down to the rule "────") a kTitle paragraph,
 ///                            its lines, the rule as kRule; 工程名称 and
@@ -22,7 +22,7 @@
 ///   a line that starts with blanks after a line of an equation
 ///                            a kEquation paragraph with its indent
 ///   anything else            a kText paragraph: nothing is ever dropped
-/// @endverbatim
+/// @endcode
 /// Empty lines are kept as empty paragraphs. Markup runs become Runs: "_bb("
 /// bold, "_ub(" subscript, "_up(" superscript (runs do not nest; an end
 /// marker without its start and "|" field separators are dropped, as in

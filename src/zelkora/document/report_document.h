@@ -4,12 +4,12 @@
 /// Word, RTF, HTML, PDF or plain text. A plain value type without a toolkit;
 /// the writers (writers.h), plain_text (read_report.h) and the desktop
 /// program's view and printer all take the same Document.
-/// @verbatim
+/// @code{.unparsed}
 ///   Document doc = read_report(chr.Txt(), {.program = u"梁配筋计算"});
 ///   std::string docx = write_docx(doc);
-/// @endverbatim
+/// @endcode
 /// The shape:
-/// @verbatim
+/// @code{.unparsed}
 ///   Document
 ///     page        PageSetup: A4, margins, header (program, project), footer
 ///                 "第 N 页 共 M 页"
@@ -24,7 +24,7 @@
 ///       Table      rows of cells, each cell runs; a column alignment
 ///                  (eAlignment's values) and width in display cells
 ///       Figure     a vector drawing in millimetres with its caption
-/// @endverbatim
+/// @endcode
 /// A Run is one stretch of text in one style: bold or not, normal, subscript
 /// or superscript, and `grade_symbol` for the steel-grade symbols of the
 /// suite's symbol font (U+E000 to U+E003: HPB300, HRB335, HRB400, HRB500),

@@ -2,10 +2,10 @@
 /// shapes of clsSectionProperties to scale, hatched light grey, with the
 /// dimension lines of its overall width and depth and a caption naming the
 /// shape and its sizes.
-/// @verbatim
+/// @code{.unparsed}
 ///   SectionSizes s;  s.b = 250;  s.h = 600;  s.bf1 = 600;  s.hf1 = 120;
 ///   std::optional<Figure> f = section_figure(T_Shaped, s);  // "T形截面 250×600"
-/// @endverbatim
+/// @endcode
 /// The sizes (mm) mean what they mean to clsSectionProperties: b the web
 /// width (a circle's or a ring's outer diameter, the bottom width of cone and
 /// stepped sections, a box's total web width), h the depth (a ring's inner

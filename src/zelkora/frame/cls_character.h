@@ -5,12 +5,12 @@
 /// its symbols (steel-grade signs, power signs, list dot) from the per-user
 /// settings store once, takes the decimal symbol and thousands separator from
 /// the user's number locale, and fetches every text from the catalogue by id:
-/// @verbatim
+/// @code{.unparsed}
 ///   zelkora::clsCharacter chr;
 ///   chr.tString(1000);                        // "工程名称"
 ///   chr.tStringRe2(52200, u"0.25%", u"0.20%"); // placeholders filled in order
 ///   chr.Txt(u"第一行");  chr.Txt(u"，续");     // the accumulator appends
-/// @endverbatim
+/// @endcode
 /// Settings made on one object (its language offset, its markup switch) reach
 /// no other object. The object belongs to the user-interface thread.
 ///

@@ -2,13 +2,13 @@
 /// boolean, an integer, a double or a text. A grid cell, a data-file record or
 /// a form control holds one, and reads it back as text or as a number with the
 /// library's number rules in the user's notation (frame/number_symbols.h).
-/// @verbatim
+/// @code{.unparsed}
 ///   Variant cell(u"2,5");
 ///   cell.to_double(NumberSymbols{u',', u'.'})   // 2.5
 ///   Variant(2.5).to_text(NumberSymbols{})       // "2.5"
 ///   Variant(true).to_int32(NumberSymbols{})     // -1
 ///   Variant().to_text(NumberSymbols{})          // ""
-/// @endverbatim
+/// @endcode
 /// The conversions:
 ///   to_text    empty "", true "True", false "False", an integer in decimal
 ///              digits, a double as its general number text, a text as it is.

@@ -61,7 +61,7 @@ class clsGridCell {
   //   grid.GetCheckSign(checks);     // checks[item]
   /// The catalogue id of the layout's name.
   int32_t lInterfaceResID() const { return interface_res_id_; }
-  void lInterfaceResID(int32_t id) { interface_res_id_ = id; }  ///< Sets it.
+  void lInterfaceResID(int32_t id) { interface_res_id_ = id; }  ///< Sets the layout's id.
 
   /// Reads the layout named by catalogue text lInterfaceResID into the row
   /// tables (item index, descriptor text, event flag), R and lMax. An id
@@ -121,11 +121,11 @@ class clsGridCell {
   // the form (Let_Text, ControlEnable, bDisplayPicture) are left out.
 
   platform::GridControl* GridCell() const { return grid_; }         ///< The grid control.
-  void GridCell(platform::GridControl* grid) { grid_ = grid; }      ///< Sets it.
+  void GridCell(platform::GridControl* grid) { grid_ = grid; }      ///< Sets the grid.
   platform::RichTextBox* GridTitle() const { return title_; }       ///< The title box.
-  void GridTitle(platform::RichTextBox* title) { title_ = title; }  ///< Sets it.
+  void GridTitle(platform::RichTextBox* title) { title_ = title; }  ///< Sets the title box.
   platform::Panel* pnlM() const { return panel_; }                  ///< The panel that holds both.
-  void pnlM(platform::Panel* panel) { panel_ = panel; }             ///< Sets it.
+  void pnlM(platform::Panel* panel) { panel_ = panel; }             ///< Sets the panel.
   /// @{ The form's object: ClsSubProgram and cZcx name the same one.
   platform::GridForm* cZcx() const { return form_; }
   void cZcx(platform::GridForm* form) { form_ = form; }
@@ -150,7 +150,7 @@ class clsGridCell {
   void Form_Resize(int32_t lWinState, int32_t lScaleWidth, int32_t lScaleHeight);
   /// The caption column's width without a form object.
   int32_t LabelColWidth() const { return label_col_width_; }
-  void LabelColWidth(int32_t width) { label_col_width_ = width; }  ///< Sets it.
+  void LabelColWidth(int32_t width) { label_col_width_ = width; }  ///< Sets the width.
 
   /// Writes the text into the value cell of the item's row (the first row
   /// with that item index); the item's current text is not changed. An item
@@ -222,9 +222,9 @@ class clsGridCell {
   // that was not edited changes no mark.
 
   int32_t lCurrentRow() const { return current_row_; }   ///< The current row.
-  void lCurrentRow(int32_t row) { current_row_ = row; }  ///< Sets it.
+  void lCurrentRow(int32_t row) { current_row_ = row; }  ///< Sets the current row.
   int32_t lCurrentCol() const { return current_col_; }   ///< The current column.
-  void lCurrentCol(int32_t col) { current_col_ = col; }  ///< Sets it.
+  void lCurrentCol(int32_t col) { current_col_ = col; }  ///< Sets the current column.
   /// @{ A flag the form sets and reads back.
   bool bRestrain() const { return restrain_; }
   void bRestrain(bool on) { restrain_ = on; }  /// @}

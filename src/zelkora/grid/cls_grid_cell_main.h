@@ -6,12 +6,12 @@
 /// programs, up to the first empty value, at most 99; then [Others], whose
 /// caption is added even when empty. A program is "group|program" or
 /// "group|program|shown caption":
-/// @verbatim
+/// @code{.unparsed}
 ///   [1]
 ///   0=基本构件
 ///   1=基本构件|弯矩                                  shows 弯矩
 ///   16=基本构件|柱正截面承载力计算|正截面承载力     shows 正截面承载力
-/// @endverbatim
+/// @endcode
 ///   zelkora::clsGridCellMain menu;
 ///   menu.GridCell(&grid);                   // the main form's grid control
 ///   menu.tProMenuIniFile(u"/opt/zelkora/ZK_PROMENU.INI");
@@ -59,7 +59,7 @@ class clsGridCellMain {
   clsGridCellMain& operator=(const clsGridCellMain&) = delete;
 
   platform::GridControl* GridCell() const { return grid_; }     ///< The grid control.
-  void GridCell(platform::GridControl* grid) { grid_ = grid; }  ///< Sets it.
+  void GridCell(platform::GridControl* grid) { grid_ = grid; }  ///< Sets the grid.
   void tProMenuIniFile(TextView path) { menu_file_ = path; }    ///< Sets the menu file's path.
   void lCurrentRow(int32_t row) { current_row_ = row; }         ///< Sets the current row.
   int32_t lCurrentRow() const { return current_row_; }          ///< The current row.

@@ -9,11 +9,11 @@
 /// caller's side, the end of the object) is removed and leaves the target
 /// untouched. A process killed while saving leaves the old target and, at
 /// worst, a hidden temporary file beside it.
-/// @verbatim
+/// @code{.unparsed}
 ///   std::error_code error;
 ///   auto file = files.open(u"/p/a.zks", platform::FileAccess::Replace, error);
 ///   if (file && file->write(bytes) && file->commit()) ...  // a.zks replaced
-/// @endverbatim
+/// @endcode
 /// Each system has its implementation in its platform folder; the in-memory
 /// one has injectable failures, for tests. @file
 #pragma once

@@ -138,7 +138,7 @@ class GridControl : public WindowControl {
   virtual uint32_t ForeColor(int32_t row, int32_t col) const = 0;  ///< The cell's text colour.
   virtual void ForeColor(int32_t row, int32_t col, uint32_t colour) = 0;  ///< Sets the text colour.
   virtual uint32_t BackColor(int32_t row, int32_t col) const = 0;         ///< Background.
-  virtual void BackColor(int32_t row, int32_t col, uint32_t colour) = 0;  ///< Sets it.
+  virtual void BackColor(int32_t row, int32_t col, uint32_t colour) = 0;  ///< Sets the background.
   virtual int16_t Alignment(int32_t row, int32_t col) const = 0;  ///< kAlignGeneral..kAlignRight.
   virtual void Alignment(int32_t row, int32_t col, int16_t alignment) = 0;  ///< Sets the alignment.
   /// A text the program keeps with the cell; never shown.

@@ -1,11 +1,11 @@
 /// The history of the suite's programs: the most recent project files of each
 /// program, kept in the INI file "ZK_History.INI" (code page 936, like every
 /// INI file of the suite), a section per program, newest first:
-/// @verbatim
+/// @code{.unparsed}
 ///   [梁配筋]
 ///   1=D:\工程\三号楼\L1.zks
 ///   2=D:\工程\二号楼\L7.zks
-/// @endverbatim
+/// @endcode
 /// At most ten files; a file added again moves to the top, compared as the
 /// system compares paths (Windows: without case, "/" and "\" alike; elsewhere
 /// exactly). Reading skips empty and repeated keys, so a hand-edited file

@@ -5,9 +5,9 @@
 /// (by default) the folders named by ZELKORA_RESOURCES in their order. A later
 /// source overrides an earlier one: the catalogue id by id, a layout or the
 /// menu file name by name.
-/// @verbatim
+/// @code{.unparsed}
 ///   const ResourceSources sources = standard_resources("/opt/suite/resources");
-/// @endverbatim
+/// @endcode
 /// A program adds a folder of its own on top of the default bundle's:
 ///
 ///   auto p = std::make_shared<Platform>(*Platform::environment_default());

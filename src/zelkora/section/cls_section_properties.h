@@ -5,7 +5,7 @@
 /// Set the shape and the dimensions in millimetres (stored in metres), then
 /// ask for the moment of inertia or the section modulus; the area and the
 /// centroid distance are left behind by that call:
-/// @verbatim
+/// @code{.unparsed}
 ///   zelkora::clsSectionProperties sp;
 ///   sp.Section_Shape(zelkora::Rectangular_Shaped);
 ///   sp.B_SectionWidth(200);
@@ -13,7 +13,7 @@
 ///   sp.dIx_InertiaMoment();            // 0.5² × 0.1 / 12 m⁴
 ///   sp.A_SectionArea();                // 0.1 m²
 ///   sp.Y_CentroidToTensionEdge();      // 0.25 m
-/// @endverbatim
+/// @endcode
 /// What each dimension means depends on the shape:
 ///   B    web width; diameter of a circle; outer diameter of a ring; bottom
 ///        width of cone and stepped sections; total web width of a box

@@ -9,9 +9,9 @@
 /// shown as typed and never read as a tag. The tags always nest: an end
 /// marker without its start is dropped, and runs still open at the end are
 /// closed.
-/// @verbatim
+/// @code{.unparsed}
 ///   report->setHtml(to_qstring(typeset::markup_to_rich_text(u"A_ub(s)ub_ ＝ 942mm_up(2)up_")));
-///   // "A<sub>s</sub> ＝ 942mm<sup>2</sup>" @endverbatim @file
+///   // "A<sub>s</sub> ＝ 942mm<sup>2</sup>" @endcode @file
 #pragma once
 
 #include "zelkora/platform/text.h"

@@ -2,17 +2,17 @@
 /// their state, answer every call of platform/grid_control.h, record the calls
 /// whose order matters, and draw themselves as text for tests, the command
 /// line and people.
-/// @verbatim
+/// @code{.unparsed}
 ///   MemoryGrid grid;
 ///   MemoryRichTextBox title;
 ///   ... build the grid through clsGridCell ...
 ///   std::cout << grid.render(&title);
-/// @endverbatim
+/// @endcode
 /// The drawing (`render`) is one line per shown row (RowHeight above 0), top
 /// to bottom, row 0 included when it is shown:
-/// @verbatim
+/// @code{.unparsed}
 ///   <picture> <caption, padded>  <value>
-/// @endverbatim
+/// @endcode
 ///  - picture: the image key of column 1 ("+", "-"), or a blank;
 ///  - caption: the text of column 2 as it is (member rows carry their two
 ///    leading blanks), padded with blanks to the widest caption of the grid
