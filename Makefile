@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check doc-check format clean monkey
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test font font-check doc-check docs format clean monkey
 
 all: build
 
@@ -114,6 +114,14 @@ font-check:
 doc-check: build
 	@scripts/install-deps.sh documents
 	@/usr/bin/python3 scripts/check_documents.py $(BUILD)
+
+# The API reference of the public headers (docs/api.md): Doxygen's HTML in
+# $(BUILD)/docs/api/html. Fails on any Doxygen warning (an undocumented public
+# name, a broken doc comment); the warnings are in $(BUILD)/docs/api/warnings.log.
+docs:
+	@scripts/install-deps.sh docs
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD) --target docs || { cat $(BUILD)/docs/api/warnings.log; exit 1; }
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
