@@ -15,7 +15,7 @@ FUZZ_HARNESSES ?=
 # The build folder of `make windows`.
 WINDOWS_BUILD ?= build-windows
 
-.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test windows-package windows-package-test windows-monkey font font-check doc-check package package-test format clean monkey
+.PHONY: all deps configure build test demo desktop bench bench-peer asan fuzz windows windows-test windows-package windows-package-test windows-monkey font font-check doc-check package package-test docs format clean monkey
 
 all: build
 
@@ -150,6 +150,14 @@ package:
 # scratch root they are unpacked into (scripts/package-test.sh).
 package-test: package
 	@scripts/package-test.sh $(BUILD)
+
+# The API reference of the public headers (docs/api.md): Doxygen's HTML in
+# $(BUILD)/docs/api/html. Fails on any Doxygen warning (an undocumented public
+# name, a broken doc comment); the warnings are in $(BUILD)/docs/api/warnings.log.
+docs:
+	@scripts/install-deps.sh docs
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD) --target docs || { cat $(BUILD)/docs/api/warnings.log; exit 1; }
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

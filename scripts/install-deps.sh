@@ -63,6 +63,12 @@ if [ "${1:-}" = documents ]; then
   need_cmd pdftotext poppler-utils
 fi
 
+# `install-deps.sh docs`: also Doxygen, which makes the API reference of the
+# public headers (make docs).
+if [ "${1:-}" = docs ]; then
+  need_cmd doxygen doxygen
+fi
+
 # `install-deps.sh font`: also FontForge's Python module, which makes the font of
 # the steel-grade symbols from its description (make font, make font-check).
 if [ "${1:-}" = font ]; then

@@ -1,12 +1,12 @@
-// One calculation form: its clsGridCell on the form's controls, with the
-// grid control's events connected to the handlers the suite's forms use (the
-// A variants, which let the form mark the items that no longer apply). Every
-// host assembles a form this way: the headless one of the demo, the `grid`
-// command and the tests, and a desktop one.
-//
-//   grid::FormSession form(platform, grid, title, panel, form_object);
-//   form.build(63706);              // "clsBeamSteel", values at their defaults
-//   host_grid.connect(&form);       // the grid's events reach the form
+/// One calculation form: its clsGridCell on the form's controls, with the
+/// grid control's events connected to the handlers the suite's forms use (the
+/// A variants, which let the form mark the items that no longer apply). Every
+/// host assembles a form this way: the headless one of the demo, the `grid`
+/// command and the tests, and a desktop one.
+///
+///   grid::FormSession form(platform, grid, title, panel, form_object);
+///   form.build(63706);              // "clsBeamSteel", values at their defaults
+///   host_grid.connect(&form);       // the grid's events reach the form @file
 #pragma once
 
 #include <memory>
@@ -16,28 +16,28 @@
 #include "zelkora/platform/grid_control.h"
 
 namespace zelkora::grid {
-
+/// A calculation form's grid session: a clsGridCell connected to the grid's events.
 class FormSession : public platform::GridEvents {
- public:
+ public:  /// A session over the form's controls, with `platform`.
   FormSession(std::shared_ptr<const platform::Platform> platform, platform::GridControl& grid,
               platform::RichTextBox& title, platform::Panel& panel, platform::GridForm& form);
   FormSession(const FormSession&) = delete;
   FormSession& operator=(const FormSession&) = delete;
 
-  clsGridCell& cell() { return cell_; }
+  clsGridCell& cell() { return cell_; }  ///< The clsGridCell behind the grid.
 
-  // Builds the grid of the layout named by catalogue text `layout`, the
-  // title box's font, and the values at their defaults.
+  /// Builds the grid of the layout named by catalogue text `layout`, the
+  /// title box's font, and the values at their defaults.
   void build(int32_t layout);
 
-  // With `check` the form checks a value with its row's check expression
-  // when its cell is left (bLeaveCellCanCelA: a refused value is shown, the
-  // cell restored and the leave cancelled); without, the leave applies the
-  // group rule alone (GridCell_LeaveCellA).
+  /// With `check` the form checks a value with its row's check expression
+  /// when its cell is left (bLeaveCellCanCelA: a refused value is shown, the
+  /// cell restored and the leave cancelled); without, the leave applies the
+  /// group rule alone (GridCell_LeaveCellA).
   void check_values_on_leave(bool check) { check_on_leave_ = check; }
 
   void EnterRow() override { cell_.GridCell_EnterRow(); }
-  // Only the value column is edited; headings are locked rows.
+  /// Only the value column is edited; headings are locked rows.
   void BeforeEdit(int32_t row, int32_t col, bool& cancel) override;
   void CellChanging() override { cell_.GridCell_CellChanging(); }
   void LeaveCell(int32_t row, int32_t col, bool& cancel) override;

@@ -1,5 +1,5 @@
-// In-memory controls: each keeps its state in public members, so that a test
-// or a headless host sets and reads it directly.
+/// In-memory controls: each keeps its state in public members, so that a test
+/// or a headless host sets and reads it directly. @file
 #pragma once
 
 #include <algorithm>
@@ -8,46 +8,46 @@
 #include "zelkora/platform/controls.h"
 
 namespace zelkora::platform::headless {
-
+/// A check box that keeps its state in `value`.
 class MemoryCheckBox : public CheckBox {
  public:
   int16_t Value() const override { return value; }
   void Value(int16_t v) override { value = v; }
-  int16_t value = 0;
+  int16_t value = 0;  ///< The state: 0 unchecked, 1 checked, 2 grayed.
 };
-
+/// An option button that keeps its state in `value`.
 class MemoryOptionButton : public OptionButton {
  public:
   bool Value() const override { return value; }
   void Value(bool v) override { value = v; }
-  bool value = false;
+  bool value = false;  ///< Whether it is the chosen one.
 };
 
-// The item list shared by the combo box and the list box.
+/// The item list shared by the combo box and the list box.
 template <class Base>
 class MemoryItems : public Base {
- public:
+ public:  /// The number of items.
   int32_t ListCount() const override { return static_cast<int32_t>(items.size()); }
-  zelkora::Text List(int32_t index) const override {
+  /** Item `index`; empty outside the list. */ zelkora::Text List(int32_t index) const override {
     return index >= 0 && index < ListCount() ? items[static_cast<std::size_t>(index)]
                                              : zelkora::Text();
   }
-  void AddItem(TextView item) override { items.emplace_back(item); }
-  void Clear() override { items.clear(); }
-  std::vector<zelkora::Text> items;
+  void AddItem(TextView item) override { items.emplace_back(item); }  ///< Adds an item at the end.
+  void Clear() override { items.clear(); }                            ///< Removes every item.
+  std::vector<zelkora::Text> items;                                   ///< The items, from 0.
 };
-
+/// A combo box whose text, style and colour are public members.
 class MemoryComboBox : public MemoryItems<ComboBox> {
  public:
   zelkora::Text Text() const override { return text; }
   void Text(TextView t) override { text = t; }
   int16_t Style() const override { return style; }
   uint32_t BackColor() const override { return back_color; }
-  zelkora::Text text;
-  int16_t style = kDropdownCombo;
-  uint32_t back_color = 0xFFFFFF;
+  zelkora::Text text;              ///< The text of the edit part.
+  int16_t style = kDropdownCombo;  ///< kDropdownCombo or kDropdownList.
+  uint32_t back_color = 0xFFFFFF;  ///< The background colour.
 };
-
+/// A list box; `selected` holds the marks of the items.
 class MemoryListBox : public MemoryItems<ListBox> {
  public:
   bool Selected(int32_t index) const override {
@@ -63,14 +63,14 @@ class MemoryListBox : public MemoryItems<ListBox> {
     items.clear();
     selected.clear();
   }
-  std::vector<bool> selected;
+  std::vector<bool> selected;  ///< Selection marks by index (may be shorter than `items`).
 };
-
+/// A list view whose columns, items and selection are public members.
 class MemoryListView : public ListView {
- public:
+ public:  /// An item: its text and sub-items.
   struct Item {
-    zelkora::Text text;
-    std::vector<zelkora::Text> sub_items;  // index 0 unused
+    zelkora::Text text;                    ///< The item's own text (column 0).
+    std::vector<zelkora::Text> sub_items;  ///< index 0 unused
   };
   int32_t ColumnHeadersCount() const override { return columns; }
   int32_t ListItemsCount() const override { return static_cast<int32_t>(items.size()); }
@@ -101,16 +101,16 @@ class MemoryListView : public ListView {
   }
   int32_t SelectedItem() const override { return valid(selected, 0) ? selected : 0; }
   void SelectedItem(int32_t item) override { selected = valid(item, 0) ? item : 0; }
-  int32_t columns = 1;
-  std::vector<Item> items;
-  int32_t selected = 0;  // from 1; 0 for none
+  int32_t columns = 1;      ///< The number of columns.
+  std::vector<Item> items;  ///< The items; item 1 is items[0].
+  int32_t selected = 0;     ///< from 1; 0 for none
 
  private:
   bool valid(int32_t item, int32_t sub) const {
     return item >= 1 && item <= ListItemsCount() && sub >= 0 && sub < std::max(columns, 1);
   }
 };
-
+/// A toolbar whose buttons' values are in `values`.
 class MemoryToolbar : public Toolbar {
  public:
   int32_t ButtonsCount() const override { return static_cast<int32_t>(values.size()); }
@@ -120,7 +120,7 @@ class MemoryToolbar : public Toolbar {
   void ButtonValue(int32_t index, int16_t value) override {
     if (index >= 1 && index <= ButtonsCount()) values[static_cast<std::size_t>(index - 1)] = value;
   }
-  std::vector<int16_t> values;  // button 1 first
+  std::vector<int16_t> values;  ///< button 1 first
 };
 
 }  // namespace zelkora::platform::headless

@@ -1,40 +1,40 @@
-// In-memory property grid, title box, panel and form object: they keep all
-// their state, answer every call of platform/grid_control.h, record the calls
-// whose order matters, and draw themselves as text for tests, the command
-// line and people.
-//
-//   MemoryGrid grid;
-//   MemoryRichTextBox title;
-//   ... build the grid through clsGridCell ...
-//   std::cout << grid.render(&title);
-//
-// The drawing (`render`) is one line per shown row (RowHeight above 0), top
-// to bottom, row 0 included when it is shown:
-//
-//   <picture> <caption, padded>  <value>
-//
-//  - picture: the image key of column 1 ("+", "-"), or a blank;
-//  - caption: the text of column 2 as it is (member rows carry their two
-//    leading blanks), padded with blanks to the widest caption of the grid
-//    (display width: a Chinese character takes two cells), counted over all
-//    rows, shown or not, so that opening a group does not shift the column;
-//  - value: the text of column 3, between "*" when the cell is bold;
-//  - a row whose caption cell is merged into a range shows the picture and
-//    the text of the range alone: "<picture> <text>";
-//  - trailing blanks are cut; control characters in a cell show as blanks.
-//    Column 0, the columns after 3, widths, colours and alignment are not
-//    drawn.
-//
-// With a title box, a line of eight "-" follows, then the box's lines: one
-// per paragraph, bold runs between "*". For example:
-//
-//   - 基本参数
-//     混凝土强度等级  C30
-//     纵筋直径 d      *20*
-//   + 荷载
-//   --------
-//   *纵筋直径 d*
-//   d——纵筋直径。
+/// In-memory property grid, title box, panel and form object: they keep all
+/// their state, answer every call of platform/grid_control.h, record the calls
+/// whose order matters, and draw themselves as text for tests, the command
+/// line and people.
+/// @code{.unparsed}
+///   MemoryGrid grid;
+///   MemoryRichTextBox title;
+///   ... build the grid through clsGridCell ...
+///   std::cout << grid.render(&title);
+/// @endcode
+/// The drawing (`render`) is one line per shown row (RowHeight above 0), top
+/// to bottom, row 0 included when it is shown:
+/// @code{.unparsed}
+///   <picture> <caption, padded>  <value>
+/// @endcode
+///  - picture: the image key of column 1 ("+", "-"), or a blank;
+///  - caption: the text of column 2 as it is (member rows carry their two
+///    leading blanks), padded with blanks to the widest caption of the grid
+///    (display width: a Chinese character takes two cells), counted over all
+///    rows, shown or not, so that opening a group does not shift the column;
+///  - value: the text of column 3, between "*" when the cell is bold;
+///  - a row whose caption cell is merged into a range shows the picture and
+///    the text of the range alone: `"<picture> <text>"`;
+///  - trailing blanks are cut; control characters in a cell show as blanks.
+///    Column 0, the columns after 3, widths, colours and alignment are not
+///    drawn.
+///
+/// With a title box, a line of eight "-" follows, then the box's lines: one
+/// per paragraph, bold runs between "*". For example:
+///
+///   - 基本参数
+///     混凝土强度等级  C30
+///     纵筋直径 d      *20*
+///   + 荷载
+///   --------
+///   *纵筋直径 d*
+///   d——纵筋直径。 @file
 #pragma once
 
 #include <functional>
@@ -47,10 +47,10 @@
 
 namespace zelkora::platform::headless {
 
-// Placement and visibility: refuses a negative width or height.
+/// Placement and visibility: refuses a negative width or height.
 template <class Base>
 class MemoryWindow : public Base {
- public:
+ public:  /// Places it; refuses a negative size.
   bool Move(int32_t l, int32_t t, int32_t w, int32_t h) override {
     if (w < 0 || h < 0) return false;
     left = l;
@@ -59,40 +59,40 @@ class MemoryWindow : public Base {
     height = h;
     return true;
   }
-  bool Visible() const override { return visible; }
-  void Visible(bool v) override { visible = v; }
+  bool Visible() const override { return visible; }  ///< Whether it is shown.
+  void Visible(bool v) override { visible = v; }     ///< Shows or hides it.
 
-  int32_t left = 0;
-  int32_t top = 0;
-  int32_t width = 0;
-  int32_t height = 0;
-  bool visible = true;
+  int32_t left = 0;     ///< Left edge (twips).
+  int32_t top = 0;      ///< Top edge (twips).
+  int32_t width = 0;    ///< Width (twips).
+  int32_t height = 0;   ///< Height (twips).
+  bool visible = true;  ///< Whether it is shown.
 };
 
 class MemoryPanel : public MemoryWindow<Panel> {};
 
 class MemoryRichTextBox;
 
-// The grid. A fresh grid has no rows or columns, and settings that differ
-// from those the library sets when it builds a grid, so a test sees each
-// one that was set.
-//
-// `calls` records, in order: "Rows=<n>", "Cols=<n>", "AutoRedraw=0|1",
-// "Refresh", "Merge <row> <col1> <col2>", "AddPicture <key>" and
-// "SetFocus <row> <col>". Cell and row settings are not recorded; read them
-// back.
+/// The grid. A fresh grid has no rows or columns, and settings that differ
+/// from those the library sets when it builds a grid, so a test sees each
+/// one that was set.
+///
+/// `calls` records, in order: "Rows=<n>", "Cols=<n>", "AutoRedraw=0|1",
+/// "Refresh", "Merge <row> <col1> <col2>", "AddPicture <key>" and
+/// "SetFocus <row> <col>". Cell and row settings are not recorded; read them
+/// back.
 class MemoryGrid : public MemoryWindow<GridControl> {
- public:
+ public:  /// The whole state of one cell.
   struct Cell {
-    zelkora::Text text;
-    zelkora::Text tag;
-    zelkora::Text image_key;
-    std::vector<zelkora::Text> combo_list;
-    int16_t cell_type = kTextCell;
-    int16_t alignment = kAlignGeneral;
-    bool font_bold = false;
-    uint32_t fore_color = kColourWindowText;
-    uint32_t back_color = kColourWindow;
+    zelkora::Text text;                       ///< The text.
+    zelkora::Text tag;                        ///< The tag (never shown).
+    zelkora::Text image_key;                  ///< The key of the picture shown; empty for none.
+    std::vector<zelkora::Text> combo_list;    ///< The items of a combo cell's list.
+    int16_t cell_type = kTextCell;            ///< kTextCell or kComboCell.
+    int16_t alignment = kAlignGeneral;        ///< kAlignGeneral..kAlignRight.
+    bool font_bold = false;                   ///< Bold text.
+    uint32_t fore_color = kColourWindowText;  ///< Text colour.
+    uint32_t back_color = kColourWindow;      ///< Background colour.
   };
 
   int32_t Rows() const override { return static_cast<int32_t>(rows_.size()); }
@@ -160,62 +160,62 @@ class MemoryGrid : public MemoryWindow<GridControl> {
   void DisplayClientBorder(bool d) override { display_client_border = d; }
   void SelectionMode(int16_t m) override { selection_mode = m; }
 
-  // -- A filter over the rows (the form's, not the control's): only the rows
-  // with kept[row] true show, also those the grid has folded away; an empty
-  // vector, the rows as the grid has them.
+  /// -- A filter over the rows (the form's, not the control's): only the rows
+  /// with kept[row] true show, also those the grid has folded away; an empty
+  /// vector, the rows as the grid has them.
   void show_only(std::vector<bool> kept) { kept_ = std::move(kept); }
-  bool filtered() const { return !kept_.empty(); }
-  // Whether the user sees the row: kept by the filter, or, without one (and
-  // for row 0), of a height above 0.
+  bool filtered() const { return !kept_.empty(); }  ///< Whether a filter is set.
+  /// Whether the user sees the row: kept by the filter, or, without one (and
+  /// for row 0), of a height above 0.
   bool row_shown(int32_t row) const;
-  // The next row after `row` (`step` 1) or before it (-1) whose cell in
-  // `col` is shown and not locked, or -1; the row Tab, Shift+Tab and Enter
-  // go to.
+  /// The next row after `row` (`step` 1) or before it (-1) whose cell in
+  /// `col` is shown and not locked, or -1; the row Tab, Shift+Tab and Enter
+  /// go to.
   int32_t next_editable_row(int32_t row, int32_t col, int step) const;
-  // The next shown row below `row`, or `row` when there is none.
+  /// The next shown row below `row`, or `row` when there is none.
   int32_t next_shown_row(int32_t row) const;
-  // Where Up (`step` -1) or Down (1) go from the active cell `at`: the next
-  // shown row, in the column they move in. `cursor` is where they last went:
-  // its column is kept across a merged range (whose first cell becomes the
-  // active one) and updated. With no shown row that way: `at`.
+  /// Where Up (`step` -1) or Down (1) go from the active cell `at`: the next
+  /// shown row, in the column they move in. `cursor` is where they last went:
+  /// its column is kept across a merged range (whose first cell becomes the
+  /// active one) and updated. With no shown row that way: `at`.
   CellRef vertical_step(CellRef at, CellRef& cursor, int step) const;
 
-  // The whole state of a cell (throws for a cell outside the grid).
+  /// The whole state of a cell (throws for a cell outside the grid).
   const Cell& cell(int32_t row, int32_t col) const;
-  // The merged range of the row as {col1, col2}; {0, -1} when it has none.
+  /// The merged range of the row as {col1, col2}; {0, -1} when it has none.
   std::pair<int32_t, int32_t> merged(int32_t row) const;
-  // The pictures added, by key, in order.
+  /// The pictures added, by key, in order.
   const std::vector<std::pair<zelkora::Text, Picture>>& pictures() const { return pictures_; }
 
-  // The grid as a user sees it (format above), with the title box below it
-  // when one is given: lines, or UTF-8 with "\n" after every line.
+  /// The grid as a user sees it (format above), with the title box below it
+  /// when one is given: lines, or UTF-8 with "\n" after every line.
   std::vector<zelkora::Text> render_lines(const MemoryRichTextBox* title = nullptr) const;
   std::string render(const MemoryRichTextBox* title = nullptr) const;
-
-  std::vector<std::string> calls;
-  // The last row in view; -1: every row fits, the last row of the grid.
+  ///< The same as one UTF-8 string.
+  std::vector<std::string> calls;  ///< The recorded calls, in order (see above).
+  /// The last row in view; -1: every row fits, the last row of the grid.
   int32_t bottom_row = -1;
-  bool focused = false;
+  bool focused = false;  ///< Whether the grid has the focus (SetFocus).
 
-  zelkora::Text default_font_name;
-  float default_font_size = 0;
-  uint32_t back_color_bkg = system_colour(12);
-  uint32_t grid_color = rgb(192, 192, 192);
-  uint32_t cell_border_color_fixed = 0;
-  uint32_t cell_border_color = 0;
-  int16_t appearance = 1;
-  int16_t enter_key_move_to = 0;
-  bool extend_last_col = false;
-  bool display_focus_rect = true;
-  int16_t read_only_focus_rect = 1;
-  bool display_client_border = true;
-  int16_t selection_mode = 0;
+  zelkora::Text default_font_name;              ///< DefaultFontName as set.
+  float default_font_size = 0;                  ///< DefaultFontSize as set.
+  uint32_t back_color_bkg = system_colour(12);  ///< BackColorBkg as set.
+  uint32_t grid_color = rgb(192, 192, 192);     ///< GridColor as set.
+  uint32_t cell_border_color_fixed = 0;         ///< CellBorderColorFixed as set.
+  uint32_t cell_border_color = 0;               ///< CellBorderColor as set.
+  int16_t appearance = 1;                       ///< Appearance as set.
+  int16_t enter_key_move_to = 0;                ///< EnterKeyMoveTo as set.
+  bool extend_last_col = false;                 ///< ExtendLastCol as set.
+  bool display_focus_rect = true;               ///< DisplayFocusRect as set.
+  int16_t read_only_focus_rect = 1;             ///< ReadOnlyFocusRect as set.
+  bool display_client_border = true;            ///< DisplayClientBorder as set.
+  int16_t selection_mode = 0;                   ///< SelectionMode as set.
 
  private:
   struct Row {
     std::vector<Cell> cells;
     int32_t height = 0;
-    bool height_set = false;  // else DefaultRowHeight
+    bool height_set = false;  ///< else DefaultRowHeight
     bool locked = false;
     int32_t merge_first = 0;
     int32_t merge_last = -1;
@@ -231,26 +231,26 @@ class MemoryGrid : public MemoryWindow<GridControl> {
   bool auto_redraw_ = true;
   CellRef active_;
   std::vector<std::pair<zelkora::Text, Picture>> pictures_;
-  std::vector<bool> kept_;  // the rows a filter keeps; empty: no filter
+  std::vector<bool> kept_;  ///< the rows a filter keeps; empty: no filter
 };
 
-// The title box. It keeps the text with a format per character.
+/// The title box. It keeps the text with a format per character.
 class MemoryRichTextBox : public MemoryWindow<RichTextBox> {
- public:
+ public:  /// The format of one character.
   struct Format {
-    bool bold = false;
-    uint32_t colour = kColourWindowText;
+    bool bold = false;                    ///< Bold.
+    uint32_t colour = kColourWindowText;  ///< The colour.
     friend bool operator==(const Format&, const Format&) = default;
   };
 
   zelkora::Text Text() const override { return text_; }
   void Text(TextView text) override;
-  // Written with the colours resolved to the system's default scheme, text
-  // beyond ASCII as "\uN?" and every line break as "\par". Reading takes
-  // "\b", "\b0", "\plain", "\cf" with "\colortbl", "\par", "\line", "\tab",
-  // "\u" with "\uc", "\'hh" (code page 936) and the escapes "\\", "\{",
-  // "\}"; other control words are passed over, and the groups of the font
-  // table, the style sheet, pictures and "\*" destinations are skipped.
+  /// Written with the colours resolved to the system's default scheme, text
+  /// beyond ASCII as "\uN?" and every line break as "\par". Reading takes
+  /// "\b", "\b0", "\plain", "\cf" with "\colortbl", "\par", "\line", "\tab",
+  /// "\u" with "\uc", "\'hh" (code page 936) and the escapes "\\", "\{",
+  /// "\}"; other control words are passed over, and the groups of the font
+  /// table, the style sheet, pictures and "\*" destinations are skipped.
   zelkora::Text TextRTF() const override;
   void TextRTF(TextView rtf) override;
   int32_t SelStart() const override { return sel_start_; }
@@ -266,15 +266,15 @@ class MemoryRichTextBox : public MemoryWindow<RichTextBox> {
   float FontSize() const override { return font_size; }
   void FontSize(float size) override { font_size = size; }
 
-  // The format of each character of `Text()`.
+  /// The format of each character of `Text()`.
   const std::vector<Format>& formats() const { return formats_; }
 
-  // One line per paragraph, bold runs between "*", trailing blanks cut.
+  /// One line per paragraph, bold runs between "*", trailing blanks cut.
   std::vector<zelkora::Text> render_lines() const;
-  std::string render() const;
+  std::string render() const;  ///< The same as one UTF-8 string.
 
-  zelkora::Text tool_tip_text;
-  float font_size = 0;
+  zelkora::Text tool_tip_text;  ///< ToolTipText as set.
+  float font_size = 0;          ///< FontSize as set.
 
  private:
   zelkora::Text text_;
@@ -284,18 +284,18 @@ class MemoryRichTextBox : public MemoryWindow<RichTextBox> {
   uint32_t sel_color_ = kColourWindowText;
 };
 
-// The form object. It answers from its public members and records each call
-// with the arguments it received. `ControlEnable` hands the marks to
-// `on_control_enable` when one is set (with the texts of the call, or those
-// of the last `Let_Text` for the one-argument form); else it writes
-// `hidden` over the marks it receives, as far as both reach.
+/// The form object. It answers from its public members and records each call
+/// with the arguments it received. `ControlEnable` hands the marks to
+/// `on_control_enable` when one is set (with the texts of the call, or those
+/// of the last `Let_Text` for the one-argument form); else it writes
+/// `hidden` over the marks it receives, as far as both reach.
 class MemoryGridForm : public GridForm {
- public:
+ public:  /// One call the form received.
   struct Call {
-    std::string name;  // "LabelColWidth", "bDisplayPicture", "Let_Text",
-                       // "ControlEnable(hidden)", "ControlEnable(texts, hidden)"
-    std::vector<zelkora::Text> texts;
-    std::vector<bool> hidden;  // as received
+    std::string name;                  ///< "LabelColWidth", "bDisplayPicture", "Let_Text",
+                                       ///< "ControlEnable(hidden)", "ControlEnable(texts, hidden)"
+    std::vector<zelkora::Text> texts;  ///< The texts received (Let_Text, ControlEnable).
+    std::vector<bool> hidden;          ///< as received
   };
 
   int32_t LabelColWidth() override;
@@ -304,15 +304,15 @@ class MemoryGridForm : public GridForm {
   bool bDisplayPicture() override;
   void Let_Text(std::vector<zelkora::Text>& texts) override;
 
-  // The names of the calls, in order.
+  /// The names of the calls, in order.
   std::vector<std::string> call_names() const;
 
-  int32_t label_col_width = 120;
-  bool display_picture = false;
-  std::vector<bool> hidden;
+  int32_t label_col_width = 120;  ///< What LabelColWidth answers.
+  bool display_picture = false;   ///< What bDisplayPicture answers.
+  std::vector<bool> hidden;       ///< The marks ControlEnable writes without `on_control_enable`.
   std::function<void(const std::vector<zelkora::Text>& texts, std::vector<bool>& marks)>
-      on_control_enable;
-  std::vector<Call> calls;
+      on_control_enable;    ///< Called by ControlEnable when set (see above).
+  std::vector<Call> calls;  ///< The calls received, in order.
 
  private:
   void answer(const std::vector<zelkora::Text>& texts, std::vector<bool>& marks);
