@@ -21,10 +21,7 @@ fi
 setup=${setups[0]}
 version=$(basename "$setup" | sed -E 's/^zelkora-(.*)-windows-x64-setup\.exe$/\1/')
 
-WINE=${WINE:-/usr/lib/wine/wine64}
-[ -x "$WINE" ] || WINE=$(command -v wine64 || command -v wine)
-WINESERVER=${WINESERVER:-$(dirname "$WINE")/wineserver64}
-[ -x "$WINESERVER" ] || WINESERVER=$(command -v wineserver)
+. "$here/wine-env.sh"
 # A prefix of its own, made once (about a minute); what an earlier run left
 # in it is taken away first.
 export WINEPREFIX="$win/wine-package" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="

@@ -14,10 +14,7 @@ win=$(realpath "${1:-build-windows}")
 linux=$(realpath "${2:-build}")
 here=$(dirname "$(realpath "$0")")
 
-WINE=${WINE:-/usr/lib/wine/wine64}
-[ -x "$WINE" ] || WINE=$(command -v wine64 || command -v wine)
-WINESERVER=${WINESERVER:-$(dirname "$WINE")/wineserver64}
-[ -x "$WINESERVER" ] || WINESERVER=$(command -v wineserver)
+. "$here/wine-env.sh"
 # A Wine of the build's own, quiet, without the Mono and Gecko installers.
 export WINEPREFIX="$win/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 unset LC_ALL LC_CTYPE LANGUAGE
