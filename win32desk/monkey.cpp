@@ -65,7 +65,7 @@ class Win32MonkeyHost : public desk::MonkeyHost {
   bool menu_shows(TextView entry) override {
     MainWindow& menu = app_.main_window();
     const int32_t row = menu.row_of(entry);
-    return row > 0 && menu.grid().row_shown(row) && menu.grid().RowHeight(row) > 0;
+    return row > 0 && menu.grid().row_shown(row);
   }
 
   bool focus_in_grid() override {
@@ -87,8 +87,8 @@ class Win32MonkeyHost : public desk::MonkeyHost {
   bool editor_redoes() override { return editor_undoes(); }
 
   bool row_shown(int32_t row) override {
-    platform::win32::Win32GridControl& grid = form_window().grid();
-    return grid.row_shown(row) && grid.RowHeight(row) > 0;
+    // Shown with a height of its own, or folded away but kept by the filter.
+    return form_window().grid().row_shown(row);
   }
   Text shown_value(int32_t row) override {
     platform::win32::Win32GridControl& grid = form_window().grid();

@@ -379,7 +379,7 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_KILLFOCUS: {
       const HWND to = reinterpret_cast<HWND>(wparam);
       row_changed(ActiveCell().row);
-      if (syncing_ || relay_->busy || (to && ::IsChild(hwnd(), to))) return 0;
+      if (syncing_ || relay_->busy || (to && ::IsChild(hwnd(), to)) || box_takes_focus(to)) return 0;
       act([this] { user_.focus_away(); });
       return 0;
     }
@@ -581,9 +581,27 @@ bool Win32GridControl::editor_key(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void Win32GridControl::editor_lost_focus(HWND to) {
   // To the grid, or within the list cell's box: the user's click decides.
-  if (syncing_ || relay_->busy || to == hwnd() || to == combo_ || (to && ::IsChild(combo_, to)))
+  if (syncing_ || relay_->busy || to == hwnd() || to == combo_ || (to && ::IsChild(combo_, to)) ||
+      box_takes_focus(to))
     return;
   act([this] { user_.focus_away(); });
+}
+
+bool Win32GridControl::box_takes_focus(HWND to) const {
+  // A modal box the form shows (a message, a question, a file dialog) is no
+  // loss of the focus: the grid has it again as the box closes, as on the
+  // other hosts. Such a box disables the window it is shown over, or is a
+  // dialog owned by it.
+  const HWND form = ::GetAncestor(hwnd(), GA_ROOT);
+  if (!::IsWindowEnabled(form)) return true;
+  const HWND box = to ? ::GetAncestor(to, GA_ROOT) : nullptr;
+  wchar_t name[16] = {};
+  if (!box || box == form || !::GetClassNameW(box, name, 16) || wcscmp(name, L"#32770") != 0)
+    return false;
+  for (HWND owner = ::GetWindow(box, GW_OWNER); owner; owner = ::GetWindow(owner, GW_OWNER)) {
+    if (owner == form) return true;
+  }
+  return false;
 }
 
 // ---- Showing the user's hand --------------------------------------------------------

@@ -202,6 +202,7 @@ class Win32GridControl : public HwndControl<GridControl> {
   void mouse_up(POINT at);
   void editor_changed();
   void list_closed(bool picked);
+  bool box_takes_focus(HWND to) const;
 
   // Showing the model: the editor over the active cell (opened, filled,
   // placed, focused as the user's hand has it), the active cell in view.
