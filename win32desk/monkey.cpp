@@ -6,6 +6,8 @@
 #include <commctrl.h>
 #include <richedit.h>
 
+#include <algorithm>
+
 #include "win32desk/calc_form.h"
 #include "win32desk/desk_app.h"
 #include "win32desk/main_window.h"
@@ -48,6 +50,7 @@ class Win32MonkeyHost : public desk::MonkeyHost {
       // Tall enough to show every row, as the headless form shows them: a
       // grid's lowest row in view decides where Enter takes the focus.
       sized_ = form->work().serial();
+      ::SetWindowSubclass(form->hwnd(), taller_than_the_screen, 0, 0);
       RECT frame{};
       ::GetWindowRect(form->hwnd(), &frame);
       ::SetWindowPos(form->hwnd(), nullptr, 0, 0, frame.right - frame.left, kTallForm,
@@ -121,8 +124,12 @@ class Win32MonkeyHost : public desk::MonkeyHost {
     wchar_t name[64] = {};
     if (focus) ::GetClassNameW(focus, name, 64);
     const Text text = focus ? window_text(focus) : Text();
+    RECT frame{};
+    if (app_.current_form()) ::GetWindowRect(form_window().hwnd(), &frame);
     return "  focus: " + to_utf8(platform::win32::from_wide(name, wcslen(name))) + " \"" +
-           to_utf8(text) + "\"\n";
+           to_utf8(text) + "\"\n  form " + std::to_string(frame.bottom - frame.top) +
+           " px tall, lowest row in view " +
+           std::to_string(app_.current_form() ? form_window().grid().BottomRow() : 0) + "\n";
   }
 
  private:
@@ -131,6 +138,17 @@ class Win32MonkeyHost : public desk::MonkeyHost {
     const UINT state =
         ::GetMenuState(::GetMenu(form_window().hwnd()), static_cast<UINT>(command), MF_BYCOMMAND);
     return state != static_cast<UINT>(-1) && !(state & (MF_GRAYED | MF_DISABLED));
+  }
+  // The system keeps a window within the screen's size (Wine's null
+  // display is 1024 by 768): the tester's form may be taller.
+  static LRESULT CALLBACK taller_than_the_screen(HWND window, UINT message, WPARAM wparam,
+                                                 LPARAM lparam, UINT_PTR, DWORD_PTR) {
+    const LRESULT result = ::DefSubclassProc(window, message, wparam, lparam);
+    if (message == WM_GETMINMAXINFO) {
+      auto* sizes = reinterpret_cast<MINMAXINFO*>(lparam);
+      sizes->ptMaxTrackSize.y = std::max<LONG>(sizes->ptMaxTrackSize.y, kTallForm);
+    }
+    return result;
   }
   static bool checked(HWND box) { return ::SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
