@@ -118,6 +118,23 @@ bool is_edit_box(HWND window) {
   return _wcsicmp(name, L"Edit") == 0 || _wcsicmp(name, MSFTEDIT_CLASS) == 0;
 }
 
+// A toggle pressed while the grid's cell holds a value its check refuses:
+// leaving the cell shows the error box, and the press it came in is lost to
+// the box (the focus stays in the cell's editor). The toggle is clicked all
+// the same, the filter it sets being the user's, as on the other hosts.
+LRESULT CALLBACK toggle_proc(HWND box, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                             DWORD_PTR) {
+  const LRESULT result = ::DefSubclassProc(box, message, wparam, lparam);
+  if (message != WM_LBUTTONDOWN || ::GetFocus() == box) return result;
+  if (::GetCapture() == box) ::ReleaseCapture();
+  ::SendMessageW(box, BM_SETSTATE, FALSE, 0);
+  const bool checked = ::SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
+  ::SendMessageW(box, BM_SETCHECK, checked ? BST_UNCHECKED : BST_CHECKED, 0);
+  ::SendMessageW(::GetParent(box), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(box), BN_CLICKED),
+                 reinterpret_cast<LPARAM>(box));
+  return result;
+}
+
 }  // namespace
 
 CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const desk::Program& program)
@@ -231,6 +248,8 @@ void CalcForm::build_filter_bar() {
       make_child(hwnd(), L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, u"已修改", kChangedId);
   refused_only_ =
       make_child(hwnd(), L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, u"有错误", kRefusedId);
+  ::SetWindowSubclass(changed_only_, &toggle_proc, 1, 0);
+  ::SetWindowSubclass(refused_only_, &toggle_proc, 1, 0);
 }
 
 // ---- Layout ------------------------------------------------------------------------------
