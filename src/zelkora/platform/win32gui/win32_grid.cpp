@@ -495,10 +495,14 @@ void Win32GridControl::editor_changed() {
   const zelkora::Text text = window_text(shown_editor_);
   shown_text_ = text;
   shown_text_known_ = true;
+  // A full editor refuses a key, yet tells of a change (Wine does): nothing
+  // changed. Any other change of its text (a key, Backspace, Delete, a
+  // paste) is the user's one change of the cell's text, even to the text it
+  // had.
   const CellRef at = ActiveCell();
-  if (text == view_.grid.Text(at.row, at.col)) return;
-  // Any change of the editor's text (a key, Backspace, Delete, a paste)
-  // is the user's one change of the cell's text.
+  const HWND line = shown_editor_ == combo_ ? combo_line_ : shown_editor_;
+  const auto limit = static_cast<std::size_t>(::SendMessageW(line, EM_GETLIMITTEXT, 0, 0));
+  if (text == view_.grid.Text(at.row, at.col) && text.size() >= limit) return;
   act([&] {
     user_.select_all();
     user_.paste(text);
