@@ -72,9 +72,10 @@ class Win32MonkeyHost : public desk::MonkeyHost {
   }
 
   bool focus_in_grid() override {
+    // An open list has the keys (on Qt it has the focus, a window of its own).
     HWND focus = ::GetFocus();
-    HWND grid = form_window().grid().hwnd();
-    return focus && (focus == grid || ::IsChild(grid, focus));
+    platform::win32::Win32GridControl& grid = form_window().grid();
+    return focus && !grid.list_open() && (focus == grid.hwnd() || ::IsChild(grid.hwnd(), focus));
   }
   bool focus_in_text_box() override {
     // As the form's keys take it: an edit box or a rich-edit box.

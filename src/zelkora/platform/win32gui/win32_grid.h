@@ -86,6 +86,7 @@ class Win32GridControl : public HwndControl<GridControl> {
   void show_only(std::vector<bool> kept);
   bool filtered() const { return view_.grid.filtered(); }
   bool editing() const { return user_.editing(); }
+  bool list_open() const { return user_.list_open(); }  ///< the list cell's list is down
   bool row_shown(int32_t row) const { return view_.grid.row_shown(row); }
   // Marks a cell, a refused value: drawn on the window colour tinted red,
   // `note` its tooltip. An empty note clears the mark.
