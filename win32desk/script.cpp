@@ -330,11 +330,7 @@ class Steps {
       click_at(parts.hwndList, middle_of(item));
     } else {
       ::SendMessageW(line, EM_SETSEL, 0, -1);  // all of its text is replaced
-      if (words.after.empty()) {
-        press_key(line, {VK_DELETE});
-      } else {
-        type_text(line, words.after);
-      }
+      type_text(line, words.after);
     }
     press_key(focus_or(line), {VK_RETURN});
   }
