@@ -598,9 +598,16 @@ void CalcForm::show_history(bool can_undo, bool can_redo) {
 }
 
 void CalcForm::apply_filter() {
+  const bool editing = grid_->editing();
   work_->set_filter({window_text(filter_),
                      ::SendMessageW(changed_only_, BM_GETCHECK, 0, 0) == BST_CHECKED,
                      ::SendMessageW(refused_only_, BM_GETCHECK, 0, 0) == BST_CHECKED});
+  // An editor the filter closed, its row hidden, leaves the focus to the
+  // filter box, whose change hid it (as on Qt), not to the grid.
+  const HWND focus = ::GetFocus();
+  if (editing && !grid_->editing() && (focus == grid_->hwnd() || ::IsChild(grid_->hwnd(), focus))) {
+    grid_->hand_focus_to(filter_);
+  }
 }
 
 void CalcForm::show_filter(const grid::RowFilter& filter) {

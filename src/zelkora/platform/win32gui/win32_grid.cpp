@@ -591,6 +591,13 @@ void Win32GridControl::editor_lost_focus(HWND to) {
   act([this] { user_.focus_away(); });
 }
 
+void Win32GridControl::hand_focus_to(HWND window) {
+  const bool was = syncing_;
+  syncing_ = true;
+  ::SetFocus(window);
+  syncing_ = was;
+}
+
 bool Win32GridControl::box_takes_focus(HWND to) const {
   // A modal box the form shows (a message, a question, a file dialog) is no
   // loss of the focus: the grid has it again as the box closes, as on the

@@ -87,6 +87,9 @@ class Win32GridControl : public HwndControl<GridControl> {
   bool filtered() const { return view_.grid.filtered(); }
   bool editing() const { return user_.editing(); }
   bool list_open() const { return user_.list_open(); }  ///< the list cell's list is down
+  /// The focus handed to `window` by the program, not taken by the user (the
+  /// editor that had it closed): the grid raises no LostFocus.
+  void hand_focus_to(HWND window);
   bool row_shown(int32_t row) const { return view_.grid.row_shown(row); }
   // Marks a cell, a refused value: drawn on the window colour tinted red,
   // `note` its tooltip. An empty note clears the mark.
