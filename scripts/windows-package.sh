@@ -45,6 +45,13 @@ for exe in zelkora.exe zelkora-desk.exe; do
   fi
 done
 
+# The desktop program shows its own icon: an icon group (resource type 14)
+# in its resources.
+if ! x86_64-w64-mingw32-objdump -p "$stage/zelkora-desk.exe" | grep -q 'Entry: ID: 0x00000e,'; then
+  echo "windows-package: zelkora-desk.exe carries no icon"
+  exit 1
+fi
+
 (cd "$out" && cmake -E tar cf "$name.zip" --format=zip "$name")
 makensis -V2 -INPUTCHARSET UTF8 -DVERSION="$version" -DSTAGE="$stage" \
   -DOUTFILE="$out/$name-setup.exe" "$source_dir/packaging/windows/zelkora.nsi"

@@ -228,6 +228,12 @@ class Steps {
 
   void type_text(HWND window, TextView text) {
     for (const char16_t c : text) {
+      if (c == u' ') {
+        // The space bar is a key of its own (the grid takes its key down);
+        // the system's translation gives the character.
+        press_key(window, {VK_SPACE});
+        continue;
+      }
       ::PostMessageW(window, WM_CHAR, c, 1);
       settle();
     }

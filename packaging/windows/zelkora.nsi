@@ -55,7 +55,7 @@ VIAddVersionKey /LANG=2052 "LegalCopyright" "Zelkora"
 !include "MUI2.nsh"
 
 !define MUI_ABORTWARNING
-!define MUI_ICON "${NSISDIR}\Contrib\Graphics\Icons\modern-install.ico"
+!define MUI_ICON "${__FILEDIR__}\..\..\win32desk\zelkora-desk.ico"
 !define MUI_UNICON "${NSISDIR}\Contrib\Graphics\Icons\modern-uninstall.ico"
 
 !define MUI_WELCOMEPAGE_TITLE "$(ZkWelcomeTitle)"
