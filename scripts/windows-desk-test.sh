@@ -29,15 +29,22 @@ mkdir "$work/linux" "$work/bin"
   { echo "windows-desk-test: the Linux program failed:"; cat "$work/linux.err"; exit 1; }
 files=$(cd "$work/linux" && ls)
 
-# zelkora-desk.exe with a Western system code page and with a Chinese one.
-for lang in C.UTF-8 zh_CN.UTF-8; do
+# zelkora-desk.exe with a Western system code page at 96 dpi and with a
+# Chinese one at 144 dpi (150 %): neither changes a byte written.
+set_dpi() {
+  "$WINE" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
+}
+trap 'set_dpi 96; rm -rf "$work"' EXIT
+for run_as in C.UTF-8:96 zh_CN.UTF-8:144; do
+  lang=${run_as%:*} dpi=${run_as#*:}
+  set_dpi "$dpi"
   run="$work/windows-$lang"
   mkdir "$run" "$work/bin-$lang"
   cp "$win/zelkora-desk.exe" "$work/bin-$lang/"
   (cd "$run" && LANG=$lang ZELKORA_SETTINGS="$work/windows-$lang.ini" \
     "$WINE" "$work/bin-$lang/zelkora-desk.exe" --script "$script" --quit >lines.out \
     2>"$work/windows.err") ||
-    { echo "windows-desk-test: zelkora-desk.exe failed (LANG=$lang):"; cat "$work/windows.err"; exit 1; }
+    { echo "windows-desk-test: zelkora-desk.exe failed (LANG=$lang, $dpi dpi):"; cat "$work/windows.err"; exit 1; }
   if [ "$files" != "$(cd "$run" && ls)" ]; then
     echo "windows-desk-test: the programs wrote different files (LANG=$lang):"
     diff <(echo "$files") <(cd "$run" && ls) || true
@@ -48,9 +55,10 @@ for lang in C.UTF-8 zh_CN.UTF-8; do
     head -40 "$work/desk.diff"
     exit 1
   fi
-  echo "zelkora-desk.exe under Wine, LANG=$lang: the same $(echo "$files" | wc -l) files as the" \
+  echo "zelkora-desk.exe under Wine, LANG=$lang at $dpi dpi: the same $(echo "$files" | wc -l) files as the" \
     "Linux program ($(wc -l <"$work/linux/lines.out") lines printed)"
 done
+set_dpi 96
 
 # The random tester's kept scripts, each run by zelkora-desk.exe with the
 # tester's checks after every step and the headless form taking the same

@@ -44,7 +44,14 @@ COLORREF colour_ref(uint32_t colour) {
 int dpi_of(HWND window) {
   using GetDpi = UINT(WINAPI*)(HWND);
   static const GetDpi get = user32_function<GetDpi>("GetDpiForWindow");
-  const UINT dpi = window && get ? get(window) : 0;
+  UINT dpi = window && get ? get(window) : 0;
+  if (dpi == 0) {
+    // No window yet: the system's (the primary monitor's) DPI, which a new
+    // window starts with.
+    HDC screen = ::GetDC(nullptr);
+    dpi = static_cast<UINT>(::GetDeviceCaps(screen, LOGPIXELSY));
+    ::ReleaseDC(nullptr, screen);
+  }
   return dpi > 0 ? static_cast<int>(dpi) : 96;
 }
 

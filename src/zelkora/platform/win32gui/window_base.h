@@ -25,7 +25,7 @@ void init_gui();
 // as the colour the system draws: a system colour follows the user's scheme.
 COLORREF colour_ref(uint32_t colour);
 
-// The dots per inch of the window's monitor (96 without a window).
+// The dots per inch of the window's monitor (the system's without a window).
 int dpi_of(HWND window);
 // Twips (1/1440 inch) as the window's pixels, and back.
 int twips_to_pixels(int32_t twips, int dpi);
