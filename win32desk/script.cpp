@@ -305,6 +305,12 @@ class Steps {
     CalcForm& f = form();
     platform::win32::Win32GridControl& g = f.grid();
     const int32_t row = row_of_item(f, words.word);
+    // An open list has the keys, and an editor that has not the focus (the
+    // filter box has it) takes none: the cell is not typed into.
+    const HWND focus = ::GetFocus();
+    if (g.list_open() || (g.editor() && focus != g.editor() && !::IsChild(g.editor(), focus))) {
+      throw StepError("the cell cannot be edited");
+    }
     // An editor the form kept open on the cell (after a refused value) is
     // typed into as it is; otherwise the cell is clicked and F2 opens one.
     if (!(g.editor() && g.ActiveCell().row == row)) {
