@@ -305,15 +305,17 @@ class Steps {
     CalcForm& f = form();
     platform::win32::Win32GridControl& g = f.grid();
     const int32_t row = row_of_item(f, words.word);
-    // An open list has the keys, and an editor that has not the focus (the
-    // filter box has it) takes none: the cell is not typed into.
+    // An editor open on the cell (a refused value kept it) is typed into as
+    // it is, unless its list is open (the list has the keys) or it has not
+    // the focus (the filter box has it); otherwise the cell is clicked and
+    // F2 opens one.
+    const bool open_here = g.editor() && g.ActiveCell().row == row;
     const HWND focus = ::GetFocus();
-    if (g.list_open() || (g.editor() && focus != g.editor() && !::IsChild(g.editor(), focus))) {
+    if (open_here &&
+        (g.list_open() || (focus != g.editor() && !::IsChild(g.editor(), focus)))) {
       throw StepError("the cell cannot be edited");
     }
-    // An editor the form kept open on the cell (after a refused value) is
-    // typed into as it is; otherwise the cell is clicked and F2 opens one.
-    if (!(g.editor() && g.ActiveCell().row == row)) {
+    if (!open_here) {
       click_cell(g, row, grid::kValueCol);
       press_key(g.hwnd(), {VK_F2});
     }
