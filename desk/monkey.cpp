@@ -95,7 +95,11 @@ class QtMonkeyHost : public MonkeyHost {
     }
     return to_text(shown);
   }
-  bool marked_changed() override { return form_window().isWindowModified(); }
+  bool marked_changed() override {
+    // The "*" of the title, the title naming the project as the form does.
+    CalcForm& form = form_window();
+    return form.isWindowModified() && form.windowTitle() == to_qstring(form.work().window_title());
+  }
   bool undo_enabled() override {
     return form_window().action(CalcForm::Action::kUndo)->isEnabled();
   }

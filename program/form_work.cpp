@@ -156,10 +156,8 @@ void FormWork::remember_file(TextView file) {
 // ---- The project ---------------------------------------------------------------------
 
 void FormWork::update_changed() {
-  const bool changed = values() != saved_values_ || cases() != saved_cases_;
-  if (changed == changed_) return;
-  changed_ = changed;
-  update_title();
+  changed_ = values() != saved_values_ || cases() != saved_cases_;
+  update_title();  // the project's name in it may have changed too
 }
 
 void FormWork::values_saved() {
@@ -194,7 +192,12 @@ Text FormWork::window_title() const {
   return Text(program_.menu_key) + u" - " + name + u"[*]";
 }
 
-void FormWork::update_title() { view_.show_title(window_title(), changed_); }
+void FormWork::update_title() {
+  std::pair<Text, bool> title{window_title(), changed_};
+  if (shown_title_ == title) return;
+  view_.show_title(title.first, title.second);
+  shown_title_ = std::move(title);
+}
 
 // 新建 and 打开 replace the project as closing it does: the value being typed
 // is left through its check first (refused, nothing is replaced), then the

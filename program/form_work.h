@@ -237,6 +237,7 @@ class FormWork : public platform::GridForm {
   Text file_;
   std::optional<Text> preset_open_, preset_save_;
   bool changed_ = false;
+  std::optional<std::pair<Text, bool>> shown_title_;  // the title and mark the view shows
   bool pasting_ = false;  // a column is being pasted: one step at its end
   bool ask_before_closing_ = true;
 };

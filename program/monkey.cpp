@@ -910,7 +910,8 @@ std::optional<Finding> Session::check() {
   }
   if (work.changed() != model.changed() || host_->marked_changed() != model.changed()) {
     return fail("the changed mark iff the values differ from those saved or opened",
-                "marked " + std::to_string(work.changed()) + ", changed " +
+                "marked " + std::to_string(work.changed()) + " (the window " +
+                    std::to_string(host_->marked_changed()) + "), changed " +
                     std::to_string(model.changed()));
   }
   if (host_->undo_enabled() != model.can_undo() || host_->redo_enabled() != model.can_redo()) {
