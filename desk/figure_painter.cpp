@@ -18,16 +18,8 @@ using document::Shape;
 
 // The text is laid out in a font of this pixel size and scaled to its height.
 constexpr int kTextPixels = 64;
-constexpr double kCaptionMm = 3.5;  // a caption without a text shape to size it
 
 bool finite(double v) { return std::isfinite(v); }
-
-double caption_mm(const document::Figure& figure) {
-  for (const Shape& s : figure.shapes) {
-    if (s.kind == Shape::Kind::kText && finite(s.text_mm) && s.text_mm > 0) return s.text_mm;
-  }
-  return kCaptionMm;
-}
 
 QColor colour_of(document::Colour c, const FigureColours& colours) {
   const auto found = colours.find(c);
@@ -53,8 +45,8 @@ void draw_text(QPainter& painter, QPointF at, qreal height, const QString& text,
 
 void draw_shape(QPainter& painter, const QTransform& place, const Shape& s,
                 const FigureColours& colours) {
+  if (!document::drawable(s)) return;
   const std::vector<double>& p = s.points;
-  if (p.size() < 2 || !std::all_of(p.begin(), p.end(), finite)) return;
   const qreal unit = place.m11();
   QPolygonF points;
   for (std::size_t i = 0; i + 1 < p.size(); i += 2) points << place.map(QPointF(p[i], p[i + 1]));
@@ -92,24 +84,11 @@ void draw_shape(QPainter& painter, const QTransform& place, const Shape& s,
 
 }  // namespace
 
-QSizeF figure_size_mm(const document::Figure& figure) {
-  const qreal w = finite(figure.width_mm) ? std::max(0.0, figure.width_mm) : 0;
-  qreal h = finite(figure.height_mm) ? std::max(0.0, figure.height_mm) : 0;
-  if (!figure.caption.empty()) h += kCaptionLines * caption_mm(figure);
-  return {w, h};
-}
-
 QTransform figure_placement(const QRectF& area, const document::Figure& figure) {
-  const QSizeF size = figure_size_mm(figure);
-  if (!area.isValid() || !finite(area.width()) || !finite(area.height()) || size.width() <= 0 ||
-      size.height() <= 0) {
-    return QTransform(0, 0, 0, 0, 0, 0);
-  }
-  const qreal scale = std::min(area.width() / size.width(), area.height() / size.height());
-  if (!finite(scale) || scale <= 0) return QTransform(0, 0, 0, 0, 0, 0);
-  const QPointF corner(area.center().x() - size.width() * scale / 2,
-                       area.center().y() - size.height() * scale / 2);
-  return QTransform(scale, 0, 0, scale, corner.x(), corner.y());
+  const document::FigurePlacement place =
+      document::figure_placement(area.left(), area.top(), area.width(), area.height(), figure);
+  if (place.scale <= 0) return QTransform(0, 0, 0, 0, 0, 0);
+  return QTransform(place.scale, 0, 0, place.scale, place.left, place.top);
 }
 
 void paint_figure(QPainter& painter, const QRectF& area, const document::Figure& figure,
@@ -121,10 +100,10 @@ void paint_figure(QPainter& painter, const QRectF& area, const document::Figure&
   painter.setRenderHint(QPainter::Antialiasing, true);
   for (const Shape& shape : figure.shapes) draw_shape(painter, place, shape, colours);
   if (!figure.caption.empty()) {
-    const double size = caption_mm(figure);
-    const double baseline = std::max(0.0, figure.height_mm) + size * 1.15;
+    const double size = document::caption_mm(figure);
+    const double baseline = document::caption_baseline_mm(figure);
     painter.setPen(colour_of(0x000000, colours));
-    draw_text(painter, place.map(QPointF(std::max(0.0, figure.width_mm) / 2, baseline)),
+    draw_text(painter, place.map(QPointF(document::figure_size_mm(figure).width / 2, baseline)),
               size * place.m11(), platform::qt::to_qstring(figure.caption),
               document::Align::kCenter);
   }

@@ -19,6 +19,7 @@
 #include <QTransform>
 #include <map>
 
+#include "zelkora/document/figure_placement.h"
 #include "zelkora/document/report_document.h"
 
 class QPainter;
@@ -27,14 +28,9 @@ namespace zelkora::desk {
 
 using FigureColours = std::map<document::Colour, QColor>;
 
-// The caption's line under the drawing, as a share of the text height.
-inline constexpr double kCaptionLines = 1.6;
-
-// The figure's size in mm with its caption.
-QSizeF figure_size_mm(const document::Figure& figure);
-
-// Where paint_figure puts the figure's mm in `area`: scale and offset. An
-// invalid transform (QTransform of all zero) when nothing fits.
+// Where paint_figure puts the figure's mm in `area` (document::figure_placement
+// as a transform). An invalid transform (QTransform of all zero) when nothing
+// fits.
 QTransform figure_placement(const QRectF& area, const document::Figure& figure);
 
 void paint_figure(QPainter& painter, const QRectF& area, const document::Figure& figure,

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "program/section_figure.h"
+#include "zelkora/document/figure_placement.h"
 #include "zelkora/document/read_report.h"
 #include "zelkora/platform/grade_font.h"
 #include "zelkora/platform/qt/qt_controls.h"
@@ -40,7 +41,9 @@ class FigureObject : public QObject, public QTextObjectInterface {
       : QObject(parent), colours_(std::move(colours)) {}
 
   QSizeF intrinsicSize(QTextDocument* doc, int /*position*/, const QTextFormat& format) override {
-    const QSizeF mm = figure_size_mm(format.property(kFigureProperty).value<document::Figure>());
+    const document::FigureSize figure =
+        document::figure_size_mm(format.property(kFigureProperty).value<document::Figure>());
+    const QSizeF mm(figure.width, figure.height);
     QPaintDevice* device = doc->documentLayout()->paintDevice();
     const qreal per_mm = (device ? device->logicalDpiX() : 96) / 25.4;
     QSizeF size = mm * per_mm;

@@ -18,26 +18,17 @@ namespace {
 // The largest image side made, in device pixels.
 constexpr int kMostImageSide = 8192;
 
-QColor mixed(const QColor& a, const QColor& b, qreal share_of_b) {
-  const auto mix = [share_of_b](int x, int y) {
-    return static_cast<int>(std::lround(x + (y - x) * share_of_b));
-  };
-  return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
-}
-
 }  // namespace
 
 SketchColours sketch_colours(const QPalette& palette) {
   SketchColours c;
   c.ground = palette.color(QPalette::Base);
   c.outline = palette.color(QPalette::Text);
-  const bool dark = c.ground.lightness() < 128;
-  c.concrete = mixed(c.ground, c.outline, 0.12);
-  c.stirrup = mixed(c.ground, c.outline, 0.55);
-  // The tension bars in the ink of the text, the compression bars blue: both
-  // stand out from the concrete on either palette.
+  const auto screen = sketch_screen_colours(c.ground.rgb(), c.outline.rgb());
+  c.concrete = QColor::fromRgb(screen.at(figure_colour::kConcrete));
+  c.stirrup = QColor::fromRgb(screen.at(figure_colour::kStirrup));
   c.tension = c.outline;
-  c.compression = dark ? QColor(0x6F, 0xA8, 0xFF) : QColor(0x1F, 0x5F, 0xC8);
+  c.compression = QColor::fromRgb(screen.at(figure_colour::kCompression));
   c.hint = palette.color(QPalette::PlaceholderText);
   return c;
 }

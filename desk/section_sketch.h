@@ -19,15 +19,14 @@
 
 #include "desk/figure_painter.h"
 #include "program/beam_design.h"
+#include "program/section_figure.h"
 
 class QPainter;
 
 namespace zelkora::desk {
 
-// What an empty sketch shows.
-inline constexpr char16_t kSketchHint[] = u"输入截面尺寸后显示截面图";
-
-// The colours of the drawing, from the palette (light or dark).
+// The colours of the drawing, from the palette (light or dark):
+// sketch_screen_colours of its base and text.
 struct SketchColours {
   QColor ground, concrete, outline, stirrup, tension, compression, hint;
 };

@@ -70,7 +70,34 @@ Shape rounded_rect(double left, double top, double right, double bottom, double 
   return s;
 }
 
+// `a` moved by `share_of_b` towards `b`, channel by channel (0xRRGGBB).
+document::Colour mixed(document::Colour a, document::Colour b, double share_of_b) {
+  document::Colour out = 0;
+  for (const int shift : {16, 8, 0}) {
+    const double x = (a >> shift) & 0xFF, y = (b >> shift) & 0xFF;
+    out |= static_cast<document::Colour>(std::lround(x + (y - x) * share_of_b)) << shift;
+  }
+  return out;
+}
+
+// The lightness of HSL (max + min) / 2 of the colour's channels.
+int lightness(document::Colour c) {
+  const int r = (c >> 16) & 0xFF, g = (c >> 8) & 0xFF, b = c & 0xFF;
+  return (std::max({r, g, b}) + std::min({r, g, b})) / 2;
+}
+
 }  // namespace
+
+std::map<document::Colour, document::Colour> sketch_screen_colours(document::Colour ground,
+                                                                   document::Colour ink) {
+  ground &= 0xFFFFFF;
+  ink &= 0xFFFFFF;
+  const bool dark = lightness(ground) < 128;
+  return {{figure_colour::kInk, ink},
+          {figure_colour::kConcrete, mixed(ground, ink, 0.12)},
+          {figure_colour::kStirrup, mixed(ground, ink, 0.55)},
+          {figure_colour::kCompression, dark ? 0x6FA8FFu : 0x1F5FC8u}};
+}
 
 document::Figure section_figure(const SectionSketch& sketch) {
   Figure figure;

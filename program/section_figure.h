@@ -13,6 +13,8 @@
 // lie outside the drawing are left out, as are bars past the first 20000.
 #pragma once
 
+#include <map>
+
 #include "program/beam_design.h"
 #include "zelkora/document/report_document.h"
 
@@ -25,6 +27,16 @@ inline constexpr document::Colour kConcrete = 0xEBEBEB;
 inline constexpr document::Colour kStirrup = 0x7F7F7F;
 inline constexpr document::Colour kCompression = 0x1F5FC8;
 }  // namespace figure_colour
+
+// What a form's sketch shows when the figure is empty.
+inline constexpr char16_t kSketchHint[] = u"输入截面尺寸后显示截面图";
+
+// The drawing's colours (figure_colour) as a screen shows them whose ground
+// and ink (its text) are `ground` and `ink` (0xRRGGBB), light or dark: the
+// concrete and the stirrup shades between them, the tension bars in the ink,
+// the compression bars a blue that stands out from the concrete on either.
+std::map<document::Colour, document::Colour> sketch_screen_colours(document::Colour ground,
+                                                                   document::Colour ink);
 
 document::Figure section_figure(const SectionSketch& sketch);
 

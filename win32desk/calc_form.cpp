@@ -30,6 +30,7 @@ using platform::win32::from_wide;
 using platform::win32::to_wide;
 
 constexpr UINT_PTR kStatusTimer = 1;
+constexpr int kSketchHeight = 260;  // the sketch of the section, at 96 dpi
 constexpr int kFilterId = 200, kChangedId = 201, kRefusedId = 202;
 
 struct Entry {
@@ -153,6 +154,12 @@ CalcForm::CalcForm(std::shared_ptr<const platform::Platform> platform, const des
   grid_->value_column(grid::kValueCol);
   title_ = std::make_unique<platform::win32::RichTextBox>(panel_->hwnd());
   if (program.load_cases) cases_ = std::make_unique<CaseTable>(hwnd());
+  if (desk::FormWork::shows_section(program)) {
+    sketch_ = std::make_unique<FigureView>(hwnd(), desk::kSketchHint,
+                                           [](document::Colour ground, document::Colour ink) {
+                                             return desk::sketch_screen_colours(ground, ink);
+                                           });
+  }
   if (program.calculates) report_ = make_report_pane(hwnd());
   layout();
   work_ = std::make_unique<desk::FormWork>(platform_, program, static_cast<desk::FormView&>(*this));
@@ -267,10 +274,18 @@ void CalcForm::layout() {
   const int width = client.right;
   int edges[2] = {width * 2 / 3, -1};
   ::SendMessageW(status_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
-  const int left_width = report_ ? width * 11 / 20 : width;
+  const int left_width = report_ || sketch_ ? width * 11 / 20 : width;
+  // Right of the values: the sketch of the section over the report.
+  const int side_left = left_width + scaled(hwnd(), 4), side_width = width - side_left;
+  int side_top = top;
+  if (sketch_) {
+    const int sketch_height =
+        report_ ? std::min(scaled(hwnd(), kSketchHeight), (bottom - top) / 2) : bottom - top;
+    ::MoveWindow(sketch_->hwnd(), side_left, top, side_width, std::max(0, sketch_height), TRUE);
+    side_top = top + sketch_height + scaled(hwnd(), 4);
+  }
   if (report_) {
-    ::MoveWindow(report_, left_width + scaled(hwnd(), 4), top,
-                 width - left_width - scaled(hwnd(), 4), bottom - top, TRUE);
+    ::MoveWindow(report_, side_left, side_top, side_width, std::max(0, bottom - side_top), TRUE);
   }
   const int pad = scaled(hwnd(), 6), row = scaled(hwnd(), 24), box = scaled(hwnd(), 70);
   ::MoveWindow(filter_, pad, top + pad / 2, std::max(0, left_width - 2 * box - 3 * pad), row, TRUE);
@@ -644,6 +659,18 @@ void CalcForm::show_report(const std::vector<Text>& lines, const std::vector<Tex
 
 void CalcForm::show_report_page(TextView notice) {
   show_rtf(report_, document::write_rtf(report_document_), notice);
+}
+
+void CalcForm::show_values(const std::vector<Text>& values) {
+  if (!sketch_) return;
+  clsCharacter chr(platform_);
+  desk::SectionSketch sketch;
+  try {
+    sketch = desk::beam_sketch(values, chr);
+  } catch (const std::exception&) {
+    // Values the design cannot read draw no section.
+  }
+  sketch_->set_figure(desk::section_figure(sketch));
 }
 
 void CalcForm::show_report_stale() {

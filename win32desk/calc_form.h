@@ -2,7 +2,9 @@
 // 文件, 编辑, 计算 and 帮助 with the desktop form's texts and keys, a filter
 // box with its two toggles (已修改, 有错误), the property grid in a panel
 // with the title box under it (placed by Form_Resize), the table of load
-// cases on a form that has them, the report pane (a read-only rich-edit
+// cases on a form that has them, the sketch of the section right of the
+// values on a form that shows one (redrawn as the values change), the
+// report pane (a read-only rich-edit
 // control showing the report document's RTF) on a form that calculates,
 // and a status bar with the count of refused values. What the form does is
 // FormWork's; this window only shows it and hands it the user's commands.
@@ -16,6 +18,7 @@
 #include "program/form_view.h"
 #include "program/form_work.h"
 #include "program/programs.h"
+#include "win32desk/figure_painter.h"
 #include "win32desk/frame_window.h"
 #include "zelkora/document/report_document.h"
 #include "zelkora/platform/win32gui/win32_controls.h"
@@ -67,6 +70,8 @@ class CalcForm : public FrameWindow, private desk::FormView {
   // The count of refused values as the status bar shows it.
   Text refused_count() const { return status_text(status_, 1); }
   HWND report_pane() const { return report_; }
+  // The sketch of the section, on a form that shows one (else null).
+  const FigureView* sketch_pane() const { return sketch_.get(); }
   CaseTable* case_table_window() { return cases_.get(); }
   const document::Document& report_document() const { return report_document_; }
 
@@ -136,7 +141,7 @@ class CalcForm : public FrameWindow, private desk::FormView {
   void show_refused_count(TextView text) override;
   void show_history(bool can_undo, bool can_redo) override;
   void show_filter(const grid::RowFilter& filter) override;
-  void show_values(const std::vector<Text>&) override {}
+  void show_values(const std::vector<Text>& values) override;
   void show_report(const std::vector<Text>& lines, const std::vector<Text>& values) override;
   void show_report_stale() override;
   void fit_title_box(bool grows) override;
@@ -159,6 +164,7 @@ class CalcForm : public FrameWindow, private desk::FormView {
   std::unique_ptr<platform::win32::Win32GridControl> grid_;
   std::unique_ptr<platform::win32::RichTextBox> title_;
   std::unique_ptr<CaseTable> cases_;
+  std::unique_ptr<FigureView> sketch_;
   RECT title_rule_{}, grid_rule_{};  // where Form_Resize put the title box and the grid
   bool title_grows_ = false;
   HWND focus_ = nullptr;         // the child with the focus when the window was left
