@@ -701,7 +701,18 @@ void Win32GridControl::show_editor() {
       set_editor_text(text);
       list_filled_ = true;
     }
-    if (!dropped_) ::SendMessageW(combo_, CB_SHOWDROPDOWN, TRUE, 0);
+    if (!dropped_) {
+      ::SendMessageW(combo_, CB_SHOWDROPDOWN, TRUE, 0);
+      // The system's box, dropped by a key, takes the first item that
+      // begins with its text ("20" for "2"): the text stays the cell's, and
+      // the list marks the item that is that text, or none.
+      if (window_text(combo_line_) != text) set_editor_text(text);
+      COMBOBOXINFO parts{};
+      parts.cbSize = sizeof(parts);
+      if (::GetComboBoxInfo(combo_, &parts)) {
+        ::SendMessageW(parts.hwndList, LB_SETCURSEL, static_cast<WPARAM>(list_item_), 0);
+      }
+    }
     dropped_ = true;
   } else if (want == combo_) {
     if (dropped_) {
