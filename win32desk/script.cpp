@@ -311,8 +311,7 @@ class Steps {
     // F2 opens one.
     const bool open_here = g.editor() && g.ActiveCell().row == row;
     const HWND focus = ::GetFocus();
-    if (open_here &&
-        (g.list_open() || (focus != g.editor() && !::IsChild(g.editor(), focus)))) {
+    if (open_here && (g.list_open() || (focus != g.editor() && !::IsChild(g.editor(), focus)))) {
       throw StepError("the cell cannot be edited");
     }
     if (!open_here) {

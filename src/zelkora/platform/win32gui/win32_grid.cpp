@@ -379,7 +379,8 @@ LRESULT Win32GridControl::handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_KILLFOCUS: {
       const HWND to = reinterpret_cast<HWND>(wparam);
       row_changed(ActiveCell().row);
-      if (syncing_ || relay_->busy || (to && ::IsChild(hwnd(), to)) || box_takes_focus(to)) return 0;
+      if (syncing_ || relay_->busy || (to && ::IsChild(hwnd(), to)) || box_takes_focus(to))
+        return 0;
       act([this] { user_.focus_away(); });
       return 0;
     }
