@@ -199,10 +199,10 @@ class PreviewWindow : public FrameWindow {
                                                         pages_[static_cast<std::size_t>(page)])
                        : nullptr;
     set_window_text(page_label_,
-                    count > 0 ? u"第 " + to_text(page_ + 1) + u" 页，共 " + to_text(count) + u" 页"
-                              : Text(::GetWindowTextLengthW(pane_) > 0
-                                         ? u"无法分页：此系统的 RichEdit 控件不排版页面"
-                                         : u"没有可打印的内容"));
+                    count > 0
+                        ? u"第 " + to_text(page_ + 1) + u" 页，共 " + to_text(count) + u" 页"
+                        : Text(::GetWindowTextLengthW(pane_) > 0 ? u"无法分页：页面容不下一行文字"
+                                                                 : u"没有可打印的内容"));
     ::EnableWindow(buttons_[0], page_ > 0);
     ::EnableWindow(buttons_[1], page_ + 1 < count);
     ::EnableWindow(buttons_[2], count > 0);

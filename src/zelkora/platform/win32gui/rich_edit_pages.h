@@ -2,7 +2,10 @@
 // preview both see them: pages of a given size in twips with an inch of
 // margin on each side, the text formatted for a target device (a printer's
 // DC, or the screen's for a page that is not a printer's), each page the
-// characters that fit on it (EM_FORMATRANGE).
+// characters that fit on it (EM_FORMATRANGE). Where the control lays out
+// no pages (Wine 8: its EM_FORMATRANGE is a stub), a hidden copy of it as
+// wide as the page's text lays its lines out on the screen instead and
+// each page is drawn as that copy draws itself.
 //
 //   const std::vector<CHARRANGE> pages = win32::lay_out_pages(edit, printer, size);
 //   for (const CHARRANGE& chars : pages) {
@@ -28,8 +31,7 @@ SIZE page_twips(HDC dc);
 
 // The characters of each page, in order: contiguous, from the first
 // character to the last. No page for an empty text, nor when a page holds
-// no line or the control cannot lay out pages (Wine 8's EM_FORMATRANGE is
-// a stub).
+// no line.
 std::vector<CHARRANGE> lay_out_pages(HWND edit, HDC target, SIZE page);
 
 // Draws `chars` (a page of lay_out_pages) on `dc`, the page's top left at
