@@ -79,8 +79,11 @@ class ScreenLines {
     }
     if (first >= end) return;
     const int top = tops_[first].y, tall = std::min(height_, bottom(end - 1) - top);
-    POINT scroll{0, top};
-    ::SendMessageW(copy_, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scroll));
+    // The copy as tall as the text down to the page's end, drawn with its
+    // origin moved up to the page's top (a scroll would stop short of the
+    // top of a last page shorter than the window).
+    ::SetWindowPos(copy_, nullptr, 0, 0, width_, top + tall,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     HDC memory = ::CreateCompatibleDC(dc);
     HDC screen = ::GetDC(nullptr);
     HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width_, height_);
@@ -88,7 +91,9 @@ class ScreenLines {
     HGDIOBJ old = ::SelectObject(memory, bitmap);
     const RECT all{0, 0, width_, height_};
     ::FillRect(memory, &all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+    ::SetViewportOrgEx(memory, 0, -top, nullptr);
     ::SendMessageW(copy_, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory), PRF_CLIENT);
+    ::SetViewportOrgEx(memory, 0, 0, nullptr);
     const int x = ::MulDiv(kMargin, ::GetDeviceCaps(dc, LOGPIXELSX), 1440);
     const int y = ::MulDiv(kMargin, ::GetDeviceCaps(dc, LOGPIXELSY), 1440);
     ::StretchBlt(dc, x, y, ::MulDiv(width_, ::GetDeviceCaps(dc, LOGPIXELSX), dpi_),
