@@ -60,6 +60,17 @@ for run_as in C.UTF-8:96 zh_CN.UTF-8:144; do
 done
 set_dpi 96
 
+# The print preview on a calculated beam report: the step prints its count
+# of pages (one at least) and closes it, and the form, its owner, takes the
+# next step again.
+mkdir "$work/bin-preview" && cp "$win/zelkora-desk.exe" "$work/bin-preview/"
+(cd "$work" && LANG=C.UTF-8 ZELKORA_SETTINGS="$work/preview.ini" "$WINE" "$work/bin-preview/zelkora-desk.exe" \
+  --script "$(realpath "$here/../win32desk/testdata/preview.txt")" --quit >preview.out 2>&1) ||
+  { echo "windows-desk-test: the preview script failed:"; cat "$work/preview.out"; exit 1; }
+grep -qE '^print preview: [1-9][0-9]* pages \| closed$' "$work/preview.out" && [ -s "$work/after-preview.txt" ] ||
+  { echo "windows-desk-test: no print preview, or the form stayed shut after it:"; cat "$work/preview.out"; exit 1; }
+echo "zelkora-desk.exe: $(grep '^print preview' "$work/preview.out")"
+
 # The random tester's kept scripts, each run by zelkora-desk.exe with the
 # tester's checks after every step and the headless form taking the same
 # steps: every rule holds.

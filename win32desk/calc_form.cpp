@@ -14,6 +14,7 @@
 #include "program/form_report.h"
 #include "program/section_figure.h"
 #include "win32desk/case_table.h"
+#include "win32desk/print_preview.h"
 #include "win32desk/report_pane.h"
 #include "zelkora/document/read_report.h"
 #include "zelkora/document/writers.h"
@@ -64,6 +65,7 @@ constexpr Entry kCalcEntries[] = {
     {CalcForm::kSaveReport, L"保存计算书…", 0, 0, nullptr},
     {CalcForm::kExportDocx, L"导出 Word…", 0, 0, nullptr},
     {CalcForm::kPrint, L"打印…", FCONTROL, 'P', L"Ctrl+P"},
+    {CalcForm::kPrintPreview, L"打印预览…", 0, 0, nullptr},
 };
 constexpr Entry kHelpEntries[] = {
     {CalcForm::kHelp, L"帮助", 0, VK_F1, L"F1"},
@@ -72,10 +74,11 @@ constexpr Entry kHelpEntries[] = {
 constexpr int kToolbar[] = {CalcForm::kNew,        CalcForm::kOpen,     CalcForm::kSave,
                             CalcForm::kSaveAs,     CalcForm::kDefaults, CalcForm::kCalculate,
                             CalcForm::kSaveReport, CalcForm::kUndo,     CalcForm::kRedo,
-                            CalcForm::kExportDocx, CalcForm::kPrint};
-constexpr int kReportCommands[] = {CalcForm::kSaveReport, CalcForm::kExportDocx, CalcForm::kPrint};
+                            CalcForm::kExportDocx, CalcForm::kPrint,    CalcForm::kPrintPreview};
+constexpr int kReportCommands[] = {CalcForm::kSaveReport, CalcForm::kExportDocx, CalcForm::kPrint,
+                                   CalcForm::kPrintPreview};
 // Those only a form with a report has.
-constexpr int kReportOnly[] = {CalcForm::kExportDocx, CalcForm::kPrint};
+constexpr int kReportOnly[] = {CalcForm::kExportDocx, CalcForm::kPrint, CalcForm::kPrintPreview};
 
 template <std::size_t N>
 void add_entries(HMENU menu, const Entry (&entries)[N], std::vector<ACCEL>& keys) {
@@ -214,7 +217,7 @@ void CalcForm::build_menus() {
   keys.push_back({FVIRTKEY | FCONTROL | FSHIFT, 'Z', kRedo});
   add_entries(calc, kCalcEntries, keys);
   if (!program_.calculates) {  // no report to export or print
-    for (const int id : {kExportDocx, kPrint}) ::DeleteMenu(calc, id, MF_BYCOMMAND);
+    for (const int id : kReportOnly) ::DeleteMenu(calc, id, MF_BYCOMMAND);
     std::erase_if(keys, [](const ACCEL& a) { return a.cmd == kPrint; });
   }
   add_entries(help, kHelpEntries, keys);
@@ -478,6 +481,9 @@ void CalcForm::command(int id) {
     case kPrint:
       print_report();
       return;
+    case kPrintPreview:
+      preview_report();
+      return;
     case kUndo:
       work_->undo();
       return;
@@ -692,6 +698,14 @@ bool CalcForm::export_docx(TextView file) {
 bool CalcForm::print_report() {
   if (!work_->report_may_leave(u"打印")) return false;
   return print_pane(report_, hwnd(), program_.menu_key) > 0;
+}
+
+bool CalcForm::preview_report() {
+  if (!work_->report_may_leave(u"打印预览")) return false;
+  if (preview_pane(report_, hwnd()) == PreviewEnd::kPrint) {
+    return print_pane(report_, hwnd(), program_.menu_key) > 0;
+  }
+  return true;
 }
 
 bool CalcForm::write_report_file(TextView file, TextView action, const std::string& bytes) {

@@ -8,8 +8,8 @@
 // control showing the report document's RTF) on a form that calculates,
 // and a status bar with the count of refused values. What the form does is
 // FormWork's; this window only shows it and hands it the user's commands.
-// Export PDF and print preview are not offered on Windows; 打印 prints the
-// report pane through the system's print dialog.
+// Export PDF is not offered on Windows; 打印 prints the report pane through
+// the system's print dialog, 打印预览 shows its pages (print_preview.h).
 #pragma once
 
 #include <functional>
@@ -53,6 +53,7 @@ class CalcForm : public FrameWindow, private desk::FormView {
     kFind,
     kHelp,
     kClose,
+    kPrintPreview,
     kRecent = 500,  // kRecent + N: recent project N (from 0)
   };
 
@@ -87,6 +88,7 @@ class CalcForm : public FrameWindow, private desk::FormView {
   bool save_report(TextView file);
   bool export_docx(TextView file);
   bool print_report();
+  bool preview_report();
   bool show_help() { return work_->show_help(); }
   std::vector<Text> recent_files() const {
     return desk::FormWork::recent_files(platform_, program_);

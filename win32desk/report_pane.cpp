@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "win32desk/frame_window.h"
+#include "zelkora/platform/win32gui/rich_edit_pages.h"
 #include "zelkora/platform/win32gui/win32_controls.h"
 
 namespace zelkora::win32desk {
@@ -79,27 +80,13 @@ int print_pane(HWND pane, HWND owner, TextView document_name) {
   info.lpszDocName = name.c_str();
   int pages = 0;
   if (::StartDocW(dc, &info) > 0) {
-    // The page in twips, an inch of margin around the text.
-    const int width =
-        ::MulDiv(::GetDeviceCaps(dc, PHYSICALWIDTH), 1440, ::GetDeviceCaps(dc, LOGPIXELSX));
-    const int height =
-        ::MulDiv(::GetDeviceCaps(dc, PHYSICALHEIGHT), 1440, ::GetDeviceCaps(dc, LOGPIXELSY));
-    FORMATRANGE range{};
-    range.hdc = range.hdcTarget = dc;
-    range.rcPage = {0, 0, width, height};
-    range.rc = {1440, 1440, width - 1440, height - 1440};
-    const auto length = static_cast<LONG>(::GetWindowTextLengthW(pane));
-    LONG at = 0;
-    while (at<length&& ::StartPage(dc)> 0) {
-      range.chrg = {at, -1};
-      const LONG next = static_cast<LONG>(
-          ::SendMessageW(pane, EM_FORMATRANGE, TRUE, reinterpret_cast<LPARAM>(&range)));
+    const SIZE page = platform::win32::page_twips(dc);
+    for (const CHARRANGE& chars : platform::win32::lay_out_pages(pane, dc, page)) {
+      if (::StartPage(dc) <= 0) break;
+      platform::win32::draw_page(pane, dc, dc, page, chars);
       ::EndPage(dc);
       ++pages;
-      if (next <= at) break;
-      at = next;
     }
-    ::SendMessageW(pane, EM_FORMATRANGE, FALSE, 0);
     ::EndDoc(dc);
   }
   ::DeleteDC(dc);

@@ -6,10 +6,12 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include <map>
 #include <set>
 #include <stdexcept>
+#include <utility>
 
 #include "program/script_steps.h"
 #include "win32desk/calc_form.h"
@@ -17,6 +19,7 @@
 #include "win32desk/desk_app.h"
 #include "win32desk/frame_window.h"
 #include "win32desk/main_window.h"
+#include "win32desk/print_preview.h"
 #include "zelkora/grid/grid_appearance.h"
 #include "zelkora/platform/win32gui/win32_controls.h"
 #include "zelkora/platform/win32gui/window_shot.h"
@@ -182,11 +185,11 @@ class Steps {
       ::PostMessageW(app_.main_window().hwnd(), WM_COMMAND, MAKEWPARAM(MainWindow::kAbout, 0), 0);
       return settle();
     }
-    if (verb == u"preview") throw StepError("preview: there is no print preview on Windows");
+    if (verb == u"preview") return press(CalcForm::kPrintPreview);
     throw StepError("unknown step \"" + narrow(verb) +
                     "\" (menu, edit, pick, click, key, type, defaults, calculate, save, open, "
                     "shot, undo, redo, filter, toggle, copy, clip, paste, reset, mine, new, close, "
-                    "answer, report, export, recent)");
+                    "answer, report, export, preview, recent, case, about)");
   }
 
  private:
@@ -555,8 +558,27 @@ class Steps {
     return ::CallNextHookEx(nullptr, code, wparam, lparam);
   }
 
+  // A print preview met: its pages counted once it runs, then it is closed
+  // (ZELKORA_PREVIEW_SHOT=FILE: a picture of it taken first).
+  static void CALLBACK count_preview(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    if (!current_ || !current_->preview_) return;
+    HWND preview = std::exchange(current_->preview_, nullptr);
+    if (const char* file = std::getenv("ZELKORA_PREVIEW_SHOT"); file && *file) {
+      platform::win32::write_window_png(preview, to_wide(from_utf8(file)));
+    }
+    current_->out_("print preview: " + std::to_string(preview_pages(preview)) +
+                   " pages | closed\n");
+    ::PostMessageW(preview, WM_CLOSE, 0, 0);
+  }
+
   // A dialog box met: printed and answered once.
   void met(HWND box) {
+    if (preview_pages(box) >= 0 && answered_.insert(box).second) {
+      preview_ = box;
+      ::SetTimer(nullptr, 0, 0, &count_preview);
+      return;
+    }
     wchar_t name[16] = {};
     ::GetClassNameW(box, name, 16);
     if (wcscmp(name, L"#32770") != 0 || !answered_.insert(box).second) return;
@@ -591,6 +613,7 @@ class Steps {
   DeskApp& app_;
   const ScriptOut& out_;
   HHOOK hook_ = nullptr;
+  HWND preview_ = nullptr;
   int answer_ = 0;
   std::set<HWND> answered_;
 };

@@ -7,8 +7,8 @@
 // printed as "message: TITLE | TEXT" and answered, a file dialog met is
 // printed and cancelled (both through a CBT hook on the thread).
 //
-// Steps not yet on Windows: copy, paste, clip (the clipboard), export pdf,
-// preview (no PDF or print preview on Windows).
+// A print preview met is counted ("print preview: N pages | closed") and
+// closed. Not on Windows: export pdf (no PDF writer there).
 #pragma once
 
 #include <functional>
